@@ -1,0 +1,76 @@
+// The screen of the text front end.
+#include "script/ScriptScreen.h"
+
+#include <utility>
+
+#include "script/Quoting.h"
+
+namespace vk32 {
+namespace {
+
+const char* IconName(MessageIcon icon) {
+  switch (icon) {
+    case MessageIcon::None: return "none";
+    case MessageIcon::Critical: return "critical";
+    case MessageIcon::Question: return "question";
+    case MessageIcon::Exclamation: return "exclamation";
+    case MessageIcon::Information: return "information";
+  }
+  return "none";
+}
+
+const char* ButtonName(Answer answer) {
+  switch (answer) {
+    case Answer::OK: return "OK";
+    case Answer::Yes: return "Yes";
+    case Answer::No: return "No";
+  }
+  return "OK";
+}
+
+}  // namespace
+
+Answer ScriptScreen::Ask(const MessageBoxRequest& request) {
+  Answer answer = Answer::OK;
+  if (request.buttons == MessageButtons::YesNo) {
+    answer = Answer::No;
+    if (answers_.empty()) {
+      failure_ = "no answer was waiting for a question";
+    } else {
+      answer = answers_.front();
+      answers_.pop_front();
+    }
+  }
+  print_(std::string("box ") + IconName(request.icon) + " " + Quote(request.title) + " " + Quote(request.text) +
+         " -> " + ButtonName(answer));
+  return answer;
+}
+
+std::optional<std::string> ScriptScreen::AskFile(const FileDialogRequest& request) {
+  std::optional<std::string> path;
+  if (files_.empty()) {
+    failure_ = "no path was waiting for a file dialog";
+  } else {
+    path = std::move(files_.front());
+    files_.pop_front();
+  }
+  const char* const kind = request.kind == FileDialogRequest::Kind::Save ? "save" : "open";
+  print_(std::string("dialog ") + kind + " " + Quote(request.title) + " " + Quote(request.filter) + " -> " +
+         (path ? Quote(*path) : "cancelled"));
+  return path;
+}
+
+void ScriptScreen::OpenWebSite(const std::string& url) { print_("web " + Quote(url)); }
+
+void ScriptScreen::ProgramFaulted(int number, const std::string& description) {
+  faulted_ = true;
+  print_("fault " + std::to_string(number) + " " + Quote(description));
+}
+
+void ScriptScreen::ProgramEnded() {
+  if (!faulted_) print_("ended");
+}
+
+std::string ScriptScreen::ExchangeFailure(std::string failure) { return std::exchange(failure_, std::move(failure)); }
+
+}  // namespace vk32

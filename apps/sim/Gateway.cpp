@@ -1,0 +1,151 @@
+// A simulated gateway.
+#include "sim/Gateway.h"
+
+#include <algorithm>
+
+#include "core/Convert.h"
+#include "link/Frames.h"
+#include "link/VKComSubs.h"
+
+namespace vk32::sim {
+namespace {
+
+using namespace std::chrono_literals;
+
+// A message that stands still for so long is given up, so that a broken one does not eat the next.
+constexpr Time MessageGap = 500ms;
+
+/// Registers as (register, first byte, second byte); all others are 0.
+struct RegisterRow {
+  int index, high, low;
+};
+
+Bytes MakeImage(int registers, std::initializer_list<RegisterRow> rows) {
+  Bytes image(static_cast<std::size_t>(registers) * 2, '\0');
+  for (const RegisterRow& row : rows) {
+    image[static_cast<std::size_t>(row.index) * 2] = Chr(row.high);
+    image[static_cast<std::size_t>(row.index) * 2 + 1] = Chr(row.low);
+  }
+  return image;
+}
+
+Bytes Rb2000Image() {
+  return MakeImage(224, {
+                            {0, 4, 153},
+                            {6, 2, 0},
+                            {7, 5, 0},
+                            {8, 9, 0},  // channel A: 19200
+                            {9, 8, 6},  // channel B: 9600, even parity
+                            {10, 8, 0},
+                            {11, 8, 0},
+                            {12, 0, 1},  // CRC
+                            {13, 1, 0},
+                            {20, 17, 36},  // broadcast, specific address 17
+                            {21, 1, 7},    // broadcast 1 to 7
+                            {22, 2, 0},    // SLC
+                            // Slots 1 and 2: 40001 to 40020 in file 7, word 0; 40101 to 40110 in file 8, float
+                            {24, 0x41, 0x9C},
+                            {25, 0x54, 0x9C},
+                            {26, 7, 0},
+                            {27, 0, 0},
+                            {28, 0, 0},
+                            {29, 0xA5, 0x9C},
+                            {30, 0xAE, 0x9C},
+                            {31, 8, 0},
+                            {32, 0, 0},
+                            {33, 1, 0},
+                        });
+}
+
+}  // namespace
+
+const GatewayKind* FindGatewayKind(std::string_view product) {
+  static const GatewayKind kinds[] = {
+      {"RB2000", 9600, 10, Rb2000Image()},
+  };
+  const auto kind = std::find_if(std::begin(kinds), std::end(kinds),
+                                 [&](const GatewayKind& candidate) { return candidate.product == product; });
+  return kind == std::end(kinds) ? nullptr : kind;
+}
+
+Gateway::Gateway(const GatewayKind& kind, Misbehaviour misbehaviour)
+    : kind_(kind), misbehaviour_(misbehaviour), image_(kind.factoryImage) {}
+
+void Gateway::Receive(std::string_view bytes, Time now) {
+  if (bytes.empty()) return;
+  if (now - lastByte_ > MessageGap) received_.clear();
+  lastByte_ = now;
+  if (misbehaviour_.hold > 0ns && received_.empty()) {
+    pieces_.push_back({now, Bytes(1, '\x13')});
+    pieces_.push_back({now + misbehaviour_.hold, Bytes(1, '\x11')});
+  }
+  received_ += bytes;
+  if (!configuring_) received_.clear();
+  Understand(now);
+}
+
+void Gateway::Understand(Time now) {
+  while (!received_.empty()) {
+    const auto begins = [&](const Bytes& start) {
+      return received_.compare(0, std::min(start.size(), received_.size()), start, 0,
+                               std::min(start.size(), received_.size())) == 0;
+    };
+    if (begins(ImageFrame::Start)) {
+      if (!TakeImageFrame(now)) return;
+    } else if (begins(ImageRequest)) {
+      if (received_.size() < ImageRequest.size()) return;
+      received_.erase(0, ImageRequest.size());
+      AnswerImageRequest(now);
+    } else {
+      received_.erase(0, 1);
+    }
+  }
+}
+
+/// False while the frame isn't complete. A frame with a wrong length or checksum is taken, and answered by silence.
+bool Gateway::TakeImageFrame(Time now) {
+  if (received_.size() < ImageFrame::Prefix) return false;
+  const int length = Asc(received_, ImageFrame::Length + 1) + 256 * Asc(received_, ImageFrame::Length + 2);
+  const auto whole = static_cast<std::size_t>(ImageFrame::Prefix + length + ImageFrame::ChecksumLength);
+  if (received_.size() < whole) return false;
+  const Bytes body = Mid(received_, ImageFrame::Prefix + 1, length);
+  const Bytes checksum = Mid(received_, ImageFrame::Prefix + length + 1, ImageFrame::ChecksumLength);
+  received_.erase(0, whole);
+  std::int32_t sum = 0;
+  for (int i = 1; i <= length; ++i) sum += Asc(body, i);
+  const bool good =
+      body.size() == ImageFrame::PrefixLength + image_.size() && checksum == Bytes{Chr(sum & 255), Chr(sum >> 8 & 255)};
+  if (!good) return true;
+  image_ = body.substr(ImageFrame::PrefixLength);
+  Say(Bytes(1, Ack), now);
+  if (OnStored) OnStored();
+  return true;
+}
+
+void Gateway::AnswerImageRequest(Time now) {
+  const Bytes header = Bytes{0, 1} + Bytes(static_cast<std::size_t>(kind_.headerLength) - 2, '\0');
+  const Bytes body = header + image_;
+  const auto length = static_cast<std::int32_t>(body.size());
+  Bytes checksum = Checksum16(body, length);
+  if (misbehaviour_.badChecksum) checksum[0] = static_cast<char>(checksum[0] ^ 0x55);
+  Bytes reply = ImageReplyStart + Chr(length & 255) + Chr(length >> 8) + body + checksum;
+  reply.resize(reply.size() - std::min(reply.size(), static_cast<std::size_t>(misbehaviour_.shortBy)));
+  Say(reply, now);
+}
+
+void Gateway::Say(Bytes bytes, Time now) {
+  if (misbehaviour_.silent) return;
+  if (misbehaviour_.junk) bytes.insert(0, "\x15\xFF\x00?", 4);
+  pieces_.push_back({now + misbehaviour_.late, std::move(bytes)});
+}
+
+std::optional<Gateway::Piece> Gateway::NextPiece() {
+  if (pieces_.empty()) return std::nullopt;
+  const auto next =
+      std::min_element(pieces_.begin(), pieces_.end(), [](const Piece& a, const Piece& b) { return a.from < b.from; });
+  Piece piece = std::move(*next);
+  pieces_.erase(next);
+  return piece;
+}
+
+}  // namespace vk32::sim

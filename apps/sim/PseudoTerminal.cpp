@@ -1,0 +1,69 @@
+// A pseudo-terminal that stands as a serial port under a port name.
+#include "sim/PseudoTerminal.h"
+
+#include <fcntl.h>
+#include <stdlib.h>
+#include <sys/stat.h>
+#include <termios.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <filesystem>
+#include <stdexcept>
+#include <system_error>
+
+#include "platform/PortNames.h"
+
+namespace vk32::sim {
+
+PseudoTerminal::PseudoTerminal() {
+  master_ = posix_openpt(O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC);
+  char name[128];
+  if (master_ < 0 || grantpt(master_) != 0 || unlockpt(master_) != 0 || ptsname_r(master_, name, sizeof name) != 0) {
+    throw std::system_error(errno, std::generic_category(), "no pseudo-terminal");
+  }
+  path_ = name;
+  slave_ = open(name, O_RDWR | O_NOCTTY | O_CLOEXEC);
+  if (slave_ < 0) throw std::system_error(errno, std::generic_category(), path_);
+  termios settings{};
+  tcgetattr(slave_, &settings);
+  cfmakeraw(&settings);
+  tcsetattr(slave_, TCSANOW, &settings);
+}
+
+PseudoTerminal::~PseudoTerminal() {
+  if (!link_.empty()) unlink(link_.c_str());
+  close(slave_);
+  close(master_);
+}
+
+void PseudoTerminal::RegisterAs(const std::string& portName) {
+  const std::filesystem::path folder = PortNames::RuntimeFolder();
+  std::filesystem::create_directories(folder.parent_path());
+  mkdir(folder.c_str(), 0700);
+  const std::filesystem::path link = folder / portName;
+  std::error_code ignored;
+  // A link that leads nowhere was left behind by a simulator that was killed.
+  if (std::filesystem::is_symlink(link, ignored) && !std::filesystem::exists(link, ignored)) unlink(link.c_str());
+  if (symlink(path_.c_str(), link.c_str()) != 0) {
+    throw std::runtime_error(portName + " can't be taken: " + std::generic_category().message(errno) + " (" +
+                             link.string() + "). Choose another port number, or end the simulator that holds it.");
+  }
+  link_ = link;
+}
+
+std::string PseudoTerminal::Read() {
+  char buffer[4096];
+  const ssize_t count = read(master_, buffer, sizeof buffer);
+  return count > 0 ? std::string(buffer, static_cast<std::size_t>(count)) : std::string();
+}
+
+void PseudoTerminal::Write(std::string_view bytes) {
+  while (!bytes.empty()) {
+    const ssize_t count = write(master_, bytes.data(), bytes.size());
+    if (count <= 0) return;
+    bytes.remove_prefix(static_cast<std::size_t>(count));
+  }
+}
+
+}  // namespace vk32::sim

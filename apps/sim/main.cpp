@@ -1,0 +1,154 @@
+// vk32-sim: a simulated gateway on a pseudo-terminal.
+#include <fcntl.h>
+#include <poll.h>
+#include <signal.h>
+#include <sys/signalfd.h>
+#include <unistd.h>
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <charconv>
+#include <cstdio>
+#include <fstream>
+#include <iostream>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "app/App.h"
+#include "platform/PortNames.h"
+#include "platform/PosixEventLoop.h"
+#include "sim/PseudoTerminal.h"
+#include "sim/SimulatedLine.h"
+
+namespace {
+
+using namespace std::chrono_literals;
+using vk32::MonotonicNow;
+using vk32::Time;
+
+struct Options {
+  std::string product;
+  std::string port;
+  bool pace = false;
+  bool needsButton = false;
+  std::string dump;
+  vk32::sim::Misbehaviour misbehaviour;
+};
+
+constexpr const char* MisbehaviourHelp =
+    "silent, late=MS, junk, bad-checksum, short=BYTES, hold=MS (XOFF), unplug=BYTES; repeatable";
+
+/// Empty if the text names a misbehaviour.
+std::string SetMisbehaviour(const std::string& text, vk32::sim::Misbehaviour& misbehaviour) {
+  const std::size_t equals = text.find('=');
+  const std::string name = text.substr(0, equals);
+  int number = 0;
+  const bool numbered = equals != std::string::npos;
+  if (numbered) {
+    const char* const end = text.data() + text.size();
+    if (std::from_chars(text.data() + equals + 1, end, number).ptr != end || number < 0) return "not a number: " + text;
+  }
+  if (name == "silent" && !numbered) {
+    misbehaviour.silent = true;
+  } else if (name == "junk" && !numbered) {
+    misbehaviour.junk = true;
+  } else if (name == "bad-checksum" && !numbered) {
+    misbehaviour.badChecksum = true;
+  } else if (name == "late" && numbered) {
+    misbehaviour.late = std::chrono::milliseconds(number);
+  } else if (name == "short" && numbered) {
+    misbehaviour.shortBy = number;
+  } else if (name == "hold" && numbered) {
+    misbehaviour.hold = std::chrono::milliseconds(number);
+  } else if (name == "unplug" && numbered) {
+    misbehaviour.unplugAfter = number;
+  } else {
+    return std::string("not one of: ") + MisbehaviourHelp;
+  }
+  return {};
+}
+
+/// Readable when the user ends the program (SIGINT, SIGTERM, SIGHUP) or presses the Configure button (SIGUSR1).
+int SignalDescriptor() {
+  sigset_t signals;
+  sigemptyset(&signals);
+  for (const int number : {SIGINT, SIGTERM, SIGHUP, SIGUSR1}) sigaddset(&signals, number);
+  sigprocmask(SIG_BLOCK, &signals, nullptr);
+  return signalfd(-1, &signals, SFD_CLOEXEC | SFD_NONBLOCK);
+}
+
+void Sleep(int terminal, int signals, std::optional<Time> until) {
+  pollfd descriptors[] = {{terminal, POLLIN, 0}, {signals, POLLIN, 0}};
+  timespec left{};
+  if (until) {
+    const Time span = std::max(*until - MonotonicNow(), Time{0});
+    left = {span.count() / 1'000'000'000, span.count() % 1'000'000'000};
+  }
+  ppoll(descriptors, 2, until ? &left : nullptr, nullptr);
+}
+
+void Simulate(const Options& options, const vk32::sim::GatewayKind& kind) {
+  vk32::sim::Gateway gateway(kind, options.misbehaviour);
+  if (options.needsButton) gateway.StartInOperation();
+  const Time byteTime = options.pace ? vk32::sim::SimulatedLine::ByteTime(kind.baudRate) : Time{0};
+  vk32::sim::SimulatedLine line(gateway, byteTime);
+  vk32::sim::PseudoTerminal terminal;
+  if (!options.port.empty()) terminal.RegisterAs(options.port);
+  gateway.OnStored = [&] {
+    std::cout << kind.product << " has stored a configuration of " << gateway.Image().size() << " bytes" << std::endl;
+    if (!options.dump.empty()) std::ofstream(options.dump, std::ios::binary) << gateway.Image();
+  };
+  std::cout << kind.product << " on "
+            << (options.port.empty() ? terminal.Path() : options.port + ", " + terminal.Path()) << std::endl;
+  const int signals = SignalDescriptor();
+  while (!line.Unplugged()) {
+    Sleep(terminal.Fd(), signals, line.NextDue());
+    signalfd_siginfo signal{};
+    if (read(signals, &signal, sizeof signal) == sizeof signal) {
+      if (signal.ssi_signo != SIGUSR1) return;
+      gateway.PressConfigure();
+    }
+    line.FromHost(terminal.Read(), MonotonicNow());
+    terminal.Write(line.ToHost(MonotonicNow()));
+  }
+  std::cout << kind.product << " has been unplugged" << std::endl;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  CLI::App parser("A simulated gateway on a pseudo-terminal. Ends on Ctrl-C; SIGUSR1 presses its Configure button.");
+  Options options;
+  std::vector<std::string> misbehaviours;
+  parser.add_option("PRODUCT", options.product, "RB2000")->required();
+  parser.add_option("--port", options.port, "port name to stand under, COM1 to COM32")->type_name("COMn");
+  parser.add_flag("--pace", options.pace, "carry bytes at the rate of the true line");
+  parser.add_flag("--needs-button", options.needsButton, "answer only after the Configure button was pressed");
+  parser.add_option("--dump", options.dump, "file that takes each stored configuration")->type_name("FILE");
+  parser.add_option("--misbehave", misbehaviours, MisbehaviourHelp)
+      ->type_name("HOW")
+      ->each([&](const std::string& text) {
+        const std::string fault = SetMisbehaviour(text, options.misbehaviour);
+        if (!fault.empty()) throw CLI::ValidationError("--misbehave", fault);
+      });
+  parser.set_version_flag("--version", vk32::ProgramVersion());
+  CLI11_PARSE(parser, argc, argv);
+
+  const auto* kind = vk32::sim::FindGatewayKind(options.product);
+  if (!kind) {
+    std::cerr << "There is no simulated " << options.product << ". Choose RB2000.\n";
+    return 2;
+  }
+  if (!options.port.empty() && vk32::PortNames::Number(options.port) == 0) {
+    std::cerr << "--port takes COM1 to COM32, not " << options.port << ".\n";
+    return 2;
+  }
+  try {
+    Simulate(options, *kind);
+  } catch (const std::exception& error) {
+    std::cerr << error.what() << "\n";
+    return 1;
+  }
+  return 0;
+}

@@ -1,0 +1,35 @@
+// The one object that is passed around: what the system shares. Two of them in one process do not know of each other.
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "core/Globals.h"
+#include "forms/Forms.h"
+#include "link/modCOMM.h"
+#include "platform/PortNames.h"
+
+namespace vk32 {
+
+struct App {
+  App(EventLoop& loop, Screen& screen, SerialDriver& driver, const PortNames& portNames);
+
+  const PortNames& ports;
+  Globals globals;
+  Forms forms;
+  modCOMM comm;
+};
+
+/// The version of the program, as the files and the pages show it: "1.8.11".
+std::string ProgramVersion();
+
+/// Makes a form known under its FormName.
+template <class F>
+void RegisterForm(App& app) {
+  app.forms.Register(F::FormName, [&app] { return std::make_shared<F>(app); });
+}
+
+/// Makes every form of the program known, loads the splash page and shows it.
+void StartProgram(App& app);
+
+}  // namespace vk32

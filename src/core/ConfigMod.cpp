@@ -1,0 +1,186 @@
+// The two transfer styles: numbered blocks, and one image.
+#include "core/ConfigMod.h"
+
+#include "app/App.h"
+#include "core/Convert.h"
+#include "core/DownloadProgress.h"
+#include "link/BuildFrame.h"
+#include "link/Frames.h"
+#include "link/VKComSubs.h"
+
+namespace vk32 {
+namespace {
+
+constexpr int ReadInterval = 3000;  // ms
+
+void ErrorBox(App& app) {
+  app.forms.MsgBox("A timeout or error has occured while communicating to the " + app.globals.CurrentProduct,
+                   MessageIcon::Critical, "Error!");
+}
+
+/// Sets the time allowed for the waits to come; the timer stays off until a wait starts it.
+void SetInterval(Form& form, int milliseconds) {
+  Timer& timer = form.Get<Timer>("TimeOutTmr");
+  timer.Interval = milliseconds;
+  timer.Enabled = false;
+}
+
+/// False if there is no port to write to: the exchange takes it for a device that does not answer.
+bool Send(App& app, const Bytes& message) {
+  try {
+    app.comm.CommWrite(app.globals.ComPortNumber, message);
+    return true;
+  } catch (const RuntimeFault&) {
+    return false;
+  }
+}
+
+bool SendAndWaitForAck(App& app, const Bytes& message, Form& form) {
+  return Send(app, message) && WaitForAck(app, form) != FlagTrue;
+}
+
+void OpenExchange(App& app) {
+  OpenLink(app);
+  SetDeviceLink(app);
+}
+
+void CloseExchange(App& app) { app.comm.CommClose(app.globals.ComPortNumber); }
+
+void SelectBlock(Globals& globals, std::int16_t block, std::int16_t length) {
+  globals.BlockAddressExt = 0;
+  globals.BlockNumber = block;
+  globals.BlockLength = length;
+  globals.BlockData = globals.BlockTable[static_cast<std::size_t>(block)];
+}
+
+DownloadProgress* ProgressMessage(App& app, bool load) {
+  Form* form = load ? &app.forms.Load(DownloadProgress::FormName) : app.forms.Find(DownloadProgress::FormName);
+  return dynamic_cast<DownloadProgress*>(form);
+}
+
+/// Reads one block's reply into `reply`. False on a time-out or a wrong checksum.
+bool ReadBlock(App& app, Bytes& reply, Form& form) {
+  if (!SendAndWaitForAck(app, BuildFrame(app.globals, BlockFrame::Read), form)) return false;
+  const std::int32_t n = ReadBytes(app, reply, BlockFrame::ReplyLength, form);
+  if (n < 0) return false;
+  return n == 0 || Mid(reply, n, 1) == Checksum8(reply, n - 1);
+}
+
+/// The part of an image upload behind "TR" and the length: the image, without its header and checksum.
+Bytes ReadImage(App& app, std::int32_t total, std::int32_t headerLength, Form& form) {
+  Bytes header, data;
+  SetInterval(form, ReadInterval);
+  ReadBytes(app, header, headerLength, form);
+  SetInterval(form, ReadInterval);
+  ReadBytes(app, data, total - headerLength, form);
+  Send(app, Bytes(1, Ack));
+  data.resize(data.size() < 2 ? 0 : data.size() - 2);
+  return data;
+}
+
+}  // namespace
+
+bool DownloadImage(App& app, ConfigurationForm& form) {
+  const int registers = static_cast<int>(app.globals.ConfigImage.size()) / 2;
+  const int allowed = CLng((registers * 0.1 + 5) * 1000);  // ms
+  SetInterval(form, allowed);
+  OpenExchange(app);
+  app.comm.CommFlush(app.globals.ComPortNumber);
+  Bytes frame;
+  try {
+    frame = BuildFrame(app.globals, ImageFrame::Code);
+  } catch (const RuntimeFault&) {
+    CloseExchange(app);
+    app.forms.MsgBox(
+        "The configuration can't be sent: the bytes of an image message may add up to 32767 at most, and "
+        "these add up to more.\r\nUse fewer mapping slots or smaller numbers, and click FINISH again.",
+        MessageIcon::Critical, "Error!");
+    return false;
+  }
+  bool done = Send(app, frame);
+  if (done) {
+    const std::string& product = app.globals.CurrentProduct;
+    if (product == "RB2000" || product == "RB3000") {
+      ProgressMessage(app, true)->StartDownloadTimer(form.Get<Timer>("TimeOutTmr"), allowed);
+    }
+    done = WaitForAck(app, form) != FlagTrue;
+  }
+  if (!done) ErrorBox(app);
+  if (DownloadProgress* message = ProgressMessage(app, false)) message->StopDownloadTimer();
+  CloseExchange(app);
+  return done;
+}
+
+bool DownloadBlocks(App& app, ConfigurationForm& form) {
+  Globals& globals = app.globals;
+  OpenExchange(app);
+  app.comm.CommFlush(globals.ComPortNumber);
+  for (std::size_t i = 1; i < globals.BlockList.size(); ++i) {
+    const std::int16_t block = globals.BlockList[i];
+    SelectBlock(globals, block, CInt(static_cast<double>(globals.BlockTable[static_cast<std::size_t>(block)].size())));
+    if (!SendAndWaitForAck(app, BuildFrame(globals, BlockFrame::Write), form)) {
+      ErrorBox(app);
+      CloseExchange(app);
+      return false;
+    }
+  }
+  Send(app, EndOfExchange);
+  CloseExchange(app);
+  return true;
+}
+
+void UploadImage(App& app, ConfigurationForm& form) {
+  const std::string& product = app.globals.CurrentProduct;
+  const std::int32_t headerLength = product == "RB2000" || product == "RB3000" ? 10 : 12;
+  SetInterval(form, ReadInterval);
+  app.globals.CommFailed = FlagFalse;
+  OpenExchange(app);
+  app.comm.CommFlush(app.globals.ComPortNumber);
+  Bytes reply;
+  if (Send(app, ImageRequest)) ReadBytes(app, reply, 4, form);
+  if (reply.size() == 4 && Mid(reply, 1, 2) == ImageReplyStart) {
+    const std::int32_t total = Asc(reply, 3) + 256 * Asc(reply, 4) + 2;
+    const Bytes data = ReadImage(app, total, headerLength, form);
+    // A wizard that was closed meanwhile takes nothing over: the registers may be another's by now.
+    if (form.IsLoaded()) {
+      if (data.size() / 2 <= app.globals.RegisterHigh.size()) {
+        app.globals.LoadRegisters(data, 0);
+        form.Parameter_Setup_RB();
+      } else {
+        ErrorBox(app);  // longer than any image: not this product
+      }
+    }
+  }
+  CloseExchange(app);
+}
+
+void UploadBlocks(App& app, ConfigurationForm& form) {
+  Globals& globals = app.globals;
+  globals.CommFailed = FlagFalse;
+  SetInterval(form, ReadInterval);
+  globals.BlockAddressHigh = 0;
+  OpenExchange(app);
+  for (std::size_t i = 1; i < globals.BlockList.size(); ++i) {
+    Bytes reply;
+    SelectBlock(globals, globals.BlockList[i], BlockFrame::ReadLength);
+    if (!ReadBlock(app, reply, form)) {
+      ErrorBox(app);
+      globals.CommFailed = FlagTrue;
+      CloseExchange(app);
+      return;
+    }
+    if (form.IsLoaded()) form.RemoveData(reply);
+  }
+  Send(app, EndOfExchange);
+  if (form.IsLoaded()) form.Parameter_Setup_VK();
+  CloseExchange(app);
+}
+
+void SendReboot(App& app) {
+  OpenExchange(app);
+  app.comm.CommFlush(app.globals.ComPortNumber);
+  Send(app, Restart);
+  CloseExchange(app);
+}
+
+}  // namespace vk32

@@ -1,0 +1,78 @@
+// What all controls do.
+#include "forms/Control.h"
+
+#include <algorithm>
+
+#include "forms/Forms.h"
+
+namespace vk32 {
+
+Control::Control(Kind kind, const Container& container, ControlName name, Place place)
+    : Left(*this, "Left", place.left),
+      Top(*this, "Top", place.top),
+      Width(*this, "Width", place.width),
+      Height(*this, "Height", place.height),
+      Visible(*this, "Visible", true),
+      Enabled(*this, "Enabled", true),
+      ToolTip(*this, "ToolTip", {}),
+      ForeColor(*this, "ForeColor", SystemButtonText),
+      BackColor(*this, "BackColor", SystemButtonFace),
+      kind_(kind),
+      container_(container),
+      name_(name) {
+  auto& controls = OwnerForm().controls_;
+  TabIndex = static_cast<int>(controls.size());
+  controls.push_back(this);
+}
+
+Control::~Control() {
+  auto& controls = OwnerForm().controls_;
+  controls.erase(std::find(controls.begin(), controls.end(), this));
+}
+
+std::string_view Control::KindName() const {
+  switch (kind_) {
+    case Kind::Label: return "Label";
+    case Kind::TextBox: return "TextBox";
+    case Kind::ComboBox: return "ComboBox";
+    case Kind::CheckBox: return "CheckBox";
+    case Kind::OptionButton: return "OptionButton";
+    case Kind::ImageButton: return "ImageButton";
+    case Kind::CommandButton: return "CommandButton";
+    case Kind::Image: return "Image";
+    case Kind::Frame: return "Frame";
+    case Kind::VScrollBar: return "VScrollBar";
+    case Kind::ProgressBar: return "ProgressBar";
+    case Kind::Timer: return "Timer";
+    case Kind::FileDialog: return "FileDialog";
+  }
+  return {};
+}
+
+std::string Control::FullName() const {
+  std::string name = name_.name;
+  if (name_.index) name += "(" + std::to_string(*name_.index) + ")";
+  return name;
+}
+
+bool Control::Shown() const { return Visible && (Parent() ? Parent()->Shown() : OwnerForm().Visible.Value()); }
+
+Act Control::Reachable() const {
+  if (!Shown()) return Act::Hidden;
+  for (const Control* control = this; control; control = control->Parent()) {
+    if (!control->Enabled) return Act::Disabled;
+  }
+  return Act::Done;
+}
+
+void Control::MouseMove() {
+  Perform([this] { Raise(OnMouseMove); });
+}
+
+void Control::Dispatch(const std::function<void()>& act) { OwnerForm().Registry().dispatcher.Dispatch(act); }
+
+void Control::PropertyChanged(const PropertyBase& property) {
+  if (FormObserver* observer = OwnerForm().observer_) observer->ControlChanged(*this, property);
+}
+
+}  // namespace vk32

@@ -1,0 +1,141 @@
+// What all controls have in common: a name, a place, flags, and the way from an act or an assignment to a handler.
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <type_traits>
+#include <vector>
+
+#include "forms/Look.h"
+#include "forms/Property.h"
+
+namespace vk32 {
+
+class Control;
+class Form;
+class Frame;
+
+/// What came of an act of the user.
+enum class Act { Done, Hidden, Disabled, Locked, NoSuchEntry, NotThisKind };
+
+/// What an event runs: a method of the form, with the index of the element for a control array, or a piece of code.
+class Handler {
+ public:
+  Handler() = default;
+  template <class F>
+  Handler(void (F::*method)()) : run_([method](Form& form, int) { (static_cast<F&>(form).*method)(); }) {}
+  template <class F>
+  Handler(void (F::*method)(int index))
+      : run_([method](Form& form, int index) { (static_cast<F&>(form).*method)(index); }) {}
+  template <class Code, class = std::enable_if_t<std::is_invocable_v<Code>>>
+  Handler(Code code) : run_([code = std::move(code)](Form&, int) { code(); }) {}
+
+  explicit operator bool() const { return static_cast<bool>(run_); }
+  void Run(Form& form, int index) const {
+    if (run_) run_(form, index);
+  }
+
+ private:
+  std::function<void(Form&, int)> run_;
+};
+
+/// A name, with an index for an element of a control array.
+struct ControlName {
+  ControlName(const char* plain) : name(plain) {}
+  ControlName(const char* array, int element) : name(array), index(element) {}
+
+  const char* name;
+  std::optional<int> index;
+};
+
+/// A form or a frame: what controls lie in.
+class Container {
+ public:
+  Container(Form& form, Frame* frame) : form_(form), frame_(frame) {}
+
+  Form& OwnerForm() const { return form_; }
+  /// nullptr: the form itself.
+  Frame* AsFrame() const { return frame_; }
+
+ private:
+  Form& form_;
+  Frame* frame_;
+};
+
+class Control : public Element {
+ public:
+  enum class Kind {
+    Label,
+    TextBox,
+    ComboBox,
+    CheckBox,
+    OptionButton,
+    ImageButton,
+    CommandButton,
+    Image,
+    Frame,
+    VScrollBar,
+    ProgressBar,
+    Timer,
+    FileDialog,
+  };
+
+  ~Control() override;
+
+  Kind GetKind() const { return kind_; }
+  std::string_view KindName() const;
+  const char* Name() const { return name_.name; }
+  std::optional<int> Index() const { return name_.index; }
+  /// "ModStartTxt(3)", or the plain name.
+  std::string FullName() const;
+  Form& OwnerForm() const { return container_.OwnerForm(); }
+  /// The frame that it lies in, or nullptr.
+  Frame* Parent() const { return container_.AsFrame(); }
+  /// It, its frames and its form are visible.
+  bool Shown() const;
+  /// The text or the caption, whichever the kind has.
+  virtual std::string Words() const { return {}; }
+
+  /// The pointer moved over it.
+  void MouseMove();
+
+  Property<int> Left, Top, Width, Height;  // twips, from the container's corner
+  Property<bool> Visible;                  // its own flag
+  Property<bool> Enabled;
+  Property<std::string> ToolTip;
+  Property<Color> ForeColor;  // SystemButtonText: as its role has it
+  Property<Color> BackColor;  // SystemButtonFace: as its kind has it
+
+  Handler OnMouseMove;
+  /// The place in the tab order; the order of declaration unless the form sets another.
+  int TabIndex = 0;
+
+ protected:
+  Control(Kind kind, const Container& container, ControlName name, Place place);
+
+  /// Runs a handler for code that assigned a property: faults go to that code.
+  void Raise(const Handler& handler) { handler.Run(OwnerForm(), name_.index.value_or(0)); }
+  /// Runs an act of the user, if the control can be reached by one: faults go to the dispatcher.
+  template <class Do>
+  Act Perform(Do act);
+
+ private:
+  void PropertyChanged(const PropertyBase& property) override;
+  Act Reachable() const;
+  void Dispatch(const std::function<void()>& act);
+
+  Kind kind_;
+  Container container_;
+  ControlName name_;
+};
+
+template <class Do>
+Act Control::Perform(Do act) {
+  const Act reachable = Reachable();
+  if (reachable == Act::Done) Dispatch(act);
+  return reachable;
+}
+
+}  // namespace vk32

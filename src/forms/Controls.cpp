@@ -1,0 +1,335 @@
+// How each kind of control behaves.
+#include "forms/Controls.h"
+
+#include <algorithm>
+
+#include "forms/Forms.h"
+#include "resources/Pictures.h"
+
+namespace vk32 {
+
+Frame::Frame(const Container& container, ControlName name, Place place, Fill fill_)
+    : Control(Kind::Frame, container, name, place), Container(container.OwnerForm(), this), fill(fill_) {}
+
+Label::Label(const Container& container, ControlName name, Place place, std::string caption, TextRole role_,
+             Handler click, MouseHandlers mouse)
+    : Control(Kind::Label, container, name, place),
+      Caption(*this, "Caption", std::move(caption)),
+      OnClick(std::move(click)),
+      OnMouseDown(std::move(mouse.Down)),
+      OnMouseUp(std::move(mouse.Up)),
+      role(role_) {
+  OnMouseMove = std::move(mouse.Move);
+}
+
+Act Label::Press() {
+  return Perform([this] { Raise(OnMouseDown); });
+}
+
+Act Label::Release() {
+  return Perform([this] { Raise(OnMouseUp); });
+}
+
+Act Label::Click() {
+  return Perform([this] { Raise(OnClick); });
+}
+
+Image::Image(const Container& container, ControlName name, Place place)
+    : Control(Kind::Image, container, name, place) {}
+
+ImageButton::ImageButton(const Container& container, ControlName name, Place place, Handler click, WindowKey key_)
+    : Control(Kind::ImageButton, container, name, place),
+      Picture(*this, "Picture", 0),
+      OnClick(std::move(click)),
+      key(key_) {
+  if (const auto* row = FindPictureButton(name.name)) Picture = row->raised;
+}
+
+std::string ImageButton::Words() const {
+  const auto* row = FindPicture(Picture);
+  return row ? std::string(row->words) : std::string();
+}
+
+Act ImageButton::Press() {
+  return Perform([this] { Picture = PressedPicture(Picture); });
+}
+
+Act ImageButton::Release() {
+  // Also when the button has been hidden or disabled since: up always restores.
+  Picture = RaisedPicture(Picture);
+  return Act::Done;
+}
+
+Act ImageButton::Click() {
+  return Perform([this] { Raise(OnClick); });
+}
+
+CommandButton::CommandButton(const Container& container, ControlName name, Place place, std::string caption,
+                             Handler click, WindowKey key_)
+    : Control(Kind::CommandButton, container, name, place),
+      Caption(*this, "Caption", std::move(caption)),
+      OnClick(std::move(click)),
+      key(key_) {}
+
+Act CommandButton::Click() {
+  return Perform([this] { Raise(OnClick); });
+}
+
+TextBox::TextBox(const Container& container, ControlName name, Place place, Handler change, Lines lines_)
+    : Control(Kind::TextBox, container, name, place),
+      Text(*this, "Text", {}),
+      Locked(*this, "Locked", false),
+      SelStart(*this, "SelStart", 0),
+      SelLength(*this, "SelLength", 0),
+      OnChange(std::move(change)),
+      lines(lines_) {}
+
+Act TextBox::Type(std::string_view text) {
+  if (Locked) return Act::Locked;
+  return Perform([&] { AssignText(std::string(text)); });
+}
+
+Act TextBox::Key(char key) {
+  if (Locked) return Act::Locked;
+  return Perform([&] {
+    if (OnKeyPress && !OnKeyPress(key)) return;
+    const auto start = static_cast<std::size_t>(SelStart.Value());
+    const auto length = static_cast<std::size_t>(SelLength.Value());
+    if (key == '\b') {
+      const std::size_t back = length == 0 && start > 0 ? 1 : 0;
+      Replace(start - back, length + back, {});
+    } else if (static_cast<unsigned char>(key) >= ' ') {
+      Replace(start, length, std::string_view(&key, 1));
+    }
+  });
+}
+
+void TextBox::Replace(std::size_t start, std::size_t length, std::string_view text) {
+  std::string changed = Text;
+  changed.replace(start, length, text);
+  Text.Set(std::move(changed));
+  SelLength.Set(0);
+  SelStart.Set(static_cast<int>(start + text.size()));
+  Raise(OnChange);
+}
+
+void TextBox::AssignText(const std::string& text) {
+  Text.Set(text);
+  SelLength.Set(0);
+  SelStart.Set(static_cast<int>(text.size()));
+  Raise(OnChange);
+}
+
+void TextBox::AssignSelStart(const int& position) {
+  if (position < 0) throw RuntimeFault(RuntimeFault::InvalidCall);
+  SelStart.Set(std::min(position, static_cast<int>(Text.Value().size())));
+  AssignSelLength(SelLength);
+}
+
+void TextBox::AssignSelLength(const int& length) {
+  if (length < 0) throw RuntimeFault(RuntimeFault::InvalidCall);
+  SelLength.Set(std::min(length, static_cast<int>(Text.Value().size()) - SelStart));
+}
+
+ComboBox::ComboBox(const Container& container, ControlName name, Place place, std::vector<std::string> entries,
+                   Handler click, Style style_)
+    : Control(Kind::ComboBox, container, name, place),
+      Text(*this, "Text", {}),
+      ListIndex(*this, "ListIndex", -1),
+      OnClick(std::move(click)),
+      style(style_),
+      entries_(std::move(entries)) {}
+
+void ComboBox::SetEntries(std::vector<std::string> entries) {
+  entries_ = std::move(entries);
+  ListIndex.Set(-1);
+  Text.Set({});
+}
+
+void ComboBox::Show(const std::string& entry) {
+  const std::size_t index = IndexOf(entry);
+  if (index == entries_.size()) return;
+  ListIndex.Set(static_cast<int>(index));
+  Text.Set(entry);
+}
+
+Act ComboBox::Pick(std::string_view entry) {
+  const std::size_t index = IndexOf(entry);
+  bool found = index < entries_.size();
+  const Act act = Perform([&] {
+    if (found) Select(index);
+  });
+  return act == Act::Done && !found ? Act::NoSuchEntry : act;
+}
+
+Act ComboBox::Type(std::string_view text) {
+  if (style == Style::ChoiceAlone) return Act::NotThisKind;
+  return Perform([&] { AssignText(std::string(text)); });
+}
+
+void ComboBox::AssignText(const std::string& text) {
+  const std::size_t index = IndexOf(text);
+  if (index < entries_.size()) {
+    Select(index);
+  } else if (text.empty() || style == Style::WithTextPart) {
+    ListIndex.Set(-1);
+    Text.Set(text);
+  }
+}
+
+void ComboBox::AssignListIndex(const int& index) {
+  if (index < -1 || index >= static_cast<int>(entries_.size())) throw RuntimeFault(RuntimeFault::InvalidCall);
+  if (index == -1) {
+    AssignText({});
+  } else {
+    Select(static_cast<std::size_t>(index));
+  }
+}
+
+void ComboBox::Select(std::size_t index) {
+  ListIndex.Set(static_cast<int>(index));
+  Text.Set(entries_[index]);
+  Raise(OnClick);
+}
+
+std::size_t ComboBox::IndexOf(std::string_view entry) const {
+  return static_cast<std::size_t>(std::find(entries_.begin(), entries_.end(), entry) - entries_.begin());
+}
+
+CheckBox::CheckBox(const Container& container, ControlName name, Place place, std::string caption, Handler click)
+    : Control(Kind::CheckBox, container, name, place),
+      Caption(*this, "Caption", std::move(caption)),
+      Value(*this, "Value", 0),
+      OnClick(std::move(click)) {}
+
+Act CheckBox::Click() {
+  return Perform([this] { AssignValue(1 - Value); });
+}
+
+void CheckBox::AssignValue(const int& value) {
+  if (value != 0 && value != 1) throw RuntimeFault(RuntimeFault::InvalidCall);
+  Value.Set(value);
+  Raise(OnClick);
+}
+
+OptionButton::OptionButton(const Container& container, ControlName name, Place place, std::string caption, bool value,
+                           Handler click)
+    : Control(Kind::OptionButton, container, name, place),
+      Caption(*this, "Caption", std::move(caption)),
+      Value(*this, "Value", value),
+      OnClick(std::move(click)) {}
+
+Act OptionButton::Click() {
+  return Perform([this] { AssignValue(true); });
+}
+
+void OptionButton::AssignValue(const bool& value) {
+  if (!value) {
+    Value.Set(false);
+    return;
+  }
+  for (Control* control : OwnerForm().Controls()) {
+    auto* other = dynamic_cast<OptionButton*>(control);
+    if (other && other != this && other->Parent() == Parent()) other->Value.Set(false);
+  }
+  Value.Set(true);
+  Raise(OnClick);
+}
+
+VScrollBar::VScrollBar(const Container& container, ControlName name, Place place, Handler change)
+    : Control(Kind::VScrollBar, container, name, place),
+      Min(*this, "Min", 0),
+      Max(*this, "Max", 0),
+      Value(*this, "Value", 0),
+      SmallChange(*this, "SmallChange", 1),
+      LargeChange(*this, "LargeChange", 1),
+      OnChange(std::move(change)) {}
+
+Act VScrollBar::Scroll(int value) {
+  return Perform([&] { AssignValue(std::clamp(value, Min.Value(), std::max(Min.Value(), Max.Value()))); });
+}
+
+void VScrollBar::AssignValue(const int& value) {
+  if (value < Min || value > Max) throw RuntimeFault(RuntimeFault::InvalidCall);
+  Value.Set(value);
+  Raise(OnChange);
+}
+
+void VScrollBar::AssignMax(const int& max) {
+  Max.Set(max);
+  if (Value > max) AssignValue(max);
+}
+
+ProgressBar::ProgressBar(const Container& container, ControlName name, Place place)
+    : Control(Kind::ProgressBar, container, name, place),
+      Min(*this, "Min", 0),
+      Max(*this, "Max", 100),
+      Value(*this, "Value", 0) {}
+
+void ProgressBar::AssignValue(const int& value) {
+  if (value < Min || value > Max) throw RuntimeFault(RuntimeFault::InvalidCall);
+  Value.Set(value);
+}
+
+Timer::Timer(Form& form, ControlName name, int interval, bool enabled, Handler tick)
+    : Control(Kind::Timer, form, name, {}),
+      Interval(*this, "Interval", interval),
+      Enabled(*this, "Enabled", enabled),
+      OnTimer(std::move(tick)) {
+  Restart();
+}
+
+Timer::~Timer() { OwnerForm().Registry().dispatcher.Loop().StopTimer(running_); }
+
+void Timer::AssignInterval(const int& milliseconds) {
+  if (milliseconds < 0) throw RuntimeFault(RuntimeFault::InvalidCall);
+  Interval.Set(milliseconds);
+  Restart();
+}
+
+void Timer::AssignEnabled(const bool& enabled) {
+  Enabled.Set(enabled);
+  Restart();
+}
+
+void Timer::Restart() {
+  EventLoop& loop = OwnerForm().Registry().dispatcher.Loop();
+  loop.StopTimer(running_);
+  running_ = 0;
+  if (!Enabled || Interval == 0) return;
+  const Time interval = std::chrono::milliseconds(Interval.Value());
+  due_ = loop.Now() + interval;
+  Arm(interval);
+}
+
+void Timer::Arm(Time delay) {
+  running_ = OwnerForm().Registry().dispatcher.Loop().StartTimer(delay, [this] { Tick(); });
+}
+
+void Timer::Tick() {
+  Dispatcher& dispatcher = OwnerForm().Registry().dispatcher;
+  const Time interval = std::chrono::milliseconds(Interval.Value());
+  const Time now = dispatcher.Loop().Now();
+  // Ticks keep their raster; those that came too late to be of use are left out.
+  due_ = std::max(due_ + interval, now);
+  Arm(due_ - now);
+  dispatcher.Dispatch([this] { Raise(OnTimer); });
+}
+
+FileDialog::FileDialog(Form& form, ControlName name)
+    : Control(Kind::FileDialog, form, name, {}),
+      DialogTitle(*this, "DialogTitle", {}),
+      Filter(*this, "Filter", {}),
+      FileName(*this, "FileName", {}),
+      CancelError(*this, "CancelError", false) {}
+
+void FileDialog::ShowOpen() { Show(false); }
+
+void FileDialog::ShowSave() { Show(true); }
+
+void FileDialog::Show(bool save) {
+  const auto kind = save ? FileDialogRequest::Kind::Save : FileDialogRequest::Kind::Open;
+  if (const auto path = OwnerForm().Registry().AskFile({kind, DialogTitle, Filter})) FileName = *path;
+}
+
+}  // namespace vk32

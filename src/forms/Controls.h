@@ -1,0 +1,268 @@
+// The kinds of controls. Assigning a text, a value or a selection from code does what the user's act does: it runs the
+// handler, every time, also when the value is the same.
+#pragma once
+
+#include <cstddef>
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "forms/Control.h"
+#include "platform/EventLoop.h"
+
+namespace vk32 {
+
+/// A frame holds other controls; it has no border and shows no caption.
+class Frame : public Control, public Container {
+ public:
+  Frame(const Container& container, ControlName name, Place place, Fill fill = Fill::None);
+
+  const Fill fill;
+};
+
+/// The events of a label or a form other than its click.
+struct MouseHandlers {
+  Handler Down, Up, Move;
+};
+
+class Label : public Control {
+ public:
+  Label(const Container& container, ControlName name, Place place, std::string caption, TextRole role = TextRole::Body,
+        Handler click = {}, MouseHandlers mouse = {});
+
+  std::string Words() const override { return Caption; }
+  /// A click leads somewhere; the front end shows that it can be clicked and takes it into the tab order if it's a
+  /// link.
+  bool IsClickable() const { return static_cast<bool>(OnClick); }
+
+  Act Press();
+  Act Release();
+  Act Click();
+
+  Property<std::string> Caption;
+  Handler OnClick, OnMouseDown, OnMouseUp;
+  const TextRole role;
+};
+
+/// A picture that does nothing: the icon of the program.
+class Image : public Control {
+ public:
+  Image(const Container& container, ControlName name, Place place);
+};
+
+/// Which key of the window presses a button, or leads to it.
+enum class WindowKey { None, Enter, Escape, EscapeMovesFocus };
+
+/// A button that shows a numbered picture. It is pressed and raised by one rule, from the table of pictures.
+class ImageButton : public Control {
+ public:
+  /// Shows the raised picture that the table has for `name`.
+  ImageButton(const Container& container, ControlName name, Place place, Handler click,
+              WindowKey key = WindowKey::None);
+
+  std::string Words() const override;
+
+  Act Press();    // mouse down, whichever button
+  Act Release();  // mouse up, wherever the pointer went
+  Act Click();
+
+  Property<int> Picture;
+  Handler OnClick;
+  const WindowKey key;
+};
+
+class CommandButton : public Control {
+ public:
+  CommandButton(const Container& container, ControlName name, Place place, std::string caption, Handler click,
+                WindowKey key = WindowKey::None);
+
+  std::string Words() const override { return Caption; }
+
+  Act Click();
+
+  Property<std::string> Caption;
+  Handler OnClick;
+  const WindowKey key;
+};
+
+/// One line of text, or a box of many lines (the terminal).
+class TextBox : public Control {
+ public:
+  enum class Lines { One, Many };
+  /// Runs before a key gets into the text; gives false to keep it out.
+  using KeyFilter = std::function<bool(char key)>;
+
+  TextBox(const Container& container, ControlName name, Place place, Handler change = {}, Lines lines = Lines::One);
+
+  std::string Words() const override { return Text; }
+
+  Act Type(std::string_view text);  // replaces the whole text
+  Act Key(char key);                // puts one key in place of the selection
+
+ private:
+  void AssignText(const std::string& text);
+  void AssignSelStart(const int& position);
+  void AssignSelLength(const int& length);
+  void Replace(std::size_t start, std::size_t length, std::string_view text);
+
+ public:
+  ActiveProperty<std::string, TextBox, &TextBox::AssignText> Text;
+  Property<bool> Locked;
+  ActiveProperty<int, TextBox, &TextBox::AssignSelStart> SelStart;    // 0 to the length of the text
+  ActiveProperty<int, TextBox, &TextBox::AssignSelLength> SelLength;  // never beyond the end
+  Handler OnChange;
+  KeyFilter OnKeyPress;
+  const Lines lines;
+};
+
+/// A drop-down list.
+class ComboBox : public Control {
+ public:
+  enum class Style { ChoiceAlone, WithTextPart };
+
+  ComboBox(const Container& container, ControlName name, Place place, std::vector<std::string> entries, Handler click,
+           Style style = Style::ChoiceAlone);
+
+  std::string Words() const override { return Text; }
+  const std::vector<std::string>& Entries() const { return entries_; }
+  /// Takes new entries and clears the selection; runs nothing.
+  void SetEntries(std::vector<std::string> entries);
+  /// Shows the entry without running the handler: an earlier choice is told, not made. No such entry: does nothing.
+  void Show(const std::string& entry);
+  /// The tool tip of an entry, asked for when it is shown. None by default.
+  std::function<std::string(const std::string& entry)> EntryToolTip;
+
+  Act Pick(std::string_view entry);
+  Act Type(std::string_view text);  // into the text part
+
+ private:
+  void AssignText(const std::string& text);
+  void AssignListIndex(const int& index);
+  void Select(std::size_t index);
+  std::size_t IndexOf(std::string_view entry) const;
+
+ public:
+  /// An entry's text selects it and runs the click handler; the empty text clears the selection, any other leaves it,
+  /// and both run nothing. With a text part every text stands; the handler runs for entries alone.
+  ActiveProperty<std::string, ComboBox, &ComboBox::AssignText> Text;
+  ActiveProperty<int, ComboBox, &ComboBox::AssignListIndex> ListIndex;  // from 0; -1: none. Beyond: fault 5
+  Handler OnClick;
+  const Style style;
+
+ private:
+  std::vector<std::string> entries_;
+};
+
+class CheckBox : public Control {
+ public:
+  CheckBox(const Container& container, ControlName name, Place place, std::string caption, Handler click = {});
+
+  std::string Words() const override { return Caption; }
+
+  Act Click();  // toggles
+
+ private:
+  void AssignValue(const int& value);
+
+ public:
+  Property<std::string> Caption;
+  ActiveProperty<int, CheckBox, &CheckBox::AssignValue> Value;  // 0 or 1, else fault 5
+  Handler OnClick;
+};
+
+/// Of the options that lie in the same container one is selected.
+class OptionButton : public Control {
+ public:
+  OptionButton(const Container& container, ControlName name, Place place, std::string caption, bool value,
+               Handler click = {});
+
+  std::string Words() const override { return Caption; }
+
+  Act Click();
+
+ private:
+  void AssignValue(const bool& value);
+
+ public:
+  Property<std::string> Caption;
+  /// Selecting it clears the others and runs its handler; clearing it runs nothing.
+  ActiveProperty<bool, OptionButton, &OptionButton::AssignValue> Value;
+  Handler OnClick;
+};
+
+class VScrollBar : public Control {
+ public:
+  VScrollBar(const Container& container, ControlName name, Place place, Handler change);
+
+  Act Scroll(int value);
+
+ private:
+  void AssignValue(const int& value);
+  void AssignMax(const int& max);
+
+ public:
+  Property<int> Min;
+  ActiveProperty<int, VScrollBar, &VScrollBar::AssignMax> Max;      // below Value: Value follows, with its handler
+  ActiveProperty<int, VScrollBar, &VScrollBar::AssignValue> Value;  // Min to Max, else fault 5
+  Property<int> SmallChange, LargeChange;
+  Handler OnChange;
+};
+
+class ProgressBar : public Control {
+ public:
+  ProgressBar(const Container& container, ControlName name, Place place);
+
+ private:
+  void AssignValue(const int& value);
+
+ public:
+  Property<int> Min, Max;
+  ActiveProperty<int, ProgressBar, &ProgressBar::AssignValue> Value;  // Min to Max, else fault 5
+};
+
+/// Ticks each time its interval has passed, from the moment it was enabled.
+class Timer : public Control {
+ public:
+  Timer(Form& form, ControlName name, int interval, bool enabled, Handler tick);
+  ~Timer() override;
+
+  /// A timer stands nowhere on the form.
+  bool IsRunning() const { return running_ != 0; }
+
+ private:
+  void AssignInterval(const int& milliseconds);
+  void AssignEnabled(const bool& enabled);
+  void Restart();
+  void Arm(Time delay);
+  void Tick();
+
+  Time due_{};
+  TimerQueue::Id running_ = 0;
+
+ public:
+  ActiveProperty<int, Timer, &Timer::AssignInterval> Interval;  // ms; 0 never ticks
+  /// Assigning True starts a full interval anew, always. Hides the flag of the other controls on purpose.
+  ActiveProperty<bool, Timer, &Timer::AssignEnabled> Enabled;
+  Handler OnTimer;
+};
+
+/// A common file dialog of the platform.
+class FileDialog : public Control {
+ public:
+  FileDialog(Form& form, ControlName name);
+
+  /// Asks, and puts the chosen path into FileName; on a cancel FileName stays as it is.
+  void ShowOpen();
+  void ShowSave();
+
+  Property<std::string> DialogTitle;
+  Property<std::string> Filter;  // description|pattern pairs, joined by |
+  Property<std::string> FileName;
+  Property<bool> CancelError;  // False: a cancel is no fault
+
+ private:
+  void Show(bool save);
+};
+
+}  // namespace vk32

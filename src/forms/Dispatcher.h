@@ -1,0 +1,53 @@
+// The door through which every act of the user and every tick enters, and the waits of those who are inside.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <vector>
+
+#include "forms/Screen.h"
+#include "platform/EventLoop.h"
+
+namespace vk32 {
+
+class Dispatcher {
+ public:
+  Dispatcher(EventLoop& loop, Screen& screen) : loop_(loop), screen_(screen) {}
+
+  /// Runs an act. Nothing that it throws gets out: a fault that nobody caught is told to the user and ends the program.
+  void Dispatch(const std::function<void()>& act);
+
+  /// Lets pending events run, from inside an act.
+  void DoEvents();
+  /// Sleeps until `fd` can be read or an event is due. The only sleep of the program's waits.
+  void Idle(int fd);
+
+  /// Ends the program at once, from inside an act: no question, no form is told.
+  [[noreturn]] void End();
+  bool Ended() const { return ended_; }
+  /// Unwinds the act that is under way, if the program has ended while it let events run.
+  void LeaveIfEnded() const;
+  /// Runs when the program ends, by a fault or by End.
+  void AtEnd(std::function<void()> closePorts) { atEnd_ = std::move(closePorts); }
+
+  /// Keeps an object alive until no act is under way.
+  void KeepWhileActing(std::shared_ptr<void> object);
+
+  EventLoop& Loop() const { return loop_; }
+
+ private:
+  /// Not a std::exception, so that no trap for faults holds it up.
+  struct ProgramEnd {};
+
+  void Fault(int number, const std::string& description);
+  void Close();
+
+  EventLoop& loop_;
+  Screen& screen_;
+  std::function<void()> atEnd_;
+  std::vector<std::shared_ptr<void>> kept_;
+  int depth_ = 0;
+  bool ended_ = false;
+};
+
+}  // namespace vk32

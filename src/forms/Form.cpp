@@ -1,0 +1,76 @@
+// What every form does.
+#include "forms/Form.h"
+
+#include "forms/Forms.h"
+
+namespace vk32 {
+
+Form::Form(Forms& forms, const char* name, std::string caption, int width, int height, FormStyle style_)
+    : Container(*this, nullptr),
+      Caption(*this, "Caption", std::move(caption)),
+      Width(*this, "Width", width),
+      Height(*this, "Height", height),
+      Visible(*this, "Visible", false),
+      CloseEnabled(*this, "CloseEnabled", true),
+      style(style_),
+      forms_(forms),
+      name_(name) {}
+
+Form::~Form() = default;
+
+Control* Form::Find(std::string_view name, std::optional<int> index) const {
+  for (Control* control : controls_) {
+    if (name == control->Name() && index == control->Index()) return control;
+  }
+  return nullptr;
+}
+
+RuntimeFault Form::NoSuchControl(std::string_view name) const {
+  return {RuntimeFault::InvalidCall, std::string(name_) + " has no such control: " + std::string(name)};
+}
+
+void Form::AssignVisible(const bool& visible) {
+  Visible.Set(visible);
+  forms_.VisibleChanged(*this);
+}
+
+Act Form::Click() {
+  if (!Visible) return Act::Hidden;
+  forms_.dispatcher.Dispatch([this] { Form_Click(); });
+  return Act::Done;
+}
+
+void Form::MouseMove() {
+  if (Visible) forms_.dispatcher.Dispatch([this] { Form_MouseMove(); });
+}
+
+void Form::UserCloses() {
+  if (!Visible || !CloseEnabled) return;
+  forms_.dispatcher.Dispatch([this] {
+    Form_Close();
+    forms_.EndIfNothingShows();
+  });
+}
+
+void Form::Form_Close() {
+  for (Control* control : controls_) {
+    if (auto* button = dynamic_cast<ImageButton*>(control); button && button->key == WindowKey::Escape) {
+      button->Click();
+      return;
+    }
+  }
+  UnloadMe();
+}
+
+void Form::Unloaded() {
+  loaded_ = false;
+  Visible.Set(false);
+}
+
+void Form::UnloadMe() { forms_.Unload(*this); }
+
+void Form::PropertyChanged(const PropertyBase& property) {
+  if (observer_) observer_->FormChanged(property);
+}
+
+}  // namespace vk32

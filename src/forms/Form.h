@@ -1,0 +1,89 @@
+// A form: a set of named controls, and what it does when it is loaded.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "forms/Control.h"
+#include "forms/Controls.h"
+#include "forms/Screen.h"
+#include "platform/Fault.h"
+
+namespace vk32 {
+
+class Forms;
+
+/// Splash: a bare page without a title bar.
+enum class FormStyle { Window, Dialog, Splash };
+
+class Form : public Element, public Container {
+ public:
+  /// Size of the client area in twips.
+  Form(Forms& forms, const char* name, std::string caption, int width, int height, FormStyle style = FormStyle::Window);
+  ~Form() override;
+
+  const char* Name() const { return name_; }
+  Forms& Registry() const { return forms_; }
+  /// In the order of their declaration: the first lies at the bottom.
+  const std::vector<Control*>& Controls() const { return controls_; }
+
+  /// nullptr if there is none.
+  Control* Find(std::string_view name, std::optional<int> index = {}) const;
+  /// Fault 5 that names the form and the control if there is none, or one of another kind.
+  template <class T>
+  T& Get(std::string_view name, std::optional<int> index = {}) const {
+    if (auto* control = dynamic_cast<T*>(Find(name, index))) return *control;
+    throw NoSuchControl(name);
+  }
+
+  /// True from the load to the unload; a form that was unloaded can outlive it while its handlers are on the stack.
+  bool IsLoaded() const { return loaded_; }
+
+  // Acts of the user on the form itself.
+  Act Click();
+  void MouseMove();
+  /// The window's own close control.
+  void UserCloses();
+
+ private:
+  void AssignVisible(const bool& visible);
+
+ public:
+  Property<std::string> Caption;
+  Property<int> Width, Height;
+  ActiveProperty<bool, Form, &Form::AssignVisible> Visible;
+  Property<bool> CloseEnabled;  // whether the window's own close control works
+  const FormStyle style;
+
+ protected:
+  virtual void Form_Load() {}
+  virtual void Form_Click() {}
+  virtual void Form_MouseMove() {}
+  /// The user closed the window by its own close control. Does what Escape does; without such a button the form
+  /// unloads.
+  virtual void Form_Close();
+
+  /// Unloads this form.
+  void UnloadMe();
+
+ private:
+  friend class Control;
+  friend class Forms;
+
+  void PropertyChanged(const PropertyBase& property) override;
+  void Unloaded();
+  RuntimeFault NoSuchControl(std::string_view name) const;
+
+  Forms& forms_;
+  const char* name_;
+  FormObserver* observer_ = nullptr;
+  std::vector<Control*> controls_;
+  bool loaded_ = false;
+
+ public:
+  /// Who is told of changes; nullptr: nobody.
+  void Observe(FormObserver* observer) { observer_ = observer; }
+};
+
+}  // namespace vk32

@@ -1,0 +1,60 @@
+// The registry of forms: one instance per form, reached by name.
+#pragma once
+
+#include <functional>
+#include <map>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "forms/Dispatcher.h"
+#include "forms/Form.h"
+#include "forms/Screen.h"
+
+namespace vk32 {
+
+class Forms {
+ public:
+  using Factory = std::function<std::shared_ptr<Form>()>;
+
+  Forms(EventLoop& loop, Screen& screen) : dispatcher(loop, screen), screen_(screen) {}
+  ~Forms();
+
+  void Register(const std::string& name, Factory factory);
+  bool IsRegistered(std::string_view name) const;
+  std::vector<std::string> Names() const;
+
+  /// Runs the load handler, unless the form is loaded already. Fault 5 for a name that nobody registered.
+  Form& Load(std::string_view name);
+  /// Loads it and makes it visible, on top of the others.
+  Form& Show(std::string_view name);
+  /// The object lives on until the handlers that are on the stack have returned.
+  void Unload(Form& form);
+  void Unload(std::string_view name);
+  /// The loaded form of that name, or nullptr.
+  Form* Find(std::string_view name) const;
+  /// The loaded forms, topmost last.
+  const std::vector<std::shared_ptr<Form>>& Loaded() const { return loaded_; }
+
+  Answer MsgBox(const std::string& text, MessageIcon icon, const std::string& title = "VK32");
+  /// A Yes/No question; true for Yes.
+  bool AskYesNo(const std::string& text, bool yesBreaksSomething, const std::string& title = "VK32");
+  std::optional<std::string> AskFile(const FileDialogRequest& request);
+
+  Screen& GetScreen() const { return screen_; }
+
+  Dispatcher dispatcher;
+
+ private:
+  friend class Form;
+  void VisibleChanged(Form& form);
+  /// The program ends when the user closes the last window.
+  void EndIfNothingShows();
+
+  Screen& screen_;
+  std::map<std::string, Factory, std::less<>> factories_;
+  std::vector<std::shared_ptr<Form>> loaded_;
+};
+
+}  // namespace vk32

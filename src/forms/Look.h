@@ -1,0 +1,41 @@
+// The words in which a form tells the front end how it looks: places, colours, roles of texts and areas.
+#pragma once
+
+#include <cstdint>
+
+namespace vk32 {
+
+/// A place on a form or frame, in twips: 1440 to the inch, 15 to a pixel at scale 1.
+struct Place {
+  int left = 0, top = 0, width = 0, height = 0;
+};
+
+/// A colour in the platform's order, 0x00BBGGRR; with the top bit set it names a colour of the system.
+using Color = std::int32_t;
+constexpr Color SystemButtonText = static_cast<Color>(0x80000012);
+constexpr Color SystemButtonFace = static_cast<Color>(0x8000000F);
+constexpr Color StepCurrent = 0x2424AC;  // red 172, green 36, blue 36
+constexpr Color StepOther = 0x838D86;    // red 134, green 141, blue 131
+
+/// What a label's text is on its page; the front end picks size, weight and colour. A ForeColor set by code wins.
+enum class TextRole {
+  Body,
+  Title,       // of a page
+  Product,     // name of the product, head of a menu
+  Heading,     // of a group of fields
+  Step,        // line of a side menu
+  TableHead,   // above a column, bottom-aligned
+  TableText,   // row of a dense table
+  Muted,       // units and second lines
+  SplashName,  // on the splash page
+  SplashSubtitle,
+  BandName,      // on the shell's dark band
+  BandText,      // on the band, right-aligned
+  BandSubtitle,  // on the band, below the name
+  Link,          // on the band, right-aligned and underlined; opens a web page
+};
+
+/// What fills a frame.
+enum class Fill { None, Side, Band, Hairline, Accent, Table };
+
+}  // namespace vk32

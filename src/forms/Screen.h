@@ -1,0 +1,66 @@
+// The seam to the eyes and hands outside: what a front end, or a test, does for the forms.
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "forms/Property.h"
+
+namespace vk32 {
+
+class Control;
+class Form;
+class TextBox;
+
+enum class MessageIcon { None, Critical, Question, Exclamation, Information };
+enum class MessageButtons { OK, YesNo };
+enum class Answer { OK, Yes, No };
+
+struct MessageBoxRequest {
+  std::string text;  // lines parted by CR LF or LF, blanks as they stand
+  MessageIcon icon = MessageIcon::None;
+  std::string title;
+  MessageButtons buttons = MessageButtons::OK;
+  bool yesBreaksSomething = false;  // then No has the focus at first
+};
+
+struct FileDialogRequest {
+  enum class Kind { Open, Save };
+
+  Kind kind = Kind::Open;
+  std::string title;
+  std::string filter;  // description|pattern pairs, joined by |
+};
+
+/// Told of what changes on a loaded form, so that it can be drawn anew.
+class FormObserver {
+ public:
+  virtual ~FormObserver() = default;
+  virtual void FormChanged(const PropertyBase& property) = 0;
+  virtual void ControlChanged(Control& control, const PropertyBase& property) = 0;
+};
+
+class Screen {
+ public:
+  virtual ~Screen() = default;
+
+  /// The form is complete, its load handler has run. Called once, before the others.
+  virtual void FormLoaded(Form& form) = 0;
+  virtual void FormShown(Form& form) = 0;
+  virtual void FormHidden(Form& form) = 0;
+  /// The form goes; it stays a valid object until this call has returned.
+  virtual void FormUnloaded(Form& form) = 0;
+
+  /// Shows a modal box and waits for its answer. Timers may tick meanwhile.
+  virtual Answer Ask(const MessageBoxRequest& request) = 0;
+  /// Shows a modal file dialog; nothing if the user cancelled it.
+  virtual std::optional<std::string> AskFile(const FileDialogRequest& request) = 0;
+  virtual void OpenWebSite(const std::string& url) = 0;
+
+  /// A fault that nothing caught ends the program; ProgramEnded follows.
+  virtual void ProgramFaulted(int number, const std::string& description) = 0;
+  /// The program has ended itself: no act gets through to a form any more.
+  virtual void ProgramEnded() = 0;
+};
+
+}  // namespace vk32

@@ -1,0 +1,125 @@
+// The waits, checksums and probes of the device link.
+#include "link/VKComSubs.h"
+
+#include <algorithm>
+#include <limits>
+
+#include "app/App.h"
+#include "core/Convert.h"
+#include "link/Frames.h"
+
+namespace vk32 {
+namespace {
+
+constexpr int ProbeInterval = 1000;  // ms
+constexpr int BannerLength = 340;    // bytes
+constexpr const char* BannerName = "offline manager";
+
+Timer& TimeOutTmrOf(Form& form) { return form.Get<Timer>("TimeOutTmr"); }
+
+/// Reads until `count` bytes have been counted or the flag is set; stops the timer. Returns the count.
+std::int32_t ReadUntilTimeOut(App& app, Bytes& buffer, std::int32_t count, Timer& timer) {
+  Globals& globals = app.globals;
+  std::int32_t received = 0;
+  globals.TimeOutFlag = FlagFalse;
+  timer.Enabled = true;
+  while (received < count && globals.TimeOutFlag != FlagTrue) {
+    Bytes chunk;
+    received += app.comm.CommRead(globals.ComPortNumber, chunk, count - received);
+    buffer += chunk;
+    app.forms.dispatcher.DoEvents();
+    if (chunk.empty() && globals.TimeOutFlag != FlagTrue) app.comm.Idle(globals.ComPortNumber);
+  }
+  timer.Enabled = false;
+  return received;
+}
+
+}  // namespace
+
+Bytes Checksum8(const Bytes& text, int count) {
+  std::int32_t sum = 0;
+  for (int i = 1; i <= count; ++i) sum = (sum + Asc(text, i)) & 255;
+  return Bytes(1, Chr((256 - sum) & 255));
+}
+
+Bytes Checksum16(const Bytes& text, int count) {
+  std::int32_t sum = 0;
+  for (int i = 1; i <= count; ++i) {
+    sum += Asc(text, i);
+    if (sum > std::numeric_limits<std::int16_t>::max()) throw RuntimeFault(RuntimeFault::Overflow);
+  }
+  std::int32_t low = 0, high = 0;
+  SplitWord(sum, low, high);
+  return Bytes{Chr(low), Chr(high)};
+}
+
+std::string LinkSettings(const Globals& globals) { return "baud=" + globals.BaudRate + " parity=N data=8 stop=1"; }
+
+std::int32_t OpenLink(App& app) {
+  const std::int32_t port = app.globals.ComPortNumber;
+  return app.comm.CommOpen(port, "COM" + Str(port), LinkSettings(app.globals));
+}
+
+Flag WaitForAck(App& app, Form& form) {
+  Globals& globals = app.globals;
+  Timer& timer = TimeOutTmrOf(form);
+  Bytes reply;
+  globals.TimeOutFlag = FlagFalse;
+  timer.Enabled = true;
+  while (reply != Bytes(1, Ack) && globals.TimeOutFlag < FlagTrue) {
+    app.comm.CommRead(globals.ComPortNumber, reply, 1);
+    app.forms.dispatcher.DoEvents();
+    if (reply.empty() && globals.TimeOutFlag < FlagTrue) app.comm.Idle(globals.ComPortNumber);
+  }
+  timer.Enabled = false;
+  return globals.TimeOutFlag;
+}
+
+std::int32_t ReadBytes(App& app, Bytes& buffer, std::int32_t count, Form& form) {
+  const std::int32_t received = ReadUntilTimeOut(app, buffer, count, TimeOutTmrOf(form));
+  return app.globals.TimeOutFlag < FlagTrue ? received : -1;
+}
+
+void SetDeviceLink(App& app) {
+  const std::string settings = LinkSettings(app.globals);
+  const std::int32_t port = app.globals.ComPortNumber;
+  app.comm.CommSet(port, settings);
+  app.comm.CommFlush(port);
+  app.forms.dispatcher.DoEvents();
+  app.comm.CommSetNOXON(port, settings);
+}
+
+void CheckComPort(App& app) {
+  if (OpenLink(app) != 0) {
+    std::string error;
+    app.comm.CommGetError(error);
+    app.forms.MsgBox("UNABLE TO OPEN COM PORT,  Error: " + error, MessageIcon::Information,
+                     "INVALID COM PORT!!! Please Select Again.");
+    if (Form* menu = app.forms.Find("ProductMenu")) menu->Get<ComboBox>("COMCbo").Text = "None";
+    app.globals.ComPortText = "None";
+  }
+  app.comm.CommClose(app.globals.ComPortNumber);
+}
+
+bool DetectOfflineManager(App& app, Timer& timer) {
+  const int interval = timer.Interval;
+  timer.Interval = ProbeInterval;
+  app.globals.TimeOutFlag = FlagFalse;
+  OpenLink(app);  // "Port in use." after an earlier try: the probe goes on with the open port
+  Bytes text;
+  bool found = false;
+  try {
+    app.comm.CommWrite(app.globals.ComPortNumber, RecoveryProbe);
+    ReadUntilTimeOut(app, text, BannerLength, timer);
+    std::transform(text.begin(), text.end(), text.begin(),
+                   [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; });
+    found = text.find(BannerName) != Bytes::npos && app.globals.TimeOutFlag == FlagFalse;
+  } catch (const RuntimeFault&) {
+    // No port was ever chosen: as a device that does not answer.
+  }
+  timer.Interval = interval;
+  app.comm.CommFlush(app.globals.ComPortNumber);
+  return found;
+}
+
+}  // namespace vk32

@@ -1,0 +1,40 @@
+// The waits, checksums and probes of the device link.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "core/Globals.h"
+#include "forms/Form.h"
+
+namespace vk32 {
+
+struct App;
+
+/// The byte that makes the first `count` bytes of `text` sum to 0 modulo 256, as a one-byte string.
+Bytes Checksum8(const Bytes& text, int count);
+/// The plain sum of the first `count` bytes, low byte first. A sum above 32767 faults 6: a limit of the image message.
+Bytes Checksum16(const Bytes& text, int count);
+
+/// "baud=19200 parity=N data=8 stop=1", with the rate of the product.
+std::string LinkSettings(const Globals& globals);
+/// CommOpen of the chosen port with these settings. Returns its status.
+std::int32_t OpenLink(App& app);
+
+// The form that talks to a device has a timer TimeOutTmr, whose tick sets TimeOutFlag. Its Interval bounds each wait.
+
+/// Drops all that comes until ACK. 0 if it came, 65535 on time-out. The timer is disabled on return.
+Flag WaitForAck(App& app, Form& form);
+/// Appends up to `count` bytes to `buffer`. Returns the number of bytes read, -1 on time-out; what did arrive stays in
+/// the buffer. The timer is disabled on return.
+std::int32_t ReadBytes(App& app, Bytes& buffer, std::int32_t count, Form& form);
+/// Takes the line through flow control on and off, as it must go before the first message of an exchange.
+void SetDeviceLink(App& app);
+/// Opens the chosen port and closes it again. On failure tells the user why and sets the product menu's choice to
+/// "None".
+void CheckComPort(App& app);
+/// True if the device sits in its recovery mode: its banner of 340 bytes came in full within a second. The port stays
+/// open on return.
+bool DetectOfflineManager(App& app, Timer& timer);
+
+}  // namespace vk32

@@ -1,0 +1,144 @@
+// The wizard of the RB2000.
+#include "models/serial/Configuration_RB2000.h"
+
+#include "core/Convert.h"
+#include "shell/Subs.h"
+
+namespace vk32 {
+
+Configuration_RB2000::Configuration_RB2000(App& app_) : SerialWizard(app_, FormName, 3600, 3960) {}
+
+std::vector<WizardForm::Page> Configuration_RB2000::Pages() {
+  return {{&OpenConfigLbl, {&ConfigFrame}},
+          {&SerialSetLbl, {&SerialSettingsFrame}},
+          {&ProtoSetLbl, {&ProtocolSettingsFrame}},
+          {&ModAddrMapLbl, MappingFrames()},
+          {&ApplySetLbl, {&ApplyFrame}}};
+}
+
+std::span<const FixedByte> Configuration_RB2000::FixedBytes() const {
+  // What they mean to the device is not known; it wants them so.
+  static constexpr FixedByte fixed[] = {
+      {{0, Half::High}, 4},  {{0, Half::Low}, 153}, {{6, Half::High}, 2},
+      {{10, Half::High}, 8}, {{11, Half::High}, 8}, {{13, Half::High}, 1},
+  };
+  return fixed;
+}
+
+void Configuration_RB2000::Form_Load() {
+  app.globals.CurrentPage = 0;
+  app.globals.LastPage = 4;
+  ShowCurrentPage();
+  app.globals.ClearRegisters();
+  DeviceLbl.Caption = app.globals.CurrentProduct;
+  AdaptToPort();
+
+  for (RegisterList* list :
+       {&ChaSpeedLst, &ChaParityLst, &ChaDataBitsLst, &ChaStopBitsLst, &ChaHandshakingLst, &ChaConnectionLst,
+        &ChbSpeedLst, &ChbParityLst, &ChbDataBitsLst, &ChbStopBitsLst, &ChbHandshakingLst, &ChbConnectionLst}) {
+    list->SelectDefault();
+  }
+  for (RegisterList* list : {&ChaDf1StationAddrLst, &ChaDf1ErrorModeLst, &ChbModDeviceTypeLst, &ChbModProtocolLst}) {
+    list->SelectDefault();
+  }
+  ModSlaveFrame.Visible = true;
+  ModMasterFrame.Visible = false;
+  for (RegisterList* list : {&ChbModSlavePlcTypeLst, &ChbModSlaveBroadcastEnableLst, &ChbModSlaveBroadcastStartLst,
+                             &ChbModSlaveBroadcastEndLst, &ChbModSlaveSpecificAddrLst}) {
+    list->SelectDefault();
+  }
+  ChbModSlaveSpecificAddrLst.Visible = false;
+  SetTabOrder();
+  SetSlotTabOrder();
+  ShowFloatColumn(true);
+}
+
+void Configuration_RB2000::NextCmd_Click() {
+  std::int16_t& page = app.globals.CurrentPage;
+  if (!OpenIfAskedFor()) return;
+  if (page == 2 && IsMaster()) ++page;  // first half of skipping the mapping page
+  if (page == 3 && !IsMaster()) {
+    int result = 0;
+    ValidateMappingSlots(result);
+    if (result != 0) return;
+  }
+  if (page < app.globals.LastPage) {
+    ++page;
+    ShowCurrentPage();
+    return;
+  }
+  if (page == app.globals.LastPage) Finish();
+}
+
+void Configuration_RB2000::BackCmd_Click() {
+  std::int16_t& page = app.globals.CurrentPage;
+  if (page == 4 && IsMaster()) --page;
+  if (page > 0) {
+    --page;
+    ShowWizardStep(page);
+    ShowWizardFrame(page);
+  }
+  UpdateWizardButtons(*this, page, app.globals.LastPage);
+}
+
+void Configuration_RB2000::ChbModDeviceTypeLst_Click() {
+  ModSlaveFrame.Visible = !IsMaster();
+  ModMasterFrame.Visible = IsMaster();
+}
+
+void Configuration_RB2000::ChbModSlavePlcTypeLst_Click() {
+  ShowFloatColumn(ChbModSlavePlcTypeLst.Text.Value() != "PLC-3");
+}
+
+void Configuration_RB2000::ChbModSlaveBroadcastEnableLst_Click() {
+  const bool broadcast = ChbModSlaveBroadcastEnableLst.Text.Value() == "Yes";
+  for (Control* control : std::initializer_list<Control*>{
+           &ChbModSlaveBroadcastStartLbl, &ChbModSlaveBroadcastStartLst, &ChbModSlaveBroadcastStartUnitLbl,
+           &ChbModSlaveBroadcastEndLbl, &ChbModSlaveBroadcastEndLst, &ChbModSlaveBroadcastEndUnitLbl}) {
+    control->Visible = broadcast;
+  }
+  ChbModSlaveSpecificAddrChk.Top = broadcast ? 2280 : 1200;
+  ChbModSlaveSpecificAddrLst.Top = broadcast ? 2400 : 1320;
+}
+
+void Configuration_RB2000::ChbModSlaveSpecificAddrChk_Click() {
+  const bool specific = ChbModSlaveSpecificAddrChk.Value == 1;
+  std::int32_t& flags = Register(SerialImage::ModbusFlags);
+  flags =
+      specific ? SetBits(flags, SerialImage::SpecificAddressMask) : ClearBits(flags, SerialImage::SpecificAddressMask);
+  ChbModSlaveSpecificAddrLst.Visible = specific;
+}
+
+void Configuration_RB2000::Parameter_Setup_RB() {
+  for (RegisterList* list : {&ChaSpeedLst,
+                             &ChaParityLst,
+                             &ChaDataBitsLst,
+                             &ChaStopBitsLst,
+                             &ChaHandshakingLst,
+                             &ChaConnectionLst,
+                             &ChbSpeedLst,
+                             &ChbParityLst,
+                             &ChbDataBitsLst,
+                             &ChbStopBitsLst,
+                             &ChbHandshakingLst,
+                             &ChbConnectionLst,
+                             &ChaDf1StationAddrLst,
+                             &ChaDf1ErrorModeLst,
+                             &ChbModDeviceTypeLst,
+                             &ChbModProtocolLst,
+                             &ChbModSlavePlcTypeLst,
+                             &ChbModSlaveBroadcastEnableLst,
+                             &ChbModSlaveBroadcastStartLst,
+                             &ChbModSlaveBroadcastEndLst}) {
+    list->Decode();
+  }
+  const std::int32_t flags = Register(SerialImage::ModbusFlags);
+  ChbModSlaveSpecificAddrChk.Value = (flags & SerialImage::SpecificAddressMask) != 0 ? 1 : 0;
+  ChbModSlaveSpecificAddrLst.Decode();
+  OptionButton* const decodings[] = {&ChbModMasterNXYYZOpt, &ChbModMasterNXYZZOpt, &ChbModMasterNYXZZOpt};
+  const auto decoding = static_cast<std::size_t>(Register(SerialImage::AddressDecoding));
+  if (decoding < std::size(decodings)) decodings[decoding]->Value = true;
+  SetupSlots();
+}
+
+}  // namespace vk32

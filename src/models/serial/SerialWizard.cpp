@@ -1,0 +1,175 @@
+// The mapping slots, the image and the file record of the RB2000 and RB3000.
+#include "models/serial/SerialWizard.h"
+
+#include <cmath>
+#include <limits>
+
+#include "core/ConfigMod.h"
+#include "core/Convert.h"
+#include "shell/Subs.h"
+
+namespace vk32 {
+namespace {
+
+constexpr int SlotTabIndex = 10000;     // behind the pages, before the foot
+constexpr int TimeOutInterval = 15000;  // ms
+enum SlotCode { Good = 0, Invalid = 1, Missing = 2 };
+
+/// The number that the text starts with, rounded; a number too large to hold is out of every range.
+double WholeValue(const std::string& text) {
+  try {
+    return std::nearbyint(Val(text));
+  } catch (const RuntimeFault&) {
+    return std::numeric_limits<double>::infinity();
+  }
+}
+
+/// 1 to 9999, 10001 to 19999, 30001 to 39999, 40001 to 49999.
+bool IsModbusAddress(double value) {
+  constexpr double ranges[][2] = {{0, 10000}, {10000, 20000}, {30000, 40000}, {40000, 50000}};
+  for (const auto& [above, below] : ranges) {
+    if (value > above && value < below) return true;
+  }
+  return false;
+}
+
+}  // namespace
+
+SerialWizard::SerialWizard(App& app_, const char* name, int finalizeTop, int applyTop)
+    : WizardForm(app_, name, TimeOutInterval, finalizeTop, applyTop) {
+  for (int i = 0; i < SerialImage::SlotCount; ++i) SlotNumLbl[i].Caption = Str(i + 1);
+}
+
+std::vector<Frame*> SerialWizard::MappingFrames() const {
+  return {&MappingFrame[0], &MappingFrame[1], &MappingFrame[2]};
+}
+
+void SerialWizard::ShowPane(int pane) {
+  for (int k = 0; k < Panes; ++k) MappingFrame[k].Visible = k == pane;
+}
+
+void SerialWizard::ShowFloatColumn(bool visible) {
+  for (const auto& label : FloatLbl) label->Visible = visible;
+  for (const auto& check : FloatChk) check->Visible = visible;
+}
+
+void SerialWizard::SetSlotTabOrder() {
+  int index = SlotTabIndex;
+  for (int i = 0; i < SerialImage::SlotCount; ++i) {
+    for (Control* control :
+         std::initializer_list<Control*>{&ModStartTxt[i], &ModEndTxt[i], &ABFileTxt[i], &ABWordTxt[i], &FloatChk[i]}) {
+      control->TabIndex = index++;
+    }
+  }
+  for (const auto& button : BackMappingCmd) button->TabIndex = index++;
+  for (const auto& button : NextMappingCmd) button->TabIndex = index++;
+}
+
+void SerialWizard::StoreField(int slot, int field, const TextBox& text) {
+  const auto r = static_cast<std::size_t>(SerialImage::SlotRegister(slot, field));
+  try {
+    const std::int32_t value = CLng(Val(text.Text.Value()));
+    SplitWord(value, app.globals.RegisterHigh[r], app.globals.RegisterLow[r]);
+  } catch (const RuntimeFault&) {
+    // Too large to convert: the register stays, and the page's check tells the user.
+  }
+}
+
+void SerialWizard::FloatChk_Click(int i) {
+  const auto r = static_cast<std::size_t>(SerialImage::SlotRegister(i, SerialImage::FloatField));
+  app.globals.RegisterHigh[r] = FloatChk[i].Value;
+}
+
+void SerialWizard::SetupSlots() {
+  for (int i = 0; i < SerialImage::SlotCount; ++i) SetupSlot(i);
+}
+
+void SerialWizard::SetupSlot(int slot) {
+  const auto word = [&](int field) {
+    const auto r = static_cast<std::size_t>(SerialImage::SlotRegister(slot, field));
+    return JoinWord(app.globals.RegisterHigh[r], app.globals.RegisterLow[r]);
+  };
+  bool started = false;
+  TextBox* const fields[] = {&ModStartTxt[slot], &ModEndTxt[slot], &ABFileTxt[slot], &ABWordTxt[slot]};
+  for (int field = 0; field < 4; ++field) {
+    const std::int32_t value = word(field);
+    if (value != 0 || started) fields[field]->Text = Str(value);
+    started = started || (field == 0 && value != 0);
+  }
+  // A flag that is neither 0 nor 1 shows in no check box: the register keeps the device's byte.
+  const std::int32_t flag = word(SerialImage::FloatField) & 255;
+  if (flag <= 1) FloatChk[slot].Value = flag;
+}
+
+void SerialWizard::ValidateMappingSlots(int& result) {
+  result = Good;
+  for (int i = 0; i < SerialImage::SlotCount && result == Good; ++i) result = ValidateSlot(i);
+  if (result == Missing) app.forms.MsgBox("Missing Entry Detected", MessageIcon::Critical, "Error!");
+  if (result == Invalid) app.forms.MsgBox("Invalid Entry Detected", MessageIcon::Critical, "Error!");
+}
+
+int SerialWizard::ValidateSlot(int slot) const {
+  const std::string texts[] = {ModStartTxt[slot].Text, ModEndTxt[slot].Text, ABFileTxt[slot].Text,
+                               ABWordTxt[slot].Text};
+  // Looks forward only: an empty field is missing when one before it is filled.
+  bool empty = true;
+  for (const std::string& text : texts) {
+    if (text.empty() && !empty) return Missing;
+    if (!text.empty()) empty = false;
+  }
+  for (const std::string& address : {texts[0], texts[1]}) {
+    if (!address.empty() && !IsModbusAddress(WholeValue(address))) return Invalid;
+  }
+  const double file = WholeValue(texts[2]), word = WholeValue(texts[3]);
+  return file < 0 || file > 999 || word < 0 || word > 9999 ? Invalid : Good;
+}
+
+void SerialWizard::BuildParameterImage() {
+  for (const FixedByte& fixed : FixedBytes()) Register(fixed.byte) = fixed.value;
+  app.globals.ConfigImage = app.globals.RegistersToString(0, SerialImage::Registers);
+}
+
+bool SerialWizard::BuildParameters() {
+  try {
+    BuildParameterImage();
+    return true;
+  } catch (const RuntimeFault&) {
+    app.forms.MsgBox("Address Mapping, " + FieldThatDoesNotFit() +
+                         ": the device can't hold this number.\r\nEnter a number from 0 to 65535.",
+                     MessageIcon::Critical, "Error!");
+    return false;
+  }
+}
+
+std::string SerialWizard::FieldThatDoesNotFit() {
+  constexpr const char* names[] = {"Modbus Start Address", "Modbus End Address", "File", "Word"};
+  for (int slot = 0; slot < SerialImage::SlotCount; ++slot) {
+    for (int field = 0; field < 4; ++field) {
+      const std::int32_t high = Register({SerialImage::SlotRegister(slot, field), Half::Low});
+      if (high < 0 || high > 255) return "slot " + Str(slot + 1) + ", " + names[field];
+    }
+  }
+  return "slots";
+}
+
+bool SerialWizard::Download() { return DownloadImage(app, *this); }
+
+void SerialWizard::UploadCmd_Click() {
+  ShowConfigureReminder(app);
+  UploadImage(app, *this);
+}
+
+void SerialWizard::Record(RecordFile& file, std::string& product, std::string& modelTag) {
+  file.Text(product);
+  file.EndLine();
+  file.Text(modelTag);
+  file.EndLine();
+  for (int r = 0; r < SerialImage::Registers; ++r) {
+    if (!SerialImage::InFile(r)) continue;
+    file.Byte(Register({r, Half::High}));
+    file.Byte(Register({r, Half::Low}));
+    file.EndLine();
+  }
+}
+
+}  // namespace vk32

@@ -1,0 +1,85 @@
+// What the configuration wizards of all products share.
+#include "models/wizard/WizardForm.h"
+
+#include "core/OpenSave.h"
+#include "shell/Subs.h"
+
+namespace vk32 {
+namespace {
+
+constexpr int FootTabIndex = 20000;  // behind all controls of the pages
+
+}  // namespace
+
+WizardForm::WizardForm(App& app_, const char* name, int timeOutInterval, int finalizeTop, int applyTop)
+    : ConfigurationForm(app_.forms, name, "Configure Online Parameters", 12840, 8400),
+      app(app_),
+      FinalizeSetLbl(*this, "FinalizeSetLbl", {240, finalizeTop, 3480, 315}, "Finalize Settings", TextRole::Heading),
+      ApplySetLbl(*this, "ApplySetLbl", {240, applyTop, 3480, 315}, "Apply Settings", TextRole::Step),
+      TimeOutTmr(*this, "TimeOutTmr", timeOutInterval, true, &WizardForm::TimeOutTmr_Timer) {}
+
+void WizardForm::ShowWizardStep(int page) {
+  const auto pages = Pages();
+  if (page < 0 || page >= static_cast<int>(pages.size())) return;
+  for (const Page& other : pages) other.step->ForeColor = StepOther;
+  Label& step = *pages[static_cast<std::size_t>(page)].step;
+  step.ForeColor = StepCurrent;
+  StepMarkFrame.Top = step.Top;
+}
+
+void WizardForm::ShowWizardFrame(int page) {
+  const auto pages = Pages();
+  if (page < 0 || page >= static_cast<int>(pages.size())) return;
+  Frame* shown = pages[static_cast<std::size_t>(page)].frames.front();
+  for (const Page& other : pages) {
+    for (Frame* frame : other.frames) frame->Visible = frame == shown;
+  }
+}
+
+void WizardForm::ShowCurrentPage() {
+  ShowWizardStep(app.globals.CurrentPage);
+  ShowWizardFrame(app.globals.CurrentPage);
+  UpdateWizardButtons(*this, app.globals.CurrentPage, app.globals.LastPage);
+}
+
+void WizardForm::AdaptToPort() {
+  const bool port = app.globals.ComPortText != "None";
+  DownOpt.Enabled = port;
+  DownSaveOpt.Enabled = port;
+  DownOptLbl.Enabled = port;
+  DownSaveOptLbl.Enabled = port;
+  UploadCmd.Visible = port;
+}
+
+void WizardForm::SetTabOrder() {
+  int index = FootTabIndex;
+  for (Control* control : {&UploadCmd, &BackCmd, &NextCmd, &CancelCmd}) control->TabIndex = index++;
+}
+
+bool WizardForm::OpenIfAskedFor() {
+  if (app.globals.CurrentPage != 0 || OpenConfigChk.Value == 0) return true;
+  return OpenConfigFile(app, *this, app.globals.CurrentProduct, ModelTag());
+}
+
+void WizardForm::Finish() {
+  const std::string& product = app.globals.CurrentProduct;
+  const auto save = [&] { return SaveConfigFile(app, *this, product, ModelTag()); };
+  if (!BuildParameters()) return;
+  if (SaveOpt.Value) {
+    if (save()) UnloadMe();
+    return;
+  }
+  ShowConfigureReminder(app);
+  if (DownSaveOpt.Value && !save()) return;
+  if (!Download()) return;
+  app.forms.MsgBox("Configuration has been downloaded to the " + product, MessageIcon::Information, "Success!");
+  UnloadMe();
+}
+
+void WizardForm::CancelCmd_Click() { UnloadMe(); }
+
+void WizardForm::TimeOutTmr_Timer() { app.globals.TimeOutFlag = FlagTrue; }
+
+void WizardForm::OpenConfigChkLbl_Click() { OpenConfigChk.Value = 1 - OpenConfigChk.Value; }
+
+}  // namespace vk32

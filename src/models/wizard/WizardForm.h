@@ -1,0 +1,115 @@
+// What the configuration wizards of all products share: side menu, foot, welcome page, apply page, and the way to
+// Finish.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "app/App.h"
+#include "core/ConfigurationForm.h"
+
+namespace vk32 {
+
+/// The place of every page.
+constexpr Place PagePlace{3840, 0, 9000, 7620};
+
+class WizardForm : public ConfigurationForm {
+ public:
+  /// Colours the step label of the page and moves the mark to it. A number that is no page does nothing.
+  void ShowWizardStep(int page);
+  /// Shows the first frame of the page and hides all others. A number that is no page does nothing.
+  void ShowWizardFrame(int page);
+
+ protected:
+  /// `timeOutInterval`: of TimeOutTmr at load, in ms; the tops: of the last two lines of the side menu.
+  WizardForm(App& app, const char* name, int timeOutInterval, int finalizeTop, int applyTop);
+
+  struct Page {
+    Label* step;
+    std::vector<Frame*> frames;
+  };
+  /// From page 0 to LastPage.
+  virtual std::vector<Page> Pages() = 0;
+
+  // The walk of each product.
+  virtual void NextCmd_Click() = 0;
+  virtual void BackCmd_Click() = 0;
+  virtual void UploadCmd_Click() = 0;
+
+  /// Makes what is sent and saved from the parameters. False if a value does not fit; the user has been told.
+  virtual bool BuildParameters() = 0;
+  /// Writes the parameters to the device. False on a failure; the user has been told.
+  virtual bool Download() = 0;
+
+  /// Shows CurrentPage, with its step and its buttons.
+  void ShowCurrentPage();
+  /// Without a port only the work on files is left.
+  void AdaptToPort();
+  /// The buttons at the foot come behind all pages.
+  void SetTabOrder();
+  /// False if the open dialog, asked for on the welcome page, did not lead to an open file.
+  bool OpenIfAskedFor();
+  /// Carries out the selected option; unloads the form when it is done.
+  void Finish();
+
+  App& app;
+
+ private:
+  void CancelCmd_Click();
+  void TimeOutTmr_Timer();
+  void OpenConfigChkLbl_Click();
+
+ public:
+  // clang-format off
+  Frame       SideFrame      {*this, "SideFrame",      {   0,    0, 3840, 8400}, Fill::Side};
+  Frame       SideLineFrame  {*this, "SideLineFrame",  {3825,    0,   15, 8400}, Fill::Hairline};
+  Frame       FootLineFrame  {*this, "FootLineFrame",  {3840, 7620, 9000,   15}, Fill::Hairline};
+  Frame       StepMarkFrame  {*this, "StepMarkFrame",  {   0, 1440,   60,  315}, Fill::Accent};
+  Label       DeviceLbl      {*this, "DeviceLbl",      { 240,  240, 3360,  480}, "", TextRole::Product};
+  Label       WelcomeLbl     {*this, "WelcomeLbl",     { 240, 1080, 3480,  315}, "Welcome Screen", TextRole::Heading};
+  Label       OpenConfigLbl  {*this, "OpenConfigLbl",  { 240, 1440, 3480,  315}, "Welcome / Open Configuration", TextRole::Step};
+  Label       FinalizeSetLbl;
+  Label       ApplySetLbl;
+
+  ImageButton UploadCmd      {*this, "UploadCmd",      { 4200, 7815, 2055, 390}, &WizardForm::UploadCmd_Click};
+  ImageButton BackCmd        {*this, "BackCmd",        { 8760, 7815, 1050, 390}, &WizardForm::BackCmd_Click};
+  ImageButton NextCmd        {*this, "NextCmd",        { 9930, 7815, 1050, 390}, &WizardForm::NextCmd_Click, WindowKey::Enter};
+  ImageButton CancelCmd      {*this, "CancelCmd",      {11340, 7815, 1140, 390}, &WizardForm::CancelCmd_Click, WindowKey::EscapeMovesFocus};
+
+  Timer       TimeOutTmr;
+  FileDialog  OpenSaveConfigDialog {*this, "OpenSaveConfigDialog"};
+
+  // Welcome page
+  Frame       ConfigFrame      {*this, "ConfigFrame", PagePlace};
+  Label       ConfigTitleLbl   {ConfigFrame, "ConfigTitleLbl",  {360,  240, 8280,  480},
+                                "Welcome to the Norvanta Gateway Configuration Screen", TextRole::Title};
+  Label       ConfigTitleLbl1  {ConfigFrame, "ConfigTitleLbl1", {360,  780, 8280, 1350},
+                                "To begin configuring your Norvanta Gateway device, click NEXT or choose one of the options from the menu on "
+                                "the left.  You can upload the current configuration from your Gateway device by clicking the UPLOAD CONFIGURATION "
+                                "button.  To open a previously saved configuration file, click on the OPEN CONFIGURATION button."};
+  Label       Label2           {ConfigFrame, "Label2",          {360, 2280, 8280,  540},
+                                "To open a previously saved configuration file, put a checkmark in the Open a Saved Configuration File option "
+                                "below and click NEXT."};
+  CheckBox    OpenConfigChk    {ConfigFrame, "OpenConfigChk",    {360, 3000,  315, 315}, "Open a Saved Configuration File"};
+  Label       OpenConfigChkLbl {ConfigFrame, "OpenConfigChkLbl", {720, 3000, 4200, 315}, "Open a Saved Configuration File",
+                                TextRole::Body, &WizardForm::OpenConfigChkLbl_Click};
+
+  // Apply page
+  Frame        ApplyFrame     {*this, "ApplyFrame", PagePlace};
+  Label        ApplyTitleLbl  {ApplyFrame, "ApplyTitleLbl",  {360,  240, 8280,  480}, "Apply Configuration Settings", TextRole::Title};
+  Label        ApplyLbl       {ApplyFrame, "ApplyLbl",       {360,  780, 8280, 1080},
+                               "To download the configuration settings to the gateway device, select the Download Configuration option and click "
+                               "the FINISH button.  You may also save your configuration settings by selecting one of the other options available."};
+  OptionButton DownOpt        {ApplyFrame, "DownOpt",        {360, 2040,  315,  315}, "Download Configuration", true};
+  Label        DownOptLbl     {ApplyFrame, "DownOptLbl",     {720, 2040, 4200,  315}, "Download Configuration",
+                               TextRole::Body, [this] { DownOpt.Value = true; }};
+  OptionButton SaveOpt        {ApplyFrame, "SaveOpt",        {360, 2400,  315,  315}, "Save Configuration", false};
+  Label        SaveOptLbl     {ApplyFrame, "SaveOptLbl",     {720, 2400, 4200,  315}, "Save Configuration",
+                               TextRole::Body, [this] { SaveOpt.Value = true; }};
+  OptionButton DownSaveOpt    {ApplyFrame, "DownSaveOpt",    {360, 2760,  315,  315}, "Download and Save Configuration", false};
+  Label        DownSaveOptLbl {ApplyFrame, "DownSaveOptLbl", {720, 2760, 4200,  315}, "Download and Save Configuration",
+                               TextRole::Body, [this] { DownSaveOpt.Value = true; }};
+  // clang-format on
+};
+
+}  // namespace vk32

@@ -1,0 +1,51 @@
+// The timers that wait for their moment.
+#include "platform/EventLoop.h"
+
+namespace vk32 {
+
+TimerQueue::Id TimerQueue::Start(Time due, std::function<void()> tick) {
+  ticks_.emplace(Key{due, ++last_}, std::move(tick));
+  due_.emplace(last_, due);
+  return last_;
+}
+
+void TimerQueue::Stop(Id id) {
+  if (const auto at = due_.find(id); at != due_.end()) {
+    ticks_.erase({at->second, id});
+    due_.erase(at);
+  }
+}
+
+std::optional<Time> TimerQueue::NextDue() const {
+  if (ticks_.empty()) return std::nullopt;
+  return ticks_.begin()->first.first;
+}
+
+void TimerQueue::RunDue(Time now) {
+  const Id newest = last_;
+  // Every round searches anew, since a tick may have started, stopped or run others.
+  for (auto at = ticks_.begin(); at != ticks_.end() && at->first.first <= now;) {
+    if (at->first.second > newest) {
+      ++at;
+      continue;
+    }
+    const auto tick = std::move(at->second);
+    due_.erase(at->first.second);
+    ticks_.erase(at);
+    tick();
+    at = ticks_.begin();
+  }
+}
+
+TimerQueue::Id EventLoop::StartTimer(Time delay, std::function<void()> tick) {
+  const TimerQueue::Id id = timers_.Start(Now() + delay, std::move(tick));
+  TimersChanged();
+  return id;
+}
+
+void EventLoop::StopTimer(TimerQueue::Id id) {
+  timers_.Stop(id);
+  TimersChanged();
+}
+
+}  // namespace vk32

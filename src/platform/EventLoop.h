@@ -1,0 +1,65 @@
+// The clock, the timers and the one place where the program sleeps.
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <functional>
+#include <map>
+#include <optional>
+#include <utility>
+
+namespace vk32 {
+
+/// A moment or a span on the event loop's clock; moments count from some fixed start.
+using Time = std::chrono::nanoseconds;
+
+/// The timers that wait for their moment, in the order in which they are due. Equal moments run in the order of their
+/// start.
+class TimerQueue {
+ public:
+  using Id = std::uint64_t;
+
+  /// Runs `tick` once, when the clock has reached `due`.
+  Id Start(Time due, std::function<void()> tick);
+  void Stop(Id id);
+  /// The moment of the first timer; nothing if none waits.
+  std::optional<Time> NextDue() const;
+  /// Runs the ticks that are due at `now` and were started before this call: a tick that starts the next one at once
+  /// does not hold the caller. Ticks may start and stop timers, and may run RunDue again.
+  void RunDue(Time now);
+
+ private:
+  using Key = std::pair<Time, Id>;
+
+  Id last_ = 0;
+  std::map<Key, std::function<void()>> ticks_;
+  std::map<Id, Time> due_;
+};
+
+/// What a front end, or a test, supplies to let time pass. Single-threaded.
+class EventLoop {
+ public:
+  virtual ~EventLoop() = default;
+
+  virtual Time Now() const = 0;
+
+  /// Runs `tick` once after `delay`. Returns the number by which StopTimer takes it back.
+  TimerQueue::Id StartTimer(Time delay, std::function<void()> tick);
+  void StopTimer(TimerQueue::Id id);
+
+  /// Runs what is due - timers, acts of the user - and returns without waiting.
+  virtual void RunDue() = 0;
+  /// Sleeps until `fd` can be read, or a timer or an act of the user is due. Runs none of them. -1: no descriptor.
+  virtual void Wait(int fd) = 0;
+  /// Sleeps until `fd` can be written or `until` has come. Windows stay painted; no timer and no act of the user is due
+  /// for it, they are held back until the next RunDue. -1: no descriptor.
+  virtual void WaitQuietly(int fd, Time until) = 0;
+
+ protected:
+  /// A front end that sleeps outside of Wait arms its alarm anew here.
+  virtual void TimersChanged() {}
+
+  TimerQueue timers_;
+};
+
+}  // namespace vk32

@@ -1,0 +1,64 @@
+// Files that are read byte by byte and files that are replaced as a whole.
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace vk32 {
+
+/// A regular file, read from its start. Faults: 53 there is none, 75 it can't be opened or is no regular file, 57 it
+/// can't be read.
+class InputFile {
+ public:
+  explicit InputFile(const std::string& path);
+  ~InputFile();
+  InputFile(const InputFile&) = delete;
+  InputFile& operator=(const InputFile&) = delete;
+
+  /// The next byte, 0 to 255; -1 at the end.
+  int Get() { return next_ < filled_ || Fill() ? static_cast<unsigned char>(buffer_[next_++]) : -1; }
+  /// Bytes in the file when it was opened.
+  std::uint64_t Size() const { return size_; }
+
+ private:
+  bool Fill();
+
+  int fd_;
+  std::uint64_t size_ = 0;
+  std::size_t next_ = 0;
+  std::size_t filled_ = 0;
+  std::array<char, 16384> buffer_;
+};
+
+/// A file that is written beside its place and takes it in one step, so that the place holds the old file or the new
+/// one and never a part. A link stays a link; an existing file keeps its mode. Faults, whose descriptions say what
+/// happened: 75 nothing can be saved there, 57 the bytes could not be stored.
+class OutputFile {
+ public:
+  explicit OutputFile(const std::string& path);
+  /// Without Commit, the old file stays as it is.
+  ~OutputFile();
+  OutputFile(const OutputFile&) = delete;
+  OutputFile& operator=(const OutputFile&) = delete;
+
+  void Write(std::string_view bytes);
+  /// Stores what was written and puts it in its place; the last call.
+  void Commit();
+
+ private:
+  void Flush();
+  void SyncFolder() const;
+
+  std::string target_;
+  std::string temporary_;  // empty once it has become the target
+  int fd_ = -1;
+  std::string buffer_;
+};
+
+/// One sentence for the user that says why no file could be saved at a place and what to do; empty if one could.
+std::string WhyNotWritable(const std::string& path);
+
+}  // namespace vk32

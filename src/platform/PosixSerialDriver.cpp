@@ -1,0 +1,484 @@
+// The serial driver on termios.
+#include "platform/PosixSerialDriver.h"
+
+#include <fcntl.h>
+#include <grp.h>
+#include <linux/serial.h>
+#include <poll.h>
+#include <pwd.h>
+#include <sys/file.h>
+#include <sys/ioctl.h>
+#include <sys/stat.h>
+#include <sys/sysmacros.h>
+#include <termios.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <climits>
+#include <cstdio>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <sstream>
+
+namespace vk32 {
+namespace {
+
+namespace fs = std::filesystem;
+using namespace std::chrono_literals;
+
+constexpr std::string_view NamePrefix = R"(\\.\)";
+
+// A caller cuts the text of an error at 255 characters.
+constexpr std::size_t MaxErrorText = 249;
+
+// A write without a time-out ends all the same, so that no event loop has to count beyond this.
+constexpr std::uint64_t MaxWriteMs = 24 * 60 * 60 * 1000;
+
+// How long a line that is held by XOFF is left alone between two looks, at most.
+constexpr Time HeldPause = 20ms;
+
+struct Rate {
+  std::int32_t baud;
+  speed_t code;
+};
+
+constexpr Rate Rates[] = {
+    {300, B300},   {600, B600},     {1200, B1200},   {1800, B1800},   {2400, B2400},     {4800, B4800},
+    {9600, B9600}, {19200, B19200}, {38400, B38400}, {57600, B57600}, {115200, B115200}, {230400, B230400},
+};
+
+constexpr tcflag_t SizeFlags[] = {CS5, CS6, CS7, CS8};
+constexpr tcflag_t CharacterFlags = CSIZE | PARENB | PARODD | CMSPAR | CSTOPB;
+
+std::int32_t BaudRate(const termios& line) {
+  for (const Rate& rate : Rates) {
+    if (rate.code == cfgetospeed(&line)) return rate.baud;
+  }
+  return 0;
+}
+
+/// The time of one byte on the line: start bit, eight bits, stop bit.
+Time ByteTime(std::int32_t baud) { return baud > 0 ? Time{10'000'000'000 / baud} : Time{1ms}; }
+
+/// Raw 8N1 without flow control. A break is no byte, and a byte with a bad frame is taken as it came.
+void MakeRaw(termios& line) {
+  line.c_iflag = IGNBRK;
+  line.c_oflag = 0;
+  line.c_lflag = 0;
+  line.c_cflag &= ~(CharacterFlags | CRTSCTS);
+  line.c_cflag |= CS8 | CREAD | CLOCAL;
+  line.c_cc[VMIN] = 1;  // with 0 an empty queue would read like a device that is gone
+  line.c_cc[VTIME] = 0;
+}
+
+bool Encode(const DeviceControlBlock& dcb, termios& line) {
+  const auto rate =
+      std::find_if(std::begin(Rates), std::end(Rates), [&](const Rate& r) { return r.baud == dcb.BaudRate; });
+  if (rate == std::end(Rates)) return false;
+  if (dcb.ByteSize < 5 || dcb.ByteSize > 8 || dcb.StopBits < 1 || dcb.StopBits > 2) return false;
+  cfsetspeed(&line, rate->code);
+  line.c_cflag &= ~CharacterFlags;
+  line.c_cflag |= SizeFlags[dcb.ByteSize - 5];
+  if (dcb.StopBits == 2) line.c_cflag |= CSTOPB;
+  switch (dcb.Parity) {
+    case 'N': break;
+    case 'O': line.c_cflag |= PARENB | PARODD; break;
+    case 'E': line.c_cflag |= PARENB; break;
+    default: return false;
+  }
+  line.c_iflag = dcb.fOutX ? line.c_iflag | IXON : line.c_iflag & ~static_cast<tcflag_t>(IXON);
+  line.c_cc[VSTART] = dcb.XonChar;
+  line.c_cc[VSTOP] = dcb.XoffChar;
+  return true;
+}
+
+void Decode(const termios& line, DeviceControlBlock& dcb) {
+  dcb.BaudRate = BaudRate(line);
+  dcb.Parity = (line.c_cflag & PARENB) == 0 ? 'N' : (line.c_cflag & PARODD) != 0 ? 'O' : 'E';
+  const auto size = std::find(std::begin(SizeFlags), std::end(SizeFlags), line.c_cflag & CSIZE);
+  dcb.ByteSize = static_cast<std::uint8_t>(5 + (size - std::begin(SizeFlags)));
+  dcb.StopBits = (line.c_cflag & CSTOPB) != 0 ? 2 : 1;
+  dcb.fOutX = (line.c_iflag & IXON) != 0;
+  dcb.XonChar = line.c_cc[VSTART];
+  dcb.XoffChar = line.c_cc[VSTOP];
+}
+
+bool SameLine(const termios& a, const termios& b) {
+  return a.c_iflag == b.c_iflag && a.c_oflag == b.c_oflag && a.c_lflag == b.c_lflag && a.c_cflag == b.c_cflag &&
+         cfgetospeed(&a) == cfgetospeed(&b) && std::equal(std::begin(a.c_cc), std::end(a.c_cc), std::begin(b.c_cc));
+}
+
+/// 0 or the error. The kernel takes what it can of the settings and calls that a success, so the outcome is read back.
+/// Settings that stand already are not sent again: an adapter may disturb the line over it.
+int Apply(int fd, const termios& wanted) {
+  termios now{};
+  if (tcgetattr(fd, &now) != 0) return errno;
+  if (SameLine(now, wanted)) return 0;
+  if (tcsetattr(fd, TCSANOW, &wanted) != 0 || tcgetattr(fd, &now) != 0) return errno;
+  return SameLine(now, wanted) ? 0 : EINVAL;
+}
+
+/// The kernel keeps a pseudo-terminal closed to others even after its program has died, until the other side ends as
+/// well; a killed program would lock its user out.
+bool IsPseudoTerminal(int fd) {
+  struct stat device {};
+  return fstat(fd, &device) == 0 && major(device.st_rdev) >= 136 && major(device.st_rdev) <= 143;
+}
+
+/// Makes a descriptor this program's own raw line; 0 or the error.
+int Claim(int fd) {
+  if (isatty(fd) == 0) return errno == EIO ? EIO : ENOTTY;
+  if (flock(fd, LOCK_EX | LOCK_NB) != 0) return errno == EWOULDBLOCK ? EBUSY : errno;
+  termios line{};
+  if (tcgetattr(fd, &line) != 0) return errno;
+  MakeRaw(line);
+  if (const int code = Apply(fd, line); code != 0) return code;
+  if (!IsPseudoTerminal(fd)) ioctl(fd, TIOCEXCL);
+  return 0;
+}
+
+bool HungUp(int fd) {
+  pollfd descriptor{fd, 0, 0};
+  return poll(&descriptor, 1, 0) == 1 && (descriptor.revents & (POLLHUP | POLLERR | POLLNVAL)) != 0;
+}
+
+/// Bytes that have not left yet; a chip that is still busy with its own store counts as one. -1: error.
+int Unsent(int fd) {
+  int queued = 0;
+  if (ioctl(fd, TIOCOUTQ, &queued) != 0) return -1;
+  int chip = TIOCSER_TEMT;
+  if (queued == 0) ioctl(fd, TIOCSERGETLSR, &chip);
+  return (chip & TIOCSER_TEMT) != 0 ? queued : 1;
+}
+
+std::string Words(std::int32_t code) {
+  const char* words = strerrordesc_np(code);
+  return words != nullptr ? words : "Unknown error " + std::to_string(code);
+}
+
+std::string Short(const std::string& path) {
+  constexpr std::size_t Longest = 64;
+  return path.size() <= Longest ? path : "..." + path.substr(path.size() - Longest + 3);
+}
+
+/// "vk32 (process 4711)"; empty if there is no such process.
+std::string ProcessName(const std::string& pid) {
+  std::ifstream file("/proc/" + pid + "/comm");
+  std::string name;
+  return std::getline(file, name) ? name + " (process " + pid + ")" : "";
+}
+
+/// The program that has locked a device, whoever runs it.
+std::string Locker(const std::string& path) {
+  struct stat device {};
+  if (stat(path.c_str(), &device) != 0) return "";
+  char wanted[64];
+  std::snprintf(wanted, sizeof wanted, "%02x:%02x:%lu", major(device.st_dev), minor(device.st_dev),
+                static_cast<unsigned long>(device.st_ino));
+  std::ifstream locks("/proc/locks");
+  for (std::string line; std::getline(locks, line);) {
+    std::istringstream fields(line);
+    std::string number, kind, mode, access, pid, place;
+    if (fields >> number >> kind >> mode >> access >> pid >> place && kind == "FLOCK" && place == wanted) {
+      return ProcessName(pid);
+    }
+  }
+  return "";
+}
+
+/// A program that has a device open, among those that the user may look into.
+std::string Opener(const std::string& path) {
+  std::error_code fault;
+  for (fs::directory_iterator process("/proc", fault), end; !fault && process != end; process.increment(fault)) {
+    const std::string pid = process->path().filename();
+    if (pid.find_first_not_of("0123456789") != std::string::npos) continue;
+    std::error_code hidden;
+    for (fs::directory_iterator file(process->path() / "fd", hidden), last; !hidden && file != last;
+         file.increment(hidden)) {
+      std::error_code closed;
+      if (fs::read_symlink(file->path(), closed) == path) return ProcessName(pid);
+    }
+  }
+  return "";
+}
+
+std::string BusyAdvice(const std::string& path) {
+  std::string holder = Locker(path);
+  if (holder.empty()) holder = Opener(path);
+  return Short(path) + " is in use by " + (holder.empty() ? "another program" : holder) + ": end it and try again";
+}
+
+std::string AccessAdvice(const std::string& path) {
+  struct stat device {};
+  if (stat(path.c_str(), &device) != 0) return Short(path) + " can't be reached";
+  constexpr mode_t GroupMay = S_IRGRP | S_IWGRP;
+  const group* owners = getgrgid(device.st_gid);
+  if (owners == nullptr || (device.st_mode & GroupMay) != GroupMay) {
+    const passwd* owner = getpwuid(device.st_uid);
+    return Short(path) + " is open to " + (owner != nullptr ? owner->pw_name : "its owner") + " alone";
+  }
+  const passwd* user = getpwuid(geteuid());
+  const std::string name = user != nullptr ? user->pw_name : "USER";
+  const std::string belongs = Short(path) + " belongs to the group " + owners->gr_name;
+  for (char** member = owners->gr_mem; *member != nullptr; ++member) {
+    if (*member == name) return belongs + ": you have joined it since you logged in, so log out and in again";
+  }
+  return belongs + ": add yourself with \"sudo usermod -aG " + owners->gr_name + " " + name + "\" and log in again";
+}
+
+bool MeansGone(std::int32_t code) { return code == EIO || code == ENXIO || code == ENODEV; }
+
+}  // namespace
+
+PosixSerialDriver::PosixSerialDriver(EventLoop& loop, const PortNames& names) : loop_(loop), names_(names) {}
+
+PosixSerialDriver::~PosixSerialDriver() {
+  for (const auto& [handle, port] : ports_) CloseDevice(port);
+}
+
+SerialDriver::Handle PosixSerialDriver::Open(std::string_view name) {
+  if (name.substr(0, NamePrefix.size()) == NamePrefix) name.remove_prefix(NamePrefix.size());
+  const auto device = names_.Find(name);
+  const std::string path = device ? device->path : "";
+  const int fd = device ? open(path.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC) : -1;
+  const int code = !device ? ENOENT : fd < 0 ? errno : Claim(fd);
+  if (code != 0) {
+    if (fd >= 0) close(fd);
+    Fail(code);
+    failedOpen_ = {code, std::string(name), path};
+    return InvalidHandle;
+  }
+  Port port;
+  port.fd = fd;
+  termios line{};
+  if (tcgetattr(fd, &line) == 0) port.byteTime = ByteTime(BaudRate(line));
+  port.counts = CountErrors(fd);
+  ports_.emplace(++lastHandle_, port);
+  return lastHandle_;
+}
+
+bool PosixSerialDriver::SetupQueues(Handle handle, std::uint32_t, std::uint32_t) {
+  // The kernel's own queues hold 4 KiB and more.
+  return Live(handle) != nullptr;
+}
+
+bool PosixSerialDriver::Purge(Handle handle, std::uint32_t flags) {
+  Port* port = Live(handle);
+  if (port == nullptr) return false;
+  const bool output = (flags & 4) != 0;
+  const bool input = (flags & 8) != 0;
+  if (!output && !input) return true;
+  const int queue = output && input ? TCIOFLUSH : output ? TCOFLUSH : TCIFLUSH;
+  return tcflush(port->fd, queue) == 0 || Fail(*port, errno);
+}
+
+bool PosixSerialDriver::SetTimeouts(Handle handle, const CommTimeouts& timeouts) {
+  Port* port = Live(handle);
+  if (port == nullptr) return false;
+  port->timeouts = timeouts;
+  return true;
+}
+
+bool PosixSerialDriver::GetState(Handle handle, DeviceControlBlock& dcb) {
+  Port* port = Live(handle);
+  if (port == nullptr) return false;
+  termios line{};
+  if (tcgetattr(port->fd, &line) != 0) return Fail(*port, errno);
+  Decode(line, dcb);
+  return true;
+}
+
+bool PosixSerialDriver::BuildState(std::string_view settings, DeviceControlBlock& dcb) {
+  return ParseSettings(settings, dcb) || Fail(EINVAL);
+}
+
+bool PosixSerialDriver::SetState(Handle handle, const DeviceControlBlock& dcb) {
+  Port* port = Live(handle);
+  if (port == nullptr) return false;
+  termios line{};
+  if (tcgetattr(port->fd, &line) != 0) return Fail(*port, errno);
+  MakeRaw(line);
+  if (!Encode(dcb, line)) return Fail(EINVAL);
+  if (const int code = Apply(port->fd, line); code != 0) return Fail(*port, code);
+  port->byteTime = ByteTime(dcb.BaudRate);
+  return true;
+}
+
+bool PosixSerialDriver::ClearError(Handle handle, std::uint32_t& errors, CommStatus& status) {
+  errors = 0;
+  status = {};
+  Port* port = Live(handle);
+  if (port == nullptr) return false;
+  int waiting = 0;
+  if (ioctl(port->fd, FIONREAD, &waiting) != 0) return Fail(*port, errno);
+  if (waiting == 0 && HungUp(port->fd)) return Fail(*port, EIO);
+  status.cbInQue = waiting;
+  const ErrorCounts counts = CountErrors(port->fd);
+  for (std::size_t bit = 0; bit < counts.size(); ++bit) {
+    if (counts[bit] != port->counts[bit]) errors |= 1u << bit;
+  }
+  port->counts = counts;
+  return true;
+}
+
+bool PosixSerialDriver::Read(Handle handle, std::uint32_t count, Bytes& data) {
+  data.clear();
+  Port* port = Live(handle);
+  if (port == nullptr) return false;
+  char chunk[4096];
+  while (data.size() < count) {
+    const ssize_t taken = read(port->fd, chunk, std::min(sizeof chunk, count - data.size()));
+    if (taken > 0) {
+      data.append(chunk, static_cast<std::size_t>(taken));
+    } else if (taken < 0 && errno == EAGAIN) {
+      return true;
+    } else if (taken == 0 || errno != EINTR) {
+      const int code = taken == 0 ? EIO : errno;
+      return !data.empty() || Fail(*port, code);
+    }
+  }
+  return true;
+}
+
+bool PosixSerialDriver::Write(Handle handle, std::string_view data, std::uint32_t& written) {
+  written = 0;
+  Port* port = Live(handle);
+  if (port == nullptr) return false;
+  const std::uint64_t perByte = port->timeouts.WriteTotalTimeoutMultiplier;
+  const std::uint64_t wanted = perByte * data.size() + port->timeouts.WriteTotalTimeoutConstant;
+  const bool endless = perByte == 0 && wanted == 0;
+  const Time started = loop_.Now();
+  const Time until = started + std::chrono::milliseconds(endless ? MaxWriteMs : std::min(wanted, MaxWriteMs));
+  if (!Push(*port, data, until, written)) return false;
+  return Drain(*port, started + port->byteTime * static_cast<std::int64_t>(written), until, written);
+}
+
+bool PosixSerialDriver::Push(Port& port, std::string_view data, Time until, std::uint32_t& written) {
+  while (written < data.size()) {
+    const ssize_t taken = write(port.fd, data.data() + written, data.size() - written);
+    if (taken > 0) {
+      written += static_cast<std::uint32_t>(taken);
+    } else if (taken == 0 || errno == EAGAIN) {
+      if (HungUp(port.fd)) return Fail(port, EIO);
+      if (loop_.Now() >= until) return true;
+      loop_.WaitQuietly(port.fd, until);
+    } else if (errno != EINTR) {
+      return Fail(port, errno);
+    }
+  }
+  return true;
+}
+
+bool PosixSerialDriver::Drain(Port& port, Time earliestEnd, Time until, std::uint32_t& written) {
+  int before = INT_MAX;
+  Time patience{0};
+  for (;;) {
+    const int left = Unsent(port.fd);
+    if (left < 0) return Fail(port, errno);
+    if (left == 0) return true;
+    const Time now = loop_.Now();
+    if (now >= until) {
+      // What the caller is told has not left must not leave later.
+      tcflush(port.fd, TCOFLUSH);
+      written -= std::min(written, static_cast<std::uint32_t>(left));
+      return true;
+    }
+    patience = left < before ? port.byteTime * left : std::min(patience * 2, HeldPause);
+    before = left;
+    loop_.WaitQuietly(-1, std::min(now + std::max(patience, earliestEnd - now), until));
+  }
+}
+
+bool PosixSerialDriver::PendingResult(Handle, std::uint32_t& count) {
+  // Read and Write complete at once here: there is never anything to wait for.
+  count = 0;
+  return Fail(EINVAL);
+}
+
+bool PosixSerialDriver::Close(Handle handle) {
+  const auto at = ports_.find(handle);
+  if (at == ports_.end()) return Fail(EBADF);
+  CloseDevice(at->second);
+  ports_.erase(at);
+  return true;
+}
+
+void PosixSerialDriver::CloseDevice(const Port& port) {
+  int queued = 0;
+  // The kernel would wait half a minute for bytes that a held line keeps.
+  if (ioctl(port.fd, TIOCOUTQ, &queued) == 0 && queued > 0) tcflush(port.fd, TCOFLUSH);
+  ioctl(port.fd, TIOCNXCL);
+  flock(port.fd, LOCK_UN);
+  close(port.fd);
+}
+
+std::int32_t PosixSerialDriver::LastError() const { return lastError_; }
+
+std::string PosixSerialDriver::ErrorText(std::int32_t code) const {
+  std::string text = Words(code);
+  std::string advice;
+  if (code == failedOpen_.code) {
+    advice = Advice(failedOpen_);
+  } else if (code == lastError_ && MeansGone(code)) {
+    advice = "the serial device is gone: plug it in again";
+  }
+  if (code != 0 && !advice.empty()) text += ": " + advice;
+  if (text.size() > MaxErrorText) text.resize(MaxErrorText);
+  return text;
+}
+
+int PosixSerialDriver::WaitHandle(Handle handle) const {
+  const auto at = ports_.find(handle);
+  return at == ports_.end() || at->second.gone || HungUp(at->second.fd) ? -1 : at->second.fd;
+}
+
+PosixSerialDriver::ErrorCounts PosixSerialDriver::CountErrors(int fd) {
+  serial_icounter_struct counted{};
+  if (ioctl(fd, TIOCGICOUNT, &counted) != 0) return {};
+  return {counted.buf_overrun, counted.overrun, counted.parity, counted.frame, counted.brk};
+}
+
+std::string PosixSerialDriver::Advice(const FailedOpen& failed) {
+  switch (failed.code) {
+    case ENOENT: {
+      const std::string missing = failed.path.empty() ? "" : " (" + Short(failed.path) + " is missing)";
+      return "no serial device stands behind " + failed.portName + missing;
+    }
+    case EACCES: return AccessAdvice(failed.path);
+    case EBUSY: return BusyAdvice(failed.path);
+    case ENOTTY: return Short(failed.path) + " is no serial port";
+    case EIO:
+    case ENXIO:
+    case ENODEV: return "no serial hardware answers behind " + Short(failed.path);
+    default: return "";
+  }
+}
+
+PosixSerialDriver::Port* PosixSerialDriver::Live(Handle handle) {
+  const auto at = ports_.find(handle);
+  if (at == ports_.end()) {
+    Fail(EBADF);
+    return nullptr;
+  }
+  if (at->second.gone) {
+    Fail(EIO);
+    return nullptr;
+  }
+  return &at->second;
+}
+
+bool PosixSerialDriver::Fail(std::int32_t code) {
+  lastError_ = code;
+  failedOpen_ = {};
+  return false;
+}
+
+bool PosixSerialDriver::Fail(Port& port, std::int32_t code) {
+  port.gone = port.gone || MeansGone(code);
+  return Fail(port.gone ? EIO : code);
+}
+
+}  // namespace vk32

@@ -1,0 +1,78 @@
+// The serial driver on termios.
+#pragma once
+
+#include <array>
+#include <map>
+#include <string>
+
+#include "platform/EventLoop.h"
+#include "platform/PortNames.h"
+#include "platform/SerialDriver.h"
+
+namespace vk32 {
+
+/// Raw mode, 8N1, exclusive for the kernel (TIOCEXCL) and for every program that asks (flock). Codes are those of
+/// errno; a device that is gone fails every verb with EIO.
+class PosixSerialDriver : public SerialDriver {
+ public:
+  PosixSerialDriver(EventLoop& loop, const PortNames& names);
+  ~PosixSerialDriver() override;
+  PosixSerialDriver(const PosixSerialDriver&) = delete;
+  PosixSerialDriver& operator=(const PosixSerialDriver&) = delete;
+
+  Handle Open(std::string_view name) override;
+  bool SetupQueues(Handle handle, std::uint32_t inQueue, std::uint32_t outQueue) override;
+  bool Purge(Handle handle, std::uint32_t flags) override;
+  bool SetTimeouts(Handle handle, const CommTimeouts& timeouts) override;
+  bool GetState(Handle handle, DeviceControlBlock& dcb) override;
+  bool BuildState(std::string_view settings, DeviceControlBlock& dcb) override;
+  bool SetState(Handle handle, const DeviceControlBlock& dcb) override;
+  bool ClearError(Handle handle, std::uint32_t& errors, CommStatus& status) override;
+  bool Read(Handle handle, std::uint32_t count, Bytes& data) override;
+  bool Write(Handle handle, std::string_view data, std::uint32_t& written) override;
+  bool PendingResult(Handle handle, std::uint32_t& count) override;
+  bool Close(Handle handle) override;
+  std::int32_t LastError() const override;
+  std::string ErrorText(std::int32_t code) const override;
+  int WaitHandle(Handle handle) const override;
+
+ private:
+  /// How often each line error was seen, in the order of ClearError's bits.
+  using ErrorCounts = std::array<int, 5>;
+
+  struct Port {
+    int fd = -1;
+    bool gone = false;
+    Time byteTime{0};
+    CommTimeouts timeouts;
+    ErrorCounts counts{};
+  };
+
+  struct FailedOpen {
+    std::int32_t code = 0;
+    std::string portName;
+    std::string path;
+  };
+
+  static ErrorCounts CountErrors(int fd);
+  static std::string Advice(const FailedOpen& failed);
+
+  /// The port of a handle; null, with the error set, if there is none or its device is gone.
+  Port* Live(Handle handle);
+  bool Fail(std::int32_t code);
+  bool Fail(Port& port, std::int32_t code);
+  /// Hands all bytes to the kernel; false only if the device fails.
+  bool Push(Port& port, std::string_view data, Time until, std::uint32_t& written);
+  /// Waits until all that was handed to the kernel has left; what has not at `until` is taken back.
+  bool Drain(Port& port, Time earliestEnd, Time until, std::uint32_t& written);
+  void CloseDevice(const Port& port);
+
+  EventLoop& loop_;
+  const PortNames& names_;
+  std::map<Handle, Port> ports_;
+  Handle lastHandle_ = 0;
+  std::int32_t lastError_ = 0;
+  FailedOpen failedOpen_;  // the latest failure, if it was one of Open
+};
+
+}  // namespace vk32

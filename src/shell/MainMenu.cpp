@@ -1,0 +1,88 @@
+// The menu of products and models.
+#include "shell/MainMenu.h"
+
+#include "shell/Products.h"
+#include "shell/Subs.h"
+
+namespace vk32 {
+
+MainMenu::MainMenu(App& app)
+    : Form(app.forms, FormName, "VK32 Confguration Software", ShellWidth, ShellHeight), app_(app) {
+  // The design state is that of ShowProductMenu.
+  WebsiteLbl.ForeColor = MainMenuLink;
+  for (ImageButton* button : {&RB1500Cmd, &RB2500Cmd, &ABEthAsciiDf1ModelCmd, &ABEthModbusModelCmd, &ReturnCmd}) {
+    button->Visible = false;
+  }
+}
+
+void MainMenu::Form_Load() { VersionLbl.Caption = VersionText(); }
+
+void MainMenu::ShowProductMenu() {
+  ProductModelLbl.Caption = "Products";
+  SelectLbl.Caption = "Select a product from the menu on the left.";
+  AboutCmd.Visible = true;
+  ReturnCmd.Visible = false;
+  ShowProductButtons(true);
+  ABEthAsciiDf1ModelCmd.Visible = false;
+  ABEthModbusModelCmd.Visible = false;
+}
+
+void MainMenu::ShowModelMenu() {
+  ProductModelLbl.Caption = "Models";
+  SelectLbl.Caption = "Select a model from the menu on the left.";
+  AboutCmd.Visible = false;
+  ReturnCmd.Visible = true;
+  ShowProductButtons(false);
+  if (app_.globals.CurrentProduct == "VK-RTX") {
+    ABEthAsciiDf1ModelCmd.Visible = true;
+    ABEthModbusModelCmd.Visible = true;
+  }
+}
+
+void MainMenu::ShowProductButtons(bool visible) {
+  for (ImageButton* button : {&VK5300Cmd, &VKRTXCmd, &RB3000Cmd, &RB2000Cmd, &RBCardCmd}) button->Visible = visible;
+  RB2500Cmd.Visible = false;
+  RB1500Cmd.Visible = false;
+}
+
+void MainMenu::VKRTXCmd_Click() {
+  SelectProduct(app_.globals, "VK-RTX");
+  ShowModelMenu();
+}
+
+void MainMenu::VK5300Cmd_Click() { GoToProductMenu("VK5300"); }
+void MainMenu::RB3000Cmd_Click() { GoToProductMenu("RB3000"); }
+void MainMenu::RB2000Cmd_Click() { GoToProductMenu("RB2000"); }
+void MainMenu::RBCardCmd_Click() { GoToProductMenu("RBCard"); }
+void MainMenu::ABEthAsciiDf1ModelCmd_Click() { GoToProductMenuWithModel("AB Ethernet, ASCII, DF1"); }
+void MainMenu::ABEthModbusModelCmd_Click() { GoToProductMenuWithModel("AB Ethernet, Modbus"); }
+
+void MainMenu::GoToProductMenu(std::string_view product) {
+  UnloadMe();
+  SelectProduct(app_.globals, product);
+  app_.forms.Show("ProductMenu");
+}
+
+void MainMenu::GoToProductMenuWithModel(std::string_view name) {
+  UnloadMe();
+  for (const Model& model : Models()) {
+    if (model.name != name) continue;
+    app_.globals.CurrentModel = model.name;
+    app_.globals.BlockList = model.blockList;
+  }
+  app_.forms.Show("ProductMenu");
+}
+
+void MainMenu::ReturnCmd_Click() { ShowProductMenu(); }
+
+void MainMenu::AboutCmd_Click() { app_.forms.Show("About"); }
+
+void MainMenu::ExitCmd_Click() { app_.forms.dispatcher.End(); }
+
+void MainMenu::WebsiteLbl_Click() { OpenWebSite(app_, WebSite); }
+
+void MainMenu::WebsiteLbl_MouseDown() { WebsiteLbl.ForeColor = PressedLink; }
+
+void MainMenu::WebsiteLbl_MouseUp() { WebsiteLbl.ForeColor = MainMenuLink; }
+
+}  // namespace vk32

@@ -1,0 +1,99 @@
+// The port choice and the tools of one product.
+#include "shell/ProductMenu.h"
+
+#include "core/Convert.h"
+#include "link/VKComSubs.h"
+#include "shell/Products.h"
+
+namespace vk32 {
+namespace {
+
+constexpr int RaisedNext = 111;
+
+void PlaceTool(ImageButton& button, int top) {
+  if (top == Hidden) {
+    button.Visible = false;
+  } else {
+    button.Top = top;
+  }
+}
+
+}  // namespace
+
+ProductMenu::ProductMenu(App& app) : Form(app.forms, FormName, "", ShellWidth, ShellHeight), app_(app) {
+  COMCbo.EntryToolTip = [this](const std::string& entry) {
+    const auto device = app_.ports.Find(entry);
+    return device ? device->description : std::string();
+  };
+}
+
+std::vector<std::string> ProductMenu::PortTexts() {
+  std::vector<std::string> texts{"None"};
+  for (int number = 1; number <= MaxPorts; ++number) texts.push_back("COM" + Str(number));
+  return texts;
+}
+
+void ProductMenu::Form_Load() {
+  const Product& product = FindProduct(app_.globals.CurrentProduct);
+  DeviceLbl.Caption = app_.globals.CurrentProduct + " Main Menu";
+  Caption = app_.globals.CurrentProduct + " Main Menu";
+  DescLbl.Caption =
+      "Select the COM Port that will be used to communicate with the " + app_.globals.CurrentProduct + ".";
+  ConfigureCmd.Top = 3000;
+  UpgradeCmd.Top = 3600;
+  DeviceInfoCmd.Top = 4200;
+  OfflineCmd.Top = 4800;
+  COMCbo.Show(app_.globals.ComPortText);
+  PlaceTool(UpgradeCmd, product.upgradeTop);
+  PlaceTool(DeviceInfoCmd, product.deviceInfoTop);
+  PlaceTool(OfflineCmd, product.offlineTop);
+}
+
+void ProductMenu::COMCbo_Click() {
+  if (const int number = PortNames::Number(COMCbo.Text.Value())) app_.globals.ComPortNumber = number;
+  if (COMCbo.Text.Value() != "None") CheckComPort(app_);
+  app_.globals.ComPortText = COMCbo.Text;
+}
+
+bool ProductMenu::HasTool(std::string_view form, std::string_view tool) {
+  if (app_.forms.IsRegistered(form)) return true;
+  app_.forms.MsgBox(
+      std::string(tool) + " for the " + app_.globals.CurrentProduct + " is not part of this version of VK32 yet.",
+      MessageIcon::Information);
+  return false;
+}
+
+void ProductMenu::ConfigureCmd_Click() {
+  const std::string_view wizard = FindProduct(app_.globals.CurrentProduct).wizard;
+  if (HasTool(wizard, "The configuration")) app_.forms.Show(wizard);
+}
+
+void ProductMenu::UpgradeCmd_Click() {
+  if (!HasTool("Firmware", "The firmware upgrade")) return;
+  Form& firmware = app_.forms.Show("Firmware");
+  firmware.Get<ImageButton>("NextCmd").Picture = RaisedNext;
+}
+
+void ProductMenu::DeviceInfoCmd_Click() {
+  if (!HasTool("DeviceInfo", "The device information")) return;
+  Form& info = app_.forms.Load("DeviceInfo");
+  if (app_.globals.CommFailed != FlagFalse) {
+    info.Visible = false;
+    app_.forms.Unload(info);
+  } else {
+    info.Visible = true;
+  }
+}
+
+void ProductMenu::OfflineCmd_Click() {
+  if (HasTool("OfflineMngr", "The offline manager")) app_.forms.Show("OfflineMngr");
+}
+
+void ProductMenu::ReturnCmd_Click() {
+  UnloadMe();
+  app_.forms.Show("MainMenu");
+}
+
+void ProductMenu::ExitCmd_Click() { app_.forms.dispatcher.End(); }
+
+}  // namespace vk32

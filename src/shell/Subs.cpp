@@ -1,0 +1,96 @@
+// The small procedures that all forms share.
+#include "shell/Subs.h"
+
+#include <functional>
+#include <vector>
+
+#include "app/App.h"
+#include "core/Convert.h"
+
+namespace vk32 {
+namespace {
+
+constexpr int RaisedNext = 111, RaisedFinish = 117, RaisedBack = 113;
+
+/// At most four parts; the fourth takes all the rest.
+std::vector<std::string> SplitAddress(const std::string& text) {
+  std::vector<std::string> parts;
+  std::size_t start = 0;
+  for (std::size_t point = text.find('.'); point != std::string::npos && parts.size() < 3;
+       point = text.find('.', start)) {
+    parts.push_back(text.substr(start, point - start));
+    start = point + 1;
+  }
+  parts.push_back(text.substr(start));
+  return parts;
+}
+
+bool AreFourBytes(const std::string& text, const std::function<double(std::string_view)>& toNumber) {
+  const auto parts = SplitAddress(text);
+  if (parts.size() < 4) return false;
+  try {
+    for (const auto& part : parts) {
+      const double number = toNumber(part);
+      if (!(number >= 0 && number <= 255)) return false;
+    }
+    return true;
+  } catch (const RuntimeFault&) {
+    return false;
+  }
+}
+
+}  // namespace
+
+void UpdateWizardButtons(Form& form, int page, int lastPage) {
+  auto& next = form.Get<ImageButton>("NextCmd");
+  auto& back = form.Get<ImageButton>("BackCmd");
+  if (page == 0) {
+    next.Picture = RaisedNext;
+    back.Visible = false;
+  } else {
+    next.Picture = page == lastPage ? RaisedFinish : RaisedNext;
+    back.Picture = RaisedBack;
+    back.Visible = true;
+  }
+}
+
+void ShowConfigureReminder(App& app) {
+  app.forms.MsgBox("Press the Configure button on the " + app.globals.CurrentProduct + " before continuing.\r\n" +
+                       "The LED's on the left should have the following pattern:\r\n\n" + app.globals.LEDPatternText,
+                   MessageIcon::Critical);
+}
+
+int ValidateIPAddress(const std::string& text) { return AreFourBytes(text, CDbl) ? 0 : 1; }
+
+bool IsIPAddress(const std::string& text) { return AreFourBytes(text, Val); }
+
+int CheckEthernetFields(App& app, Form& form) {
+  struct Check {
+    const char* field;
+    bool mayBeEmpty;
+    const char* message;
+  };
+  constexpr Check checks[] = {
+      {"EthIPTxt", false, "An Invalid IP Address has been Entered."},
+      {"EthSubTxt", false, "An Invalid Subnet Mask has been Entered."},
+      {"EthGateTxt", true, "An Invalid Gateway IP Address has been Entered."},
+  };
+  for (const Check& check : checks) {
+    const std::string& text = form.Get<TextBox>(check.field).Text;
+    if (check.mayBeEmpty && text.empty()) continue;
+    if (ValidateIPAddress(text) != 0) {
+      app.forms.MsgBox(check.message, MessageIcon::Critical, "Error!");
+      return 1;
+    }
+  }
+  return 0;
+}
+
+std::string ByteToHex(std::uint8_t byte) {
+  constexpr char digits[] = "0123456789ABCDEF";
+  return {digits[byte >> 4], digits[byte & 15]};
+}
+
+void OpenWebSite(App& app, const std::string& url) { app.forms.GetScreen().OpenWebSite(url); }
+
+}  // namespace vk32

@@ -1,0 +1,397 @@
+// The serial driver on a real pseudo-terminal.
+#include "platform/PosixSerialDriver.h"
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <poll.h>
+#include <stdlib.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <functional>
+#include <string>
+#include <thread>
+#include <utility>
+
+#include "platform/PosixEventLoop.h"
+
+namespace vk32 {
+namespace {
+
+constexpr std::string_view Com12 = R"(\\.\COM12)";
+constexpr char Xon = 17;
+constexpr char Xoff = 19;
+
+/// The loop of the programs without a window; it counts the sleeps and acts before them.
+class CountingLoop : public PosixEventLoop {
+ public:
+  void WaitQuietly(int fd, Time until) override {
+    ++sleeps;
+    if (beforeSleep) beforeSleep();
+    PosixEventLoop::WaitQuietly(fd, until);
+  }
+
+  int sleeps = 0;
+  std::function<void()> beforeSleep;
+};
+
+/// A driver, and the device's side of a pseudo-terminal that stands behind COM12.
+class PosixSerialDriverTest : public testing::Test {
+ protected:
+  PosixSerialDriverTest() { Plug(); }
+  ~PosixSerialDriverTest() override { Unplug(); }
+
+  void Plug() {
+    Unplug();
+    device_ = posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC);
+    ASSERT_EQ(grantpt(device_), 0);
+    ASSERT_EQ(unlockpt(device_), 0);
+    path_ = ptsname(device_);
+    names_.Assign("COM12", path_);
+  }
+
+  void Unplug() {
+    if (device_ >= 0) close(std::exchange(device_, -1));
+  }
+
+  /// Opened as a port is for an exchange.
+  SerialDriver::Handle Opened(bool fOutX = false) {
+    const auto handle = driver_.Open(Com12);
+    EXPECT_GT(handle, 0) << driver_.ErrorText(driver_.LastError());
+    EXPECT_TRUE(driver_.SetupQueues(handle, 1024, 1024));
+    EXPECT_TRUE(driver_.Purge(handle, 15));
+    SetLine(handle, fOutX);
+    return handle;
+  }
+
+  void SetLine(SerialDriver::Handle handle, bool fOutX) {
+    DeviceControlBlock dcb;
+    EXPECT_TRUE(driver_.GetState(handle, dcb));
+    EXPECT_TRUE(driver_.BuildState("baud=19200 parity=N data=8 stop=1", dcb));
+    dcb.fOutX = fOutX;
+    EXPECT_TRUE(driver_.SetState(handle, dcb));
+  }
+
+  void FromDevice(std::string_view bytes) {
+    EXPECT_EQ(write(device_, bytes.data(), bytes.size()), static_cast<ssize_t>(bytes.size()));
+  }
+
+  /// Bytes that the device has received, once as many as `count` are there.
+  Bytes AtDevice(std::size_t count) {
+    Bytes all;
+    char chunk[4096];
+    while (all.size() < count) {
+      const ssize_t taken = read(device_, chunk, std::min(sizeof chunk, count - all.size()));
+      if (taken <= 0) break;
+      all.append(chunk, static_cast<std::size_t>(taken));
+    }
+    return all;
+  }
+
+  /// Sends bytes and waits until they wait at the port.
+  void Arrive(SerialDriver::Handle handle, std::string_view bytes) {
+    FromDevice(bytes);
+    while (Waiting(handle) < static_cast<int>(bytes.size()) && !HasFailure()) loop_.Wait(driver_.WaitHandle(handle));
+  }
+
+  /// Sends XOFF and waits until the line stands still.
+  void Hold(SerialDriver::Handle handle) {
+    FromDevice({&Xoff, 1});
+    pollfd line{driver_.WaitHandle(handle), POLLOUT, 0};
+    while (poll(&line, 1, 0) == 1 && (line.revents & POLLHUP) == 0) std::this_thread::yield();
+  }
+
+  static CommTimeouts WriteTimeouts(std::uint32_t perByte, std::uint32_t whole) {
+    CommTimeouts timeouts;
+    timeouts.WriteTotalTimeoutMultiplier = perByte;
+    timeouts.WriteTotalTimeoutConstant = whole;
+    return timeouts;
+  }
+
+  int Waiting(SerialDriver::Handle handle) {
+    std::uint32_t errors = 0;
+    CommStatus status;
+    EXPECT_TRUE(driver_.ClearError(handle, errors, status));
+    EXPECT_EQ(errors, 0u);
+    return status.cbInQue;
+  }
+
+  /// Runs `act` in a process of the user nobody and gives its result.
+  static int AsNobody(const std::function<int()>& act) {
+    const pid_t child = fork();
+    if (child == 0) {
+      const bool changed = setgid(65534) == 0 && setuid(65534) == 0;
+      _exit(changed ? act() : 255);
+    }
+    int status = 0;
+    waitpid(child, &status, 0);
+    return WIFEXITED(status) ? WEXITSTATUS(status) : 255;
+  }
+
+  int device_ = -1;
+  std::string path_;
+  CountingLoop loop_;
+  PortNames names_{"", "/nowhere", "/nowhere"};
+  PosixSerialDriver driver_{loop_, names_};
+};
+
+TEST_F(PosixSerialDriverTest, BytesPassUnchangedBothWays) {
+  Bytes all;
+  for (int i = 0; i < 256; ++i) all += static_cast<char>(i);
+  const auto handle = Opened();
+  std::uint32_t written = 0;
+  EXPECT_TRUE(driver_.Write(handle, all, written));
+  EXPECT_EQ(written, 256u);
+  EXPECT_EQ(AtDevice(256), all);
+
+  Bytes data = "old";
+  EXPECT_TRUE(driver_.Read(handle, 10, data));
+  EXPECT_EQ(data, "");
+  EXPECT_EQ(Waiting(handle), 0);
+  Arrive(handle, all);
+  EXPECT_EQ(Waiting(handle), 256);
+  EXPECT_TRUE(driver_.Read(handle, 1, data));
+  EXPECT_EQ(data, all.substr(0, 1));
+  EXPECT_EQ(Waiting(handle), 255);
+  EXPECT_TRUE(driver_.Read(handle, 4'000'000'000, data));
+  EXPECT_EQ(data, all.substr(1));
+
+  Arrive(handle, "late");
+  EXPECT_TRUE(driver_.Purge(handle, 15));
+  EXPECT_EQ(Waiting(handle), 0);
+}
+
+TEST_F(PosixSerialDriverTest, MissingPort) {
+  names_.Assign("COM31", path_ + "0");
+  for (const std::string name : {R"(\\.\COM30)", R"(\\.\COM31)", R"(\\.\COM33)", R"(\\.\)", ""}) {
+    EXPECT_EQ(driver_.Open(name), SerialDriver::InvalidHandle) << name;
+    EXPECT_EQ(driver_.LastError(), ENOENT) << name;
+  }
+  driver_.Open(R"(\\.\COM31)");
+  EXPECT_EQ(driver_.ErrorText(ENOENT),
+            "No such file or directory: no serial device stands behind COM31 (" + path_ + "0 is missing)");
+  names_.Assign("COM31", "/dev/null");
+  EXPECT_EQ(driver_.Open(R"(\\.\COM31)"), SerialDriver::InvalidHandle);
+  EXPECT_EQ(driver_.LastError(), ENOTTY);
+  EXPECT_EQ(driver_.ErrorText(ENOTTY), "Inappropriate ioctl for device: /dev/null is no serial port");
+}
+
+TEST_F(PosixSerialDriverTest, BusyPortNamesItsHolder) {
+  const auto handle = Opened();
+  PosixSerialDriver other(loop_, names_);
+  for (PosixSerialDriver* driver : {&driver_, &other}) {
+    EXPECT_EQ(driver->Open(Com12), SerialDriver::InvalidHandle);
+    EXPECT_EQ(driver->LastError(), EBUSY);
+    EXPECT_NE(driver->ErrorText(EBUSY).find(path_ + " is in use by "), std::string::npos);
+    EXPECT_NE(driver->ErrorText(EBUSY).find(" (process " + std::to_string(getpid()) + ")"), std::string::npos);
+    EXPECT_EQ(driver->ErrorText(EACCES), "Permission denied");
+  }
+  EXPECT_TRUE(driver_.Close(handle));
+  EXPECT_GT(other.Open(Com12), 0);
+}
+
+TEST_F(PosixSerialDriverTest, ForbiddenPortNamesTheGroup) {
+  if (geteuid() != 0) GTEST_SKIP() << "only the superuser can become a user who may not open the port";
+  struct Row {
+    mode_t mode;
+    const char* text;
+  };
+  for (const Row& row : {Row{0660,
+                             " belongs to the group daemon: add yourself with \"sudo usermod -aG daemon nobody\""
+                             " and log in again"},
+                         Row{0600, " is open to root alone"}, Row{0620, " is open to root alone"}}) {
+    ASSERT_EQ(chown(path_.c_str(), 0, 1), 0);
+    ASSERT_EQ(chmod(path_.c_str(), row.mode), 0);
+    EXPECT_EQ(AsNobody([&] {
+                if (driver_.Open(Com12) != SerialDriver::InvalidHandle) return 1;
+                if (driver_.LastError() != EACCES) return 2;
+                return driver_.ErrorText(EACCES) == "Permission denied: " + path_ + row.text ? 0 : 3;
+              }),
+              0)
+        << row.text;
+  }
+}
+
+TEST_F(PosixSerialDriverTest, KilledProgramLeavesThePortFree) {
+  if (geteuid() != 0) GTEST_SKIP() << "only the superuser can become another user";
+  ASSERT_EQ(chmod(path_.c_str(), 0666), 0);
+  const auto open = [&] { return driver_.Open(Com12) > 0 ? 0 : 1; };
+  EXPECT_EQ(AsNobody(open), 0);
+  EXPECT_EQ(AsNobody(open), 0);
+}
+
+TEST_F(PosixSerialDriverTest, GoneDeviceIsAnErrorAndNotASpin) {
+  struct Row {
+    const char* name;
+    std::function<bool(SerialDriver::Handle)> verb;
+  };
+  std::uint32_t number = 0;
+  CommStatus status;
+  DeviceControlBlock dcb;
+  Bytes data;
+  const Row rows[] = {
+      {"ClearError", [&](auto handle) { return driver_.ClearError(handle, number, status); }},
+      {"Read", [&](auto handle) { return driver_.Read(handle, 10, data); }},
+      {"Write", [&](auto handle) { return driver_.Write(handle, "hello", number); }},
+      {"Purge", [&](auto handle) { return driver_.Purge(handle, 15); }},
+      {"GetState", [&](auto handle) { return driver_.GetState(handle, dcb); }},
+  };
+  for (const Row& first : rows) {
+    Plug();
+    const auto handle = Opened();
+    Arrive(handle, "lost");
+    Unplug();
+    EXPECT_EQ(driver_.WaitHandle(handle), -1);
+    EXPECT_FALSE(first.verb(handle)) << first.name;
+    for (const Row& row : rows) {
+      EXPECT_FALSE(row.verb(handle)) << row.name << " after " << first.name;
+      EXPECT_EQ(driver_.LastError(), EIO) << row.name;
+    }
+    EXPECT_EQ(driver_.ErrorText(EIO), "Input/output error: the serial device is gone: plug it in again");
+    EXPECT_TRUE(driver_.Close(handle));
+    EXPECT_EQ(driver_.Open(Com12), SerialDriver::InvalidHandle);
+    EXPECT_EQ(driver_.LastError(), ENOENT);
+  }
+  EXPECT_EQ(loop_.sleeps, 0);
+}
+
+TEST_F(PosixSerialDriverTest, DeviceGoneWhileItHoldsAWrite) {
+  const auto handle = Opened(true);
+  EXPECT_TRUE(driver_.SetTimeouts(handle, WriteTimeouts(1000, 0)));
+  Hold(handle);
+  loop_.beforeSleep = [&] { Unplug(); };
+  std::uint32_t written = 1;
+  EXPECT_FALSE(driver_.Write(handle, "hello", written));
+  EXPECT_EQ(driver_.LastError(), EIO);
+  EXPECT_EQ(written, 0u);
+  EXPECT_EQ(loop_.sleeps, 1);
+}
+
+TEST_F(PosixSerialDriverTest, XoffHoldsAWriteUntilXon) {
+  auto handle = Opened(true);
+  Hold(handle);
+  loop_.beforeSleep = [&] { FromDevice({&Xon, 1}); };
+  std::uint32_t written = 0;
+  EXPECT_TRUE(driver_.Write(handle, "hello", written));
+  EXPECT_EQ(written, 5u);
+  EXPECT_EQ(AtDevice(5), "hello");
+  EXPECT_LT(loop_.sleeps, 5);
+  EXPECT_EQ(Waiting(handle), 0);  // both bytes are no data
+
+  loop_.sleeps = 0;
+  for (const bool reopened : {false, true}) {
+    Hold(handle);
+    if (reopened) {
+      EXPECT_TRUE(driver_.Close(handle));
+      handle = Opened();
+    }
+    SetLine(handle, false);
+    EXPECT_TRUE(driver_.Write(handle, "free", written));
+    EXPECT_EQ(AtDevice(4), "free");
+    EXPECT_EQ(loop_.sleeps, 0);
+    if (!reopened) SetLine(handle, true);
+  }
+  Arrive(handle, Bytes{Xoff, Xon});
+  Bytes data;
+  EXPECT_TRUE(driver_.Read(handle, 10, data));
+  EXPECT_EQ(data, (Bytes{Xoff, Xon}));
+}
+
+TEST_F(PosixSerialDriverTest, WriteTimeoutGivesTheShortCount) {
+  const auto handle = Opened(true);
+  const Bytes large(65536, 'x');
+  std::uint32_t written = 0;
+  EXPECT_TRUE(driver_.SetTimeouts(handle, WriteTimeouts(0, 20)));
+  EXPECT_TRUE(driver_.Write(handle, large, written));
+  EXPECT_GT(written, 0u);
+  EXPECT_LT(written, large.size());
+  EXPECT_EQ(AtDevice(written), large.substr(0, written));
+
+  Hold(handle);
+  EXPECT_TRUE(driver_.SetTimeouts(handle, WriteTimeouts(2, 0)));
+  EXPECT_TRUE(driver_.Write(handle, "hello", written));
+  EXPECT_EQ(written, 0u);
+  EXPECT_LT(loop_.sleeps, 10);
+}
+
+TEST_F(PosixSerialDriverTest, StateIsTakenStrictly) {
+  const auto handle = Opened();
+  for (const std::int32_t baud : {300, 1200, 2400, 4800, 9600, 19200, 38400, 57600, 115200, 230400}) {
+    DeviceControlBlock got;
+    EXPECT_TRUE(driver_.SetState(handle, {baud, 'N', 8, 1, baud > 9600, Xon, Xoff})) << baud;
+    EXPECT_TRUE(driver_.GetState(handle, got));
+    EXPECT_EQ(got.BaudRate, baud);
+    EXPECT_EQ(got.fOutX, baud > 9600);
+    EXPECT_EQ(got.ByteSize, 8);
+  }
+  // No pseudo-terminal has parity or seven bits, so these are wrong here as well.
+  for (const DeviceControlBlock& wrong :
+       {DeviceControlBlock{9601, 'N', 8, 1}, DeviceControlBlock{0, 'N', 8, 1}, DeviceControlBlock{9600, 'M', 8, 1},
+        DeviceControlBlock{9600, 'E', 8, 1}, DeviceControlBlock{9600, 'N', 7, 1}, DeviceControlBlock{9600, 'N', 4, 1},
+        DeviceControlBlock{9600, 'N', 8, 3}}) {
+    EXPECT_FALSE(driver_.SetState(handle, wrong)) << wrong.BaudRate << wrong.Parity << wrong.ByteSize;
+    EXPECT_EQ(driver_.LastError(), EINVAL);
+  }
+  DeviceControlBlock dcb;
+  EXPECT_FALSE(driver_.BuildState("baud=9600", dcb));
+  EXPECT_EQ(driver_.LastError(), EINVAL);
+}
+
+TEST_F(PosixSerialDriverTest, UnknownHandlesTouchNothing) {
+  std::uint32_t number = 0;
+  for (const SerialDriver::Handle handle : {0, -1, 1}) {
+    EXPECT_FALSE(driver_.Close(handle));
+    EXPECT_FALSE(driver_.Purge(handle, 15));
+    EXPECT_FALSE(driver_.Write(handle, "x", number));
+    EXPECT_EQ(driver_.LastError(), EBADF);
+    EXPECT_EQ(driver_.WaitHandle(handle), -1);
+  }
+}
+
+TEST_F(PosixSerialDriverTest, ErrorTextsAreShort) {
+  names_.Assign("COM1", "/nowhere/" + std::string(300, 'x'));
+  driver_.Open("COM1");
+  EXPECT_EQ(driver_.ErrorText(ENAMETOOLONG), "File name too long");
+  names_.Assign("COM1", "/" + std::string(200, 'x'));
+  driver_.Open("COM1");
+  EXPECT_LT(driver_.ErrorText(ENOENT).size(), 250u);
+  EXPECT_EQ(driver_.ErrorText(4711), "Unknown error 4711");
+}
+
+TEST(ParseSettings, TakesTheFourSettingsAndNothingElse) {
+  DeviceControlBlock dcb{4800, 'O', 6, 2, true, 1, 2};
+  for (const char* settings : {"",
+                               "baud=19200 parity=N data=8",
+                               "baud=19200 parity=N data=8 stop=1 stop=1",
+                               "baud=19200 parity=N data=8 stop=1 to=on",
+                               "baud=19200  parity=N data=8 stop=1",
+                               " baud=19200 parity=N data=8 stop=1",
+                               "baud=19200 parity=N data=8 stop=1 ",
+                               "baud=19200,parity=N,data=8,stop=1",
+                               "baud= parity=N data=8 stop=1",
+                               "baud=0 parity=N data=8 stop=1",
+                               "baud=-1 parity=N data=8 stop=1",
+                               "baud=+1 parity=N data=8 stop=1",
+                               "baud=9600.0 parity=N data=8 stop=1",
+                               "baud=99999999999 parity=N data=8 stop=1",
+                               "BAUD=9600 parity=N data=8 stop=1",
+                               "baud=9600 parity=n data=8 stop=1",
+                               "baud=9600 parity=M data=8 stop=1",
+                               "baud=9600 parity=N data=9 stop=1",
+                               "baud=9600 parity=N data=8 stop=1.5",
+                               "baud=9600 parity=N data=8 stop=0"}) {
+    EXPECT_FALSE(ParseSettings(settings, dcb)) << settings;
+    EXPECT_EQ(dcb.BaudRate, 4800) << settings;
+  }
+  EXPECT_TRUE(ParseSettings("baud=19200 parity=N data=8 stop=1", dcb));
+  EXPECT_TRUE(dcb.BaudRate == 19200 && dcb.Parity == 'N' && dcb.ByteSize == 8 && dcb.StopBits == 1);
+  EXPECT_TRUE(ParseSettings("stop=2 data=7 parity=E baud=300", dcb));
+  EXPECT_TRUE(dcb.BaudRate == 300 && dcb.Parity == 'E' && dcb.ByteSize == 7 && dcb.StopBits == 2);
+  EXPECT_TRUE(dcb.fOutX && dcb.XonChar == 1);
+}
+
+}  // namespace
+}  // namespace vk32

@@ -1,0 +1,132 @@
+// A serial driver whose every verb can fail on demand, and whose other end is a device of the test.
+#pragma once
+
+#include <deque>
+#include <functional>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "platform/SerialDriver.h"
+#include "sim/SimulatedLine.h"
+#include "support/VirtualEventLoop.h"
+
+namespace vk32 {
+
+/// The other end of a fake port.
+class FakeDevice {
+ public:
+  virtual ~FakeDevice() = default;
+  virtual void FromHost(std::string_view bytes, Time now) = 0;
+  virtual Bytes ToHost(Time now) = 0;
+  virtual std::optional<Time> NextDue() const = 0;
+  virtual bool Gone() const { return false; }
+};
+
+/// Answers as told, message by message. What comes in is matched against the awaited message from its first byte on.
+class ScriptedDevice : public FakeDevice {
+ public:
+  struct Reply {
+    Time delay;  // after the last byte of the message
+    Bytes bytes;
+  };
+
+  /// Awaits a message and then says the replies. Messages come in the order of these calls.
+  ScriptedDevice& On(Bytes message, std::vector<Reply> replies = {});
+  /// True if every awaited message has come, and nothing else.
+  bool Done() const { return exchanges_.empty() && pending_.empty(); }
+
+  void FromHost(std::string_view bytes, Time now) override;
+  Bytes ToHost(Time now) override;
+  std::optional<Time> NextDue() const override;
+
+ private:
+  struct Exchange {
+    Bytes message;
+    std::vector<Reply> replies;
+  };
+  std::deque<Exchange> exchanges_;
+  Bytes pending_;
+  std::map<Time, Bytes> says_;
+};
+
+/// A simulated gateway as the other end.
+class GatewayDevice : public FakeDevice {
+ public:
+  explicit GatewayDevice(std::string_view product, sim::Misbehaviour misbehaviour = {}, bool pace = false);
+
+  void FromHost(std::string_view bytes, Time now) override { line_.FromHost(bytes, now); }
+  Bytes ToHost(Time now) override { return line_.ToHost(now); }
+  std::optional<Time> NextDue() const override { return line_.NextDue(); }
+  bool Gone() const override { return line_.Unplugged(); }
+
+  sim::Gateway gateway;
+
+ private:
+  sim::SimulatedLine line_;
+};
+
+class FakeSerialDriver : public SerialDriver, public Outside {
+ public:
+  explicit FakeSerialDriver(VirtualEventLoop& loop);
+  ~FakeSerialDriver() override;
+
+  /// A port with a device at its other end; nullptr: an open end.
+  void Plug(const std::string& portName, FakeDevice* device) { ports_[portName] = device; }
+  void Unplug(const std::string& portName) { ports_.erase(portName); }
+
+  /// The verb fails at its next call (or the `skip`-th after it) with that code.
+  void Fail(const std::string& verb, std::int32_t code, int skip = 0);
+  /// The next Read or Write ends with 997, and PendingResult `incomplete` times with 996; then with `code`, or well if
+  /// 0.
+  void MakePending(int incomplete, std::int32_t code = 0);
+
+  /// The verbs that were called, in order, with their main argument.
+  std::vector<std::string> calls;
+  /// All bytes that were written.
+  Bytes written;
+  /// Bytes that wait to be read, put there by the test.
+  Bytes input;
+  /// The line errors that ClearError reports.
+  std::uint32_t lineErrors = 0;
+  /// How many bytes a Write takes at the most.
+  std::optional<std::uint32_t> writeLimit;
+  DeviceControlBlock state;
+
+  // SerialDriver
+  Handle Open(std::string_view name) override;
+  bool SetupQueues(Handle handle, std::uint32_t inQueue, std::uint32_t outQueue) override;
+  bool Purge(Handle handle, std::uint32_t flags) override;
+  bool SetTimeouts(Handle handle, const CommTimeouts& timeouts) override;
+  bool GetState(Handle handle, DeviceControlBlock& dcb) override;
+  bool BuildState(std::string_view settings, DeviceControlBlock& dcb) override;
+  bool SetState(Handle handle, const DeviceControlBlock& dcb) override;
+  bool ClearError(Handle handle, std::uint32_t& errors, CommStatus& status) override;
+  bool Read(Handle handle, std::uint32_t count, Bytes& data) override;
+  bool Write(Handle handle, std::string_view data, std::uint32_t& written) override;
+  bool PendingResult(Handle handle, std::uint32_t& count) override;
+  bool Close(Handle handle) override;
+  std::int32_t LastError() const override { return lastError_; }
+  std::string ErrorText(std::int32_t code) const override { return "  words of " + std::to_string(code) + " "; }
+  int WaitHandle(Handle) const override { return -1; }
+
+  // Outside
+  std::optional<Time> NextDue() const override;
+  void RunDue(Time now) override;
+
+ private:
+  bool Call(const std::string& verb, const std::string& argument = {});
+  bool Known(Handle handle);
+
+  VirtualEventLoop& loop_;
+  std::map<std::string, FakeDevice*> ports_;
+  std::optional<std::string> open_;  // name of the open port: one is enough for the system
+  std::multimap<std::string, std::pair<int, std::int32_t>> failures_;
+  std::optional<std::pair<int, std::int32_t>> pending_;
+  std::uint32_t pendingCount_ = 0;
+  std::int32_t lastError_ = 0;
+};
+
+}  // namespace vk32

@@ -1,0 +1,101 @@
+// The whole program in virtual time.
+#include "support/Harness.h"
+
+#include <gtest/gtest.h>
+#include <stdlib.h>
+
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+
+#include "core/Convert.h"
+#include "script/Quoting.h"
+
+namespace vk32 {
+
+Harness::Harness()
+    : screen([this](const std::string& line) {
+        if (line != "ok") printed_ += line + "\n";
+      }),
+      driver(loop),
+      names("", "/nowhere", "/nowhere"),
+      app(loop, screen, driver, names),
+      session(app, screen) {
+  StartProgram(app);
+}
+
+std::string Harness::Do(std::string_view commands) {
+  printed_.clear();
+  std::istringstream lines{std::string(commands)};
+  for (std::string line; std::getline(lines, line);) {
+    const std::size_t first = line.find_first_not_of(' ');
+    if (first != std::string::npos) session.RunLine(std::string_view(line).substr(first));
+  }
+  return printed_;
+}
+
+std::string Harness::Get(const std::string& path) {
+  const std::string line = Do("get " + path);
+  EXPECT_EQ(line.substr(0, 6), "value ") << line;
+  return line.size() < 8 ? line : Unquote(line.substr(6, line.size() - 7)).value_or(line);
+}
+
+void Harness::GoTo(const std::string& productButton, FakeDevice* device) {
+  Do("click Splash");
+  Do("click MainMenu." + productButton);
+  if (!device) return;
+  driver.Plug("COM3", device);
+  EXPECT_EQ(Do("select ProductMenu.COMCbo COM3"), "");
+  driver.calls.clear();
+}
+
+Time Harness::Elapsed() {
+  const Time span = loop.Now() - mark_;
+  mark_ = loop.Now();
+  return span;
+}
+
+TemporaryFile::TemporaryFile(const std::string& name) {
+  std::string folder = (std::filesystem::temp_directory_path() / "vk32-test-XXXXXX").string();
+  if (!mkdtemp(folder.data())) ADD_FAILURE() << "no temporary folder";
+  folder_ = folder;
+  path_ = folder_ + "/" + name;
+}
+
+TemporaryFile::~TemporaryFile() {
+  std::error_code ignored;
+  std::filesystem::remove_all(folder_, ignored);
+}
+
+std::string TemporaryFile::Content() const {
+  std::ifstream file(path_, std::ios::binary);
+  return {std::istreambuf_iterator<char>(file), {}};
+}
+
+void TemporaryFile::Fill(std::string_view content) const { std::ofstream(path_, std::ios::binary) << content; }
+
+Bytes FromHex(std::string_view digits) {
+  Bytes bytes;
+  std::string pair;
+  for (const char digit : digits) {
+    if (digit == ' ') continue;
+    pair += digit;
+    if (pair.size() < 2) continue;
+    bytes += static_cast<char>(std::stoi(pair, nullptr, 16));
+    pair.clear();
+  }
+  return bytes;
+}
+
+std::string ToHex(std::string_view bytes) {
+  constexpr std::string_view digits = "0123456789ABCDEF";
+  std::string text;
+  for (const char c : bytes) {
+    const auto byte = static_cast<unsigned char>(c);
+    if (!text.empty()) text += ' ';
+    text += {digits[byte >> 4], digits[byte & 15]};
+  }
+  return text;
+}
+
+}  // namespace vk32

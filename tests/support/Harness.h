@@ -1,0 +1,64 @@
+// The whole program in virtual time, driven by the commands of the text front end.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "app/App.h"
+#include "script/ScriptSession.h"
+#include "support/FakeSerialDriver.h"
+#include "support/VirtualEventLoop.h"
+
+namespace vk32 {
+
+class Harness {
+ public:
+  /// The program has started: the splash page shows.
+  Harness();
+
+  /// Runs commands, one a line, leading blanks aside, and returns what they printed but for the lines "ok".
+  std::string Do(std::string_view commands);
+  /// The property's text, without its quotes and escapes. A test failure if there is none.
+  std::string Get(const std::string& path);
+  /// From the splash page to the product menu; with a port, behind which the device stands.
+  void GoTo(const std::string& productButton, FakeDevice* device = nullptr);
+
+  /// What has passed since the clock was last read here.
+  Time Elapsed();
+
+ private:
+  std::string printed_;
+  Time mark_{0};
+
+ public:
+  VirtualEventLoop loop;
+  ScriptScreen screen;
+  FakeSerialDriver driver;
+  PortNames names;
+  App app;
+  ScriptSession session;
+};
+
+/// A file that goes with the test; its folder is a fresh one.
+class TemporaryFile {
+ public:
+  explicit TemporaryFile(const std::string& name);
+  ~TemporaryFile();
+  TemporaryFile(const TemporaryFile&) = delete;
+  TemporaryFile& operator=(const TemporaryFile&) = delete;
+
+  const std::string& Path() const { return path_; }
+  std::string Content() const;
+  void Fill(std::string_view content) const;
+
+ private:
+  std::string folder_, path_;
+};
+
+/// Bytes from hexadecimal digits; blanks are passed over.
+Bytes FromHex(std::string_view digits);
+/// "4E 45 45", for messages of failed comparisons.
+std::string ToHex(std::string_view bytes);
+
+}  // namespace vk32

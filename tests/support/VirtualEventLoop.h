@@ -1,0 +1,41 @@
+// An event loop in virtual time: when nothing is due, the clock jumps to what comes next.
+#pragma once
+
+#include <optional>
+#include <vector>
+
+#include "platform/EventLoop.h"
+
+namespace vk32 {
+
+/// Something outside the program that has a time of its own: a device on a line.
+class Outside {
+ public:
+  virtual ~Outside() = default;
+  virtual std::optional<Time> NextDue() const = 0;
+  virtual void RunDue(Time now) = 0;
+};
+
+class VirtualEventLoop : public EventLoop {
+ public:
+  Time Now() const override { return now_; }
+  void RunDue() override;
+  /// std::logic_error if nothing will ever happen: a wait that would hang.
+  void Wait(int fd) override;
+  void WaitQuietly(int fd, Time until) override;
+
+  void Add(Outside& outside) { outside_.push_back(&outside); }
+  void Remove(Outside& outside) { std::erase(outside_, &outside); }
+  /// How often the program slept; a wait that spins shows here.
+  int Sleeps() const { return sleeps_; }
+
+ private:
+  std::optional<Time> NextOutside() const;
+  void AdvanceTo(Time moment);
+
+  Time now_{0};
+  std::vector<Outside*> outside_;
+  int sleeps_ = 0;
+};
+
+}  // namespace vk32
