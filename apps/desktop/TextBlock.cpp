@@ -57,11 +57,6 @@ int TextBlock::Width() const {
 
 int TextBlock::Height() const { return pitch_ * static_cast<int>(lines_.size()); }
 
-int TextBlock::Baseline(int top, int height, const QFont& font) {
-  // Half a capital's height, which is about 0.72 of the size in the faces of the program.
-  return top + static_cast<int>(std::floor(height / 2.0 + 0.36 * font.pixelSize()));
-}
-
 void TextBlock::Draw(QPainter& painter, const QRect& area, Qt::Alignment alignment, const QColor& color,
                      QChar mark) const {
   const QFontMetricsF metrics(font_);
@@ -75,6 +70,7 @@ void TextBlock::Draw(QPainter& painter, const QRect& area, Qt::Alignment alignme
     const double free = area.width() - metrics.horizontalAdvance(line);
     if (alignment & Qt::AlignRight) left += free;
     if (alignment & Qt::AlignHCenter) left += std::floor(free / 2);
+    // Half a capital's height, which is about 0.72 of the size in the faces of the program.
     const double baseline = std::floor(top + pitch_ / 2.0 + 0.36 * font_.pixelSize());
     painter.drawText(QPointF(left, baseline), line);
     if (const auto at = mark.isNull() ? -1 : line.indexOf(mark, 0, Qt::CaseInsensitive); at >= 0) {

@@ -28,9 +28,6 @@ class TextBlock {
   /// `mark`: the first of these letters is underlined; none if null.
   void Draw(QPainter& painter, const QRect& area, Qt::Alignment alignment, const QColor& color, QChar mark = {}) const;
 
-  /// The baseline that centres the capitals of one line between `top` and `top + height`.
-  static int Baseline(int top, int height, const QFont& font);
-
  private:
   void Break(const QString& paragraph, int width, Wrapping wrapping);
 

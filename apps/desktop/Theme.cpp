@@ -45,7 +45,9 @@ QColor OfRole(TextRole role) {
     case TextRole::Body:
     case TextRole::Title:
     case TextRole::Product:
+    case TextRole::BodyLink:
     case TextRole::Heading:
+    case TextRole::HeadingLink:
     case TextRole::Step:
     case TextRole::TableText:
     case TextRole::SplashName:
@@ -92,13 +94,15 @@ const QFont& Theme::Font(TextRole role) const {
     case TextRole::Title:
     case TextRole::SplashSubtitle: return title_;
     case TextRole::Product: return product_;
-    case TextRole::Heading: return bold_;
+    case TextRole::Heading:
+    case TextRole::HeadingLink: return bold_;
     case TextRole::Step: return step_;
     case TextRole::TableHead:
     case TextRole::TableText: return small_;
     case TextRole::SplashName: return splashName_;
     case TextRole::BandName: return bandName_;
     case TextRole::Body:
+    case TextRole::BodyLink:
     case TextRole::Muted:
     case TextRole::BandText:
     case TextRole::BandSubtitle:

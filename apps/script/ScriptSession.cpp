@@ -85,33 +85,21 @@ void ScriptSession::Click(std::string_view arguments) {
   const Target target = Resolve(arguments);
   if (!target.control) {
     Require(target.form->Click(), target);
-  } else if (auto* button = dynamic_cast<ImageButton*>(target.control)) {
-    Require(button->Press(), target);
-    button->Release();
-    button->Click();
-  } else if (auto* label = dynamic_cast<Label*>(target.control)) {
-    Require(label->Press(), target);
-    label->Release();
-    label->Click();
-  } else if (auto* command = dynamic_cast<CommandButton*>(target.control)) {
-    Require(command->Click(), target);
-  } else if (auto* check = dynamic_cast<CheckBox*>(target.control)) {
-    Require(check->Click(), target);
-  } else {
-    Require(ControlOf<OptionButton>(target).Click(), target);
+    return;
   }
+  Require(target.control->Press(), target);
+  target.control->Release();
+  target.control->Click();
 }
 
 void ScriptSession::Down(std::string_view arguments) {
   const Target target = Resolve(arguments);
-  auto* label = dynamic_cast<Label*>(target.control);
-  Require(label ? label->Press() : ControlOf<ImageButton>(target).Press(), target);
+  Require(ControlOf<Control>(target).Press(), target);
 }
 
 void ScriptSession::Up(std::string_view arguments) {
   const Target target = Resolve(arguments);
-  auto* label = dynamic_cast<Label*>(target.control);
-  Require(label ? label->Release() : ControlOf<ImageButton>(target).Release(), target);
+  Require(ControlOf<Control>(target).Release(), target);
 }
 
 void ScriptSession::Select(std::string_view arguments) {
@@ -142,8 +130,9 @@ void ScriptSession::Check(std::string_view arguments) {
 void ScriptSession::Scroll(std::string_view arguments) {
   const Target target = Resolve(TakeWord(arguments));
   const auto value = ParseInt(arguments);
-  if (!value) throw Refused("scroll takes a number");
-  Require(ControlOf<VScrollBar>(target).Scroll(*value), target);
+  auto& bar = ControlOf<VScrollBar>(target);
+  if (!value || *value < bar.Min || *value > bar.Max) throw Refused("scroll takes a number from Min to Max");
+  Require(bar.Scroll(*value), target);
 }
 
 void ScriptSession::Move(std::string_view arguments) {

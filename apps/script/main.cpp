@@ -87,7 +87,9 @@ int main(int argc, char** argv) {
   std::vector<std::string> ports;
   std::string file;
   bool keepGoing = false;
-  options.add_option("--port", ports, "COMn=PATH: which device stands behind a port name")->type_name("COMn=PATH");
+  options.add_option("--port", ports, "COMn=PATH: which device stands behind a port name")
+      ->type_name("COMn=PATH")
+      ->allow_extra_args(false);
   options.add_flag("--keep-going", keepGoing, "go on behind a command that failed");
   options.add_option("FILE", file, "the commands");
   options.set_version_flag("--version", vk32::ProgramVersion());

@@ -1,8 +1,11 @@
 // What the program is made of, and its start.
 #include "app/App.h"
 
+#include "deviceinfo/DeviceInfo.h"
 #include "firmware/DownloadingMsg.h"
 #include "models/serial/Configuration_RB2000.h"
+#include "models/serial/Configuration_RB3000.h"
+#include "models/serial/DDTAExplanationFrm.h"
 #include "shell/Shell.h"
 
 namespace vk32 {
@@ -17,7 +20,10 @@ std::string ProgramVersion() { return "1.8.11"; }
 void StartProgram(App& app) {
   RegisterShell(app);
   RegisterForm<DownloadingMsg>(app);
+  RegisterForm<DeviceInfo>(app);
   RegisterForm<Configuration_RB2000>(app);
+  RegisterForm<Configuration_RB3000>(app);
+  RegisterForm<DDTAExplanationFrm>(app);
   app.forms.dispatcher.Dispatch([&] { app.forms.Show("Splash"); });
 }
 

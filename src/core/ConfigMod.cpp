@@ -1,6 +1,8 @@
 // The two transfer styles: numbered blocks, and one image.
 #include "core/ConfigMod.h"
 
+#include <span>
+
 #include "app/App.h"
 #include "core/Convert.h"
 #include "core/DownloadProgress.h"
@@ -13,38 +15,18 @@ namespace {
 
 constexpr int ReadInterval = 3000;  // ms
 
-void ErrorBox(App& app) {
-  app.forms.MsgBox("A timeout or error has occured while communicating to the " + app.globals.CurrentProduct,
-                   MessageIcon::Critical, "Error!");
-}
-
-/// Sets the time allowed for the waits to come; the timer stays off until a wait starts it.
-void SetInterval(Form& form, int milliseconds) {
-  Timer& timer = form.Get<Timer>("TimeOutTmr");
-  timer.Interval = milliseconds;
-  timer.Enabled = false;
-}
-
-/// False if there is no port to write to: the exchange takes it for a device that does not answer.
-bool Send(App& app, const Bytes& message) {
-  try {
-    app.comm.CommWrite(app.globals.ComPortNumber, message);
-    return true;
-  } catch (const RuntimeFault&) {
-    return false;
-  }
-}
-
-bool SendAndWaitForAck(App& app, const Bytes& message, Form& form) {
-  return Send(app, message) && WaitForAck(app, form) != FlagTrue;
-}
-
 void OpenExchange(App& app) {
   OpenLink(app);
   SetDeviceLink(app);
 }
 
 void CloseExchange(App& app) { app.comm.CommClose(app.globals.ComPortNumber); }
+
+/// The block numbers of BlockList, whose element 0 counts them.
+std::span<const std::int16_t> BlocksOf(const Globals& globals) {
+  const std::span<const std::int16_t> list = globals.BlockList;
+  return list.empty() ? list : list.subspan(1, static_cast<std::size_t>(list[0]));
+}
 
 void SelectBlock(Globals& globals, std::int16_t block, std::int16_t length) {
   globals.BlockAddressExt = 0;
@@ -69,9 +51,9 @@ bool ReadBlock(App& app, Bytes& reply, Form& form) {
 /// The part of an image upload behind "TR" and the length: the image, without its header and checksum.
 Bytes ReadImage(App& app, std::int32_t total, std::int32_t headerLength, Form& form) {
   Bytes header, data;
-  SetInterval(form, ReadInterval);
+  SetTimeOut(form, ReadInterval);
   ReadBytes(app, header, headerLength, form);
-  SetInterval(form, ReadInterval);
+  SetTimeOut(form, ReadInterval);
   ReadBytes(app, data, total - headerLength, form);
   Send(app, Bytes(1, Ack));
   data.resize(data.size() < 2 ? 0 : data.size() - 2);
@@ -83,7 +65,7 @@ Bytes ReadImage(App& app, std::int32_t total, std::int32_t headerLength, Form& f
 bool DownloadImage(App& app, ConfigurationForm& form) {
   const int registers = static_cast<int>(app.globals.ConfigImage.size()) / 2;
   const int allowed = CLng((registers * 0.1 + 5) * 1000);  // ms
-  SetInterval(form, allowed);
+  SetTimeOut(form, allowed);
   OpenExchange(app);
   app.comm.CommFlush(app.globals.ComPortNumber);
   Bytes frame;
@@ -105,7 +87,7 @@ bool DownloadImage(App& app, ConfigurationForm& form) {
     }
     done = WaitForAck(app, form) != FlagTrue;
   }
-  if (!done) ErrorBox(app);
+  if (!done) TellTimeOut(app);
   if (DownloadProgress* message = ProgressMessage(app, false)) message->StopDownloadTimer();
   CloseExchange(app);
   return done;
@@ -115,11 +97,10 @@ bool DownloadBlocks(App& app, ConfigurationForm& form) {
   Globals& globals = app.globals;
   OpenExchange(app);
   app.comm.CommFlush(globals.ComPortNumber);
-  for (std::size_t i = 1; i < globals.BlockList.size(); ++i) {
-    const std::int16_t block = globals.BlockList[i];
+  for (const std::int16_t block : BlocksOf(globals)) {
     SelectBlock(globals, block, CInt(static_cast<double>(globals.BlockTable[static_cast<std::size_t>(block)].size())));
     if (!SendAndWaitForAck(app, BuildFrame(globals, BlockFrame::Write), form)) {
-      ErrorBox(app);
+      TellTimeOut(app);
       CloseExchange(app);
       return false;
     }
@@ -132,13 +113,13 @@ bool DownloadBlocks(App& app, ConfigurationForm& form) {
 void UploadImage(App& app, ConfigurationForm& form) {
   const std::string& product = app.globals.CurrentProduct;
   const std::int32_t headerLength = product == "RB2000" || product == "RB3000" ? 10 : 12;
-  SetInterval(form, ReadInterval);
+  SetTimeOut(form, ReadInterval);
   app.globals.CommFailed = FlagFalse;
   OpenExchange(app);
   app.comm.CommFlush(app.globals.ComPortNumber);
   Bytes reply;
   if (Send(app, ImageRequest)) ReadBytes(app, reply, 4, form);
-  if (reply.size() == 4 && Mid(reply, 1, 2) == ImageReplyStart) {
+  if (reply.size() >= 4 && Mid(reply, 1, 2) == ImageReplyStart) {
     const std::int32_t total = Asc(reply, 3) + 256 * Asc(reply, 4) + 2;
     const Bytes data = ReadImage(app, total, headerLength, form);
     // A wizard that was closed meanwhile takes nothing over: the registers may be another's by now.
@@ -147,7 +128,7 @@ void UploadImage(App& app, ConfigurationForm& form) {
         app.globals.LoadRegisters(data, 0);
         form.Parameter_Setup_RB();
       } else {
-        ErrorBox(app);  // longer than any image: not this product
+        TellTimeOut(app);  // longer than any image: not this product
       }
     }
   }
@@ -157,14 +138,14 @@ void UploadImage(App& app, ConfigurationForm& form) {
 void UploadBlocks(App& app, ConfigurationForm& form) {
   Globals& globals = app.globals;
   globals.CommFailed = FlagFalse;
-  SetInterval(form, ReadInterval);
+  SetTimeOut(form, ReadInterval);
   globals.BlockAddressHigh = 0;
   OpenExchange(app);
-  for (std::size_t i = 1; i < globals.BlockList.size(); ++i) {
+  for (const std::int16_t block : BlocksOf(globals)) {
     Bytes reply;
-    SelectBlock(globals, globals.BlockList[i], BlockFrame::ReadLength);
+    SelectBlock(globals, block, BlockFrame::ReadLength);
     if (!ReadBlock(app, reply, form)) {
-      ErrorBox(app);
+      TellTimeOut(app);
       globals.CommFailed = FlagTrue;
       CloseExchange(app);
       return;

@@ -30,7 +30,7 @@ std::size_t NumberLength(std::string_view text) {
   }
   if (count == 0) return 0;
   const std::size_t mantissa = i;
-  if (i < text.size() && std::string_view("eEdD").find(text[i]) != std::string_view::npos) {
+  if (i < text.size() && (text[i] == 'e' || text[i] == 'E')) {
     ++i;
     if (i < text.size() && (text[i] == '+' || text[i] == '-')) ++i;
     if (digits() == 0) return mantissa;
@@ -39,28 +39,15 @@ std::size_t NumberLength(std::string_view text) {
 }
 
 double ParseNumber(std::string_view number) {
-  std::string plain(number);
-  for (char& c : plain) {
-    if (c == 'd' || c == 'D') c = 'e';
-  }
-  const char* begin = plain.c_str() + (plain[0] == '+' ? 1 : 0);
+  if (number[0] == '+') number.remove_prefix(1);
   double value = 0;
-  if (std::from_chars(begin, plain.c_str() + plain.size(), value).ec == std::errc::result_out_of_range) {
+  if (std::from_chars(number.data(), number.data() + number.size(), value).ec == std::errc::result_out_of_range) {
     // Too small is 0; too large is no number that the program could hold.
-    const bool small = plain.find("e-") != std::string::npos || plain.find("E-") != std::string::npos;
+    const bool small = number.find("e-") != std::string_view::npos || number.find("E-") != std::string_view::npos;
     if (!small) throw RuntimeFault(RuntimeFault::Overflow);
     return 0;
   }
   return value;
-}
-
-double RadixVal(std::string_view text, int radix) {
-  std::uint64_t value = 0;
-  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value, radix);
-  if (error == std::errc::result_out_of_range || value > 0xFFFFFFFF) throw RuntimeFault(RuntimeFault::Overflow);
-  // As the classic conversion: four digits and fewer are a 16-bit number, more are a 32-bit one.
-  if (value <= 0xFFFF) return static_cast<std::int16_t>(static_cast<std::uint16_t>(value));
-  return static_cast<std::int32_t>(static_cast<std::uint32_t>(value));
 }
 
 template <class T>
@@ -81,17 +68,11 @@ std::string Digits(std::int32_t value, int radix) {
 }  // namespace
 
 double Val(std::string_view text) {
-  std::string tight;
-  for (const char c : text) {
-    if (Blanks.find(c) == std::string_view::npos) tight += c;
-  }
-  if (tight.size() >= 2 && tight[0] == '&') {
-    const std::string_view digits = std::string_view(tight).substr(2);
-    if (tight[1] == 'H' || tight[1] == 'h') return RadixVal(digits, 16);
-    if (tight[1] == 'O' || tight[1] == 'o') return RadixVal(digits, 8);
-  }
-  const std::size_t length = NumberLength(tight);
-  return length == 0 ? 0 : ParseNumber(std::string_view(tight).substr(0, length));
+  const std::size_t first = text.find_first_not_of(Blanks);
+  if (first == std::string_view::npos) return 0;
+  text.remove_prefix(first);
+  const std::size_t length = NumberLength(text);
+  return length == 0 ? 0 : ParseNumber(text.substr(0, length));
 }
 
 double CDbl(std::string_view text) {

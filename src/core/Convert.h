@@ -9,8 +9,7 @@
 
 namespace vk32 {
 
-/// The number that the text starts with, after blanks, and 0 if it starts with none. Never faults on a word.
-/// Blanks within the number are passed over: "1 2" is 12. Also takes &H and &O.
+/// The number that the text starts with, after blanks, and 0 if it starts with none. Faults 6 on a number too large.
 double Val(std::string_view text);
 /// The text as a number, whole. Faults 13 on a text that is not one, and on the empty text.
 double CDbl(std::string_view text);

@@ -55,7 +55,10 @@ std::string Control::FullName() const {
   return name;
 }
 
-bool Control::Shown() const { return Visible && (Parent() ? Parent()->Shown() : OwnerForm().Visible.Value()); }
+bool Control::Shown() const {
+  if (kind_ == Kind::Timer || kind_ == Kind::FileDialog) return false;
+  return Visible && (Parent() ? Parent()->Shown() : OwnerForm().Visible.Value());
+}
 
 Act Control::Reachable() const {
   if (!Shown()) return Act::Hidden;
@@ -64,6 +67,12 @@ Act Control::Reachable() const {
   }
   return Act::Done;
 }
+
+Act Control::Press() { return Reachable(); }
+
+Act Control::Release() { return Reachable(); }
+
+Act Control::Click() { return Reachable(); }
 
 void Control::MouseMove() {
   Perform([this] { Raise(OnMouseMove); });

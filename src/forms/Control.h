@@ -93,12 +93,15 @@ class Control : public Element {
   Form& OwnerForm() const { return container_.OwnerForm(); }
   /// The frame that it lies in, or nullptr.
   Frame* Parent() const { return container_.AsFrame(); }
-  /// It, its frames and its form are visible.
+  /// It, its frames and its form are visible. Timers and file dialogs stand nowhere on a form.
   bool Shown() const;
   /// The text or the caption, whichever the kind has.
   virtual std::string Words() const { return {}; }
 
-  /// The pointer moved over it.
+  // Acts of the user. Kinds that have no use for one take it without effect.
+  virtual Act Press();    // mouse down, whichever button
+  virtual Act Release();  // mouse up, wherever the pointer went
+  virtual Act Click();
   void MouseMove();
 
   Property<int> Left, Top, Width, Height;  // twips, from the container's corner

@@ -36,9 +36,9 @@ class Label : public Control {
   /// link.
   bool IsClickable() const { return static_cast<bool>(OnClick); }
 
-  Act Press();
-  Act Release();
-  Act Click();
+  Act Press() override;
+  Act Release() override;
+  Act Click() override;
 
   Property<std::string> Caption;
   Handler OnClick, OnMouseDown, OnMouseUp;
@@ -63,9 +63,9 @@ class ImageButton : public Control {
 
   std::string Words() const override;
 
-  Act Press();    // mouse down, whichever button
-  Act Release();  // mouse up, wherever the pointer went
-  Act Click();
+  Act Press() override;
+  Act Release() override;
+  Act Click() override;
 
   Property<int> Picture;
   Handler OnClick;
@@ -79,7 +79,7 @@ class CommandButton : public Control {
 
   std::string Words() const override { return Caption; }
 
-  Act Click();
+  Act Click() override;
 
   Property<std::string> Caption;
   Handler OnClick;
@@ -160,7 +160,7 @@ class CheckBox : public Control {
 
   std::string Words() const override { return Caption; }
 
-  Act Click();  // toggles
+  Act Click() override;  // toggles
 
  private:
   void AssignValue(const int& value);
@@ -179,7 +179,7 @@ class OptionButton : public Control {
 
   std::string Words() const override { return Caption; }
 
-  Act Click();
+  Act Click() override;
 
  private:
   void AssignValue(const bool& value);

@@ -13,6 +13,7 @@ void Dispatcher::Dispatch(const std::function<void()>& act) {
   ++depth_;
   try {
     act();
+    if (depth_ == 1 && behind_) behind_();
   } catch (const ProgramEnd&) {
     // The way out of the program: everything between here and there has been unwound.
   } catch (const RuntimeFault& fault) {

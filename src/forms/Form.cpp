@@ -46,10 +46,7 @@ void Form::MouseMove() {
 
 void Form::UserCloses() {
   if (!Visible || !CloseEnabled) return;
-  forms_.dispatcher.Dispatch([this] {
-    Form_Close();
-    forms_.EndIfNothingShows();
-  });
+  forms_.dispatcher.Dispatch([this] { Form_Close(); });
 }
 
 void Form::Form_Close() {

@@ -7,6 +7,10 @@
 
 namespace vk32 {
 
+Forms::Forms(EventLoop& loop, Screen& screen) : dispatcher(loop, screen), screen_(screen) {
+  dispatcher.BehindEachAct([this] { EndIfNothingShows(); });
+}
+
 Forms::~Forms() {
   // The topmost first, as they stand on each other.
   while (!loaded_.empty()) Unload(*loaded_.back());
@@ -31,8 +35,8 @@ Form& Forms::Load(std::string_view name) {
   const std::shared_ptr<Form> form = factory->second();
   loaded_.push_back(form);
   form->loaded_ = true;
-  form->Form_Load();
   screen_.FormLoaded(*form);
+  form->Form_Load();
   return *form;
 }
 
@@ -56,6 +60,7 @@ void Forms::Unload(Form& form) {
   screen_.FormUnloaded(*going);
   going->Observe(nullptr);
   dispatcher.KeepWhileActing(going);
+  somethingWent_ = true;
 }
 
 Form* Forms::Find(std::string_view name) const {
@@ -74,10 +79,13 @@ void Forms::VisibleChanged(Form& form) {
     screen_.FormShown(form);
   } else {
     screen_.FormHidden(form);
+    somethingWent_ = true;
   }
 }
 
 void Forms::EndIfNothingShows() {
+  if (!somethingWent_) return;
+  somethingWent_ = false;
   const bool shows =
       std::any_of(loaded_.begin(), loaded_.end(), [](const auto& form) { return form->Visible.Value(); });
   if (!shows) dispatcher.End();

@@ -18,7 +18,7 @@ class Forms {
  public:
   using Factory = std::function<std::shared_ptr<Form>()>;
 
-  Forms(EventLoop& loop, Screen& screen) : dispatcher(loop, screen), screen_(screen) {}
+  Forms(EventLoop& loop, Screen& screen);
   ~Forms();
 
   void Register(const std::string& name, Factory factory);
@@ -49,12 +49,13 @@ class Forms {
  private:
   friend class Form;
   void VisibleChanged(Form& form);
-  /// The program ends when the user closes the last window.
+  /// The program ends when the last window has gone.
   void EndIfNothingShows();
 
   Screen& screen_;
   std::map<std::string, Factory, std::less<>> factories_;
   std::vector<std::shared_ptr<Form>> loaded_;
+  bool somethingWent_ = false;  // a form was unloaded or hidden in the act under way
 };
 
 }  // namespace vk32

@@ -20,14 +20,16 @@ constexpr Color StepOther = 0x838D86;    // red 134, green 141, blue 131
 /// What a label's text is on its page; the front end picks size, weight and colour. A ForeColor set by code wins.
 enum class TextRole {
   Body,
-  Title,       // of a page
-  Product,     // name of the product, head of a menu
-  Heading,     // of a group of fields
-  Step,        // line of a side menu
-  TableHead,   // above a column, bottom-aligned
-  TableText,   // row of a dense table
-  Muted,       // units and second lines
-  SplashName,  // on the splash page
+  Title,        // of a page
+  Product,      // name of the product, head of a menu
+  Heading,      // of a group of fields
+  HeadingLink,  // a heading whose click opens an explanation
+  BodyLink,     // a line of text whose click opens a web page
+  Step,         // line of a side menu
+  TableHead,    // above a column, bottom-aligned
+  TableText,    // row of a dense table
+  Muted,        // units and second lines
+  SplashName,   // on the splash page
   SplashSubtitle,
   BandName,      // on the shell's dark band
   BandText,      // on the band, right-aligned

@@ -44,7 +44,7 @@ class Screen {
  public:
   virtual ~Screen() = default;
 
-  /// The form is complete, its load handler has run. Called once, before the others.
+  /// The form exists and its load handler is about to run. Called once, before the others.
   virtual void FormLoaded(Form& form) = 0;
   virtual void FormShown(Form& form) = 0;
   virtual void FormHidden(Form& form) = 0;

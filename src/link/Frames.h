@@ -9,8 +9,10 @@ namespace vk32 {
 
 constexpr char Ack = 0x06;
 inline const Bytes EndOfExchange{"\xA5\xA5", 2};
-inline const Bytes ImageRequest{"TEE"};    // image upload
-inline const Bytes ImageReplyStart{"TR"};  // then the length, low byte first
+inline const Bytes ImageRequest{"TEE"};         // image upload
+inline const Bytes ImageReplyStart{"TR"};       // then the length, low byte first
+inline const Bytes InfoRequest{"\xA5\xDD", 2};  // device information
+inline const Bytes InfoContinue{"\xDD"};
 inline const Bytes Restart{"s"};
 inline const Bytes RecoveryProbe{"\x1B"};
 

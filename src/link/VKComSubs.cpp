@@ -17,17 +17,22 @@ constexpr const char* BannerName = "offline manager";
 
 Timer& TimeOutTmrOf(Form& form) { return form.Get<Timer>("TimeOutTmr"); }
 
+/// A wait whose clock was stopped by another exchange of the same form, begun inside of it, is over as well.
+void EndIfStopped(Globals& globals, const Timer& timer) {
+  if (!timer.Enabled) globals.TimeOutFlag = FlagTrue;
+}
+
 /// Reads until `count` bytes have been counted or the flag is set; stops the timer. Returns the count.
 std::int32_t ReadUntilTimeOut(App& app, Bytes& buffer, std::int32_t count, Timer& timer) {
   Globals& globals = app.globals;
   std::int32_t received = 0;
-  globals.TimeOutFlag = FlagFalse;
   timer.Enabled = true;
   while (received < count && globals.TimeOutFlag != FlagTrue) {
     Bytes chunk;
     received += app.comm.CommRead(globals.ComPortNumber, chunk, count - received);
     buffer += chunk;
     app.forms.dispatcher.DoEvents();
+    EndIfStopped(globals, timer);
     if (chunk.empty() && globals.TimeOutFlag != FlagTrue) app.comm.Idle(globals.ComPortNumber);
   }
   timer.Enabled = false;
@@ -69,6 +74,7 @@ Flag WaitForAck(App& app, Form& form) {
   while (reply != Bytes(1, Ack) && globals.TimeOutFlag < FlagTrue) {
     app.comm.CommRead(globals.ComPortNumber, reply, 1);
     app.forms.dispatcher.DoEvents();
+    EndIfStopped(globals, timer);
     if (reply.empty() && globals.TimeOutFlag < FlagTrue) app.comm.Idle(globals.ComPortNumber);
   }
   timer.Enabled = false;
@@ -76,8 +82,33 @@ Flag WaitForAck(App& app, Form& form) {
 }
 
 std::int32_t ReadBytes(App& app, Bytes& buffer, std::int32_t count, Form& form) {
+  app.globals.TimeOutFlag = FlagFalse;
   const std::int32_t received = ReadUntilTimeOut(app, buffer, count, TimeOutTmrOf(form));
   return app.globals.TimeOutFlag < FlagTrue ? received : -1;
+}
+
+void SetTimeOut(Form& form, int milliseconds) {
+  Timer& timer = TimeOutTmrOf(form);
+  timer.Interval = milliseconds;
+  timer.Enabled = false;
+}
+
+bool Send(App& app, const Bytes& message) {
+  try {
+    app.comm.CommWrite(app.globals.ComPortNumber, message);
+    return true;
+  } catch (const RuntimeFault&) {
+    return false;
+  }
+}
+
+bool SendAndWaitForAck(App& app, const Bytes& message, Form& form) {
+  return Send(app, message) && WaitForAck(app, form) != FlagTrue;
+}
+
+void TellTimeOut(App& app) {
+  app.forms.MsgBox("A timeout or error has occured while communicating to the " + app.globals.CurrentProduct,
+                   MessageIcon::Critical, "Error!");
 }
 
 void SetDeviceLink(App& app) {
@@ -108,14 +139,11 @@ bool DetectOfflineManager(App& app, Timer& timer) {
   OpenLink(app);  // "Port in use." after an earlier try: the probe goes on with the open port
   Bytes text;
   bool found = false;
-  try {
-    app.comm.CommWrite(app.globals.ComPortNumber, RecoveryProbe);
+  if (Send(app, RecoveryProbe)) {
     ReadUntilTimeOut(app, text, BannerLength, timer);
     std::transform(text.begin(), text.end(), text.begin(),
                    [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; });
     found = text.find(BannerName) != Bytes::npos && app.globals.TimeOutFlag == FlagFalse;
-  } catch (const RuntimeFault&) {
-    // No port was ever chosen: as a device that does not answer.
   }
   timer.Interval = interval;
   app.comm.CommFlush(app.globals.ComPortNumber);

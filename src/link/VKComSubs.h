@@ -28,6 +28,14 @@ Flag WaitForAck(App& app, Form& form);
 /// Appends up to `count` bytes to `buffer`. Returns the number of bytes read, -1 on time-out; what did arrive stays in
 /// the buffer. The timer is disabled on return.
 std::int32_t ReadBytes(App& app, Bytes& buffer, std::int32_t count, Form& form);
+/// Sets the time allowed for the waits to come; the timer stays off until a wait starts it. Milliseconds.
+void SetTimeOut(Form& form, int milliseconds);
+/// CommWrite to the chosen port. False if there is none: the exchange takes it for a device that does not answer.
+bool Send(App& app, const Bytes& message);
+/// Send, and WaitForAck. False if no ACK came.
+bool SendAndWaitForAck(App& app, const Bytes& message, Form& form);
+/// The one word to the user when an exchange has failed.
+void TellTimeOut(App& app);
 /// Takes the line through flow control on and off, as it must go before the first message of an exchange.
 void SetDeviceLink(App& app);
 /// Opens the chosen port and closes it again. On failure tells the user why and sets the product menu's choice to

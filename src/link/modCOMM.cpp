@@ -120,13 +120,13 @@ std::int32_t modCOMM::CommRead(std::int32_t port, Bytes& data, std::int32_t maxi
       return static_cast<std::int32_t>(data.size());
     }
     if (driver_.LastError() != SerialDriver::ErrorIoPending) {
-      CommSetLastErrorFlags("CommRead (ReadFile)", record.Handle);
+      CommSetLastErrorFlags(driver_.LastError(), "CommRead (ReadFile)", record.Handle);
       return -1;
     }
     std::uint32_t count = 0;
     while (!driver_.PendingResult(record.Handle, count)) {
       if (driver_.LastError() == SerialDriver::ErrorIoIncomplete) continue;
-      CommSetLastErrorFlags("CommRead (GetOverlappedResult)", record.Handle);
+      CommSetLastErrorFlags(driver_.LastError(), "CommRead (GetOverlappedResult)", record.Handle);
       return -1;
     }
     data.resize(std::min<std::size_t>(count, data.size()));
@@ -140,17 +140,16 @@ std::int32_t modCOMM::CommWrite(std::int32_t port, const Bytes& data) {
   bool done = driver_.Write(record.Handle, data, written);
   // Taken before events run: a handler may use the driver, too.
   const std::int32_t error = done ? 0 : driver_.LastError();
-  if (!done && error != 0 && error != SerialDriver::ErrorIoPending) {
-    CommSetLastErrorFlags("CommWrite (WriteFile)", record.Handle);
-    dispatcher_.DoEvents();
-    return -1;
-  }
   dispatcher_.DoEvents();
   if (!done && error == 0) return static_cast<std::int32_t>(written);
+  if (!done && error != SerialDriver::ErrorIoPending) {
+    CommSetLastErrorFlags(error, "CommWrite (WriteFile)", record.Handle);
+    return -1;
+  }
   while (!done) {
     done = driver_.PendingResult(record.Handle, written);
     if (done || driver_.LastError() == SerialDriver::ErrorIoIncomplete) continue;
-    CommSetLastErrorFlags("CommWrite (GetOverlappedResult)", record.Handle);
+    CommSetLastErrorFlags(driver_.LastError(), "CommWrite (GetOverlappedResult)", record.Handle);
     return static_cast<std::int32_t>(written);
   }
   // Room for the driver and the form's events behind each write.
@@ -163,15 +162,17 @@ std::int32_t modCOMM::CommGetError(std::string& text) const {
   return CommLastError;
 }
 
-std::int32_t modCOMM::CommSetLastError(const std::string& source) {
-  CommLastError = driver_.LastError();
+std::int32_t modCOMM::CommSetLastError(const std::string& source) { return Record(driver_.LastError(), source); }
+
+std::int32_t modCOMM::Record(std::int32_t code, const std::string& source) {
+  CommLastError = code;
   CommLastSource = source;
-  CommLastMessage = CommGetErrorText(CommLastError);
-  return CommLastError;
+  CommLastMessage = CommGetErrorText(code);
+  return code;
 }
 
-std::int32_t modCOMM::CommSetLastErrorFlags(const std::string& source, SerialDriver::Handle handle) {
-  const std::int32_t code = CommSetLastError(source);
+std::int32_t modCOMM::CommSetLastErrorFlags(std::int32_t code, const std::string& source, SerialDriver::Handle handle) {
+  Record(code, source);
   std::uint32_t flags = 0;
   CommStatus status;
   driver_.ClearError(handle, flags, status);

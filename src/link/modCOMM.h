@@ -50,7 +50,8 @@ class modCOMM {
   std::int32_t SetFlow(std::int32_t port, const std::string& settings, bool outX, const std::string& procedure);
   std::int32_t Trap(const char* procedure, const std::function<std::int32_t()>& body);
   std::int32_t CommSetLastError(const std::string& source);
-  std::int32_t CommSetLastErrorFlags(const std::string& source, SerialDriver::Handle handle);
+  std::int32_t Record(std::int32_t code, const std::string& source);
+  std::int32_t CommSetLastErrorFlags(std::int32_t code, const std::string& source, SerialDriver::Handle handle);
   std::string CommGetErrorText(std::int32_t code) const;
 
   SerialDriver& driver_;

@@ -33,10 +33,10 @@ class About : public Form {
   Label       Ave1           {*this, "Ave1",           { 240, 3675, 3360, 315}, "Norvanta"};
   Label       Ave2           {*this, "Ave2",           { 240, 3990, 3360, 315}, "1 Example Avenue"};
   Label       Ave3           {*this, "Ave3",           { 240, 4305, 3360, 315}, "Exampletown, EX 00000"};
-  Label       Tel            {*this, "Tel",            {3960, 3675, 3360, 315}, "Telephone:  555-0100"};
-  Label       Toll           {*this, "Toll",           {3960, 3990, 3360, 315}, "Toll Free:  555-0101"};
-  Label       Fax            {*this, "Fax",            {3960, 4305, 3360, 315}, "Fax:  555-0102"};
-  Label       Email          {*this, "Email",          {3960, 4620, 3360, 315}, "E-mail:  info@norvanta.example"};
+  Label       Tel            {*this, "Tel",            {3960, 3675, 3330, 315}, "Telephone:  555-0100"};
+  Label       Toll           {*this, "Toll",           {3960, 3990, 3330, 315}, "Toll Free:  555-0101"};
+  Label       Fax            {*this, "Fax",            {3960, 4305, 3330, 315}, "Fax:  555-0102"};
+  Label       Email          {*this, "Email",          {3960, 4620, 3330, 315}, "E-mail:  info@norvanta.example"};
   ImageButton CloseCmd       {*this, "CloseCmd",       {5865, 5925, 1425, 450}, &About::CloseCmd_Click, WindowKey::Escape};
   // clang-format on
 };

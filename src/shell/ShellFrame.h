@@ -12,12 +12,14 @@ inline std::string VersionText() { return "Version  " + ProgramVersion(); }
 
 /// The band with the program's name, and the line above the buttons.
 struct ShellFrame {
-  explicit ShellFrame(Form& form_) : form(form_) {}
+  /// `footTop`: of the line above the buttons.
+  explicit ShellFrame(Form& form_, int footTop = 5700)
+      : form(form_), FootLineFrame(form, "FootLineFrame", {0, footTop, 7530, 15}, Fill::Hairline) {}
 
   // clang-format off
   Form& form;
   Frame BandFrame       {form, "BandFrame",       {   0,    0, 7530, 1440}, Fill::Band};
-  Frame FootLineFrame   {form, "FootLineFrame",   {   0, 5700, 7530,   15}, Fill::Hairline};
+  Frame FootLineFrame;
   Image IconImg         {form, "IconImg",         { 240,  360,  720,  720}};
   Label BandNameLbl     {form, "BandNameLbl",     {1200,  345, 3000,  480}, "VK32", TextRole::BandName};
   Label BandSubtitleLbl {form, "BandSubtitleLbl", {1200,  780, 3000,  315}, "Configuration Software", TextRole::BandSubtitle};

@@ -15,7 +15,7 @@ std::vector<std::string> TextsOf(const ChoiceTable& choices) {
 }  // namespace
 
 RegisterList::RegisterList(const Container& container, ControlName name, Place place, Parameters& registers,
-                           RegisterByte byte, ChoiceTable choices, std::string defaultText, Handler then)
+                           RegisterByte byte, ChoiceTable choices, std::string defaultText, const Handler& then)
     : ComboBox(container, name, place, TextsOf(choices), {}),
       byte_(byte.In(registers)),
       choices_(std::move(choices)),

@@ -44,7 +44,7 @@ class RegisterList : public ComboBox {
  public:
   /// `then`: what else a click does.
   RegisterList(const Container& container, ControlName name, Place place, Parameters& registers, RegisterByte byte,
-               ChoiceTable choices, std::string defaultText, Handler then = {});
+               ChoiceTable choices, std::string defaultText, const Handler& then = {});
 
   void SelectDefault() { Text = default_; }
   /// Selects the row that the register's byte picks; a byte that picks none leaves the list and the byte.

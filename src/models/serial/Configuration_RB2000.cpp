@@ -135,9 +135,7 @@ void Configuration_RB2000::Parameter_Setup_RB() {
   const std::int32_t flags = Register(SerialImage::ModbusFlags);
   ChbModSlaveSpecificAddrChk.Value = (flags & SerialImage::SpecificAddressMask) != 0 ? 1 : 0;
   ChbModSlaveSpecificAddrLst.Decode();
-  OptionButton* const decodings[] = {&ChbModMasterNXYYZOpt, &ChbModMasterNXYZZOpt, &ChbModMasterNYXZZOpt};
-  const auto decoding = static_cast<std::size_t>(Register(SerialImage::AddressDecoding));
-  if (decoding < std::size(decodings)) decodings[decoding]->Value = true;
+  SelectDecoding({&ChbModMasterNXYYZOpt, &ChbModMasterNXYZZOpt, &ChbModMasterNYXZZOpt});
   SetupSlots();
 }
 

@@ -116,7 +116,8 @@ class Configuration_RB2000 : public SerialWizard {
 
   // ... of a master
   Frame        ModMasterFrame       {ProtocolSettingsFrame, "ModMasterFrame", {360, 3480, 8280, 4020}};
-  Label        ChbModMasterDDTALbl  {ModMasterFrame, "ChbModMasterDDTALbl",  {0,  240, 6000, 315}, "Destination Data Table Address Decoding", TextRole::Heading};
+  Label        ChbModMasterDDTALbl  {ModMasterFrame, "ChbModMasterDDTALbl",  {0,  240, 6000, 315}, "Destination Data Table Address Decoding", TextRole::HeadingLink,
+                                     &Configuration_RB2000::ExplainDecoding};
   OptionButton ChbModMasterNXYYZOpt {ModMasterFrame, "ChbModMasterNXYYZOpt", {0,  600, 6000, 315}, "SLC/PLC - NXYY:Z", true,  &Configuration_RB2000::ChbModMasterNXYYZOpt_Click};
   OptionButton ChbModMasterNXYZZOpt {ModMasterFrame, "ChbModMasterNXYZZOpt", {0,  960, 6000, 315}, "SLC/PLC - NXYZ:Z", false, &Configuration_RB2000::ChbModMasterNXYZZOpt_Click};
   OptionButton ChbModMasterNYXZZOpt {ModMasterFrame, "ChbModMasterNYXZZOpt", {0, 1320, 6000, 315}, "Micrologix - NYXZ:Z", false, &Configuration_RB2000::ChbModMasterNYXZZOpt_Click};

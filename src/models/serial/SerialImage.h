@@ -28,8 +28,8 @@ constexpr int SlotStart = 24, SlotRegisters = 5;
 constexpr int FloatField = 4;
 constexpr int SlotRegister(int slot, int field) { return SlotStart + SlotRegisters * slot + field; }
 
-// Masks of ModbusFlags that no list holds.
-constexpr int MasterMask = 2, SpecificAddressMask = 32;
+// The mask of ModbusFlags that no list holds.
+constexpr int SpecificAddressMask = 32;
 
 /// Is register r in the product's configuration file?
 constexpr bool InFile(int r) { return r >= 6 && r < Registers && r != 11 && !(r >= 16 && r <= 19); }

@@ -80,6 +80,13 @@ void SerialWizard::FloatChk_Click(int i) {
   app.globals.RegisterHigh[r] = FloatChk[i].Value;
 }
 
+void SerialWizard::SelectDecoding(std::initializer_list<OptionButton*> decodings) {
+  const auto decoding = static_cast<std::size_t>(Register(SerialImage::AddressDecoding));
+  if (decoding < decodings.size()) decodings.begin()[decoding]->Value = true;
+}
+
+void SerialWizard::ExplainDecoding() { app.forms.Show("DDTAExplanationFrm"); }
+
 void SerialWizard::SetupSlots() {
   for (int i = 0; i < SerialImage::SlotCount; ++i) SetupSlot(i);
 }

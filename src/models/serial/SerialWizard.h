@@ -1,6 +1,7 @@
 // What the wizards of the RB2000 and RB3000 share: the 40 mapping slots in three panes, the image and the file record.
 #pragma once
 
+#include <initializer_list>
 #include <span>
 #include <string>
 #include <vector>
@@ -36,6 +37,10 @@ class SerialWizard : public WizardForm {
   bool Download() override;
   void Record(RecordFile& file, std::string& product, std::string& modelTag) override;
 
+  /// Selects the option of the destination address decoding; a byte that is no decoding leaves them.
+  void SelectDecoding(std::initializer_list<OptionButton*> decodings);
+  /// Opens the explanation of the decodings.
+  void ExplainDecoding();
   /// Sets the slots' fields from the registers; fields that are empty in the image keep their text.
   void SetupSlots();
   /// Along each slot row, and the slots behind the pages declared before them.

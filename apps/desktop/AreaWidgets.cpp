@@ -1,0 +1,77 @@
+// The widgets of frames and of the program's icon.
+#include "AreaWidgets.h"
+
+#include <QPainter>
+
+#include "BarWidgets.h"
+#include "Theme.h"
+
+namespace vk32 {
+namespace {
+
+constexpr int RowHeight = 32;  // of a table, its hairline included
+
+QColor FillColor(Fill fill) {
+  switch (fill) {
+    case Fill::Side: return colors::Side;
+    case Fill::Band: return colors::Band;
+    case Fill::Hairline: return colors::Hairline;
+    case Fill::Accent: return colors::Accent;
+    case Fill::Table: return colors::Page;
+    case Fill::None: break;
+  }
+  return Qt::transparent;
+}
+
+bool IsOutlined(const QObject& child) {
+  if (const auto* frame = dynamic_cast<const FrameWidget*>(&child)) return frame->IsOutlined();
+  return dynamic_cast<const ScrollBarWidget*>(&child) != nullptr;
+}
+
+}  // namespace
+
+FrameWidget::FrameWidget(Frame& frame, QWidget& parent) : QWidget(&parent), frame_(frame) {}
+
+void FrameWidget::paintEvent(QPaintEvent*) {
+  if (frame_.fill != Fill::None) QPainter(this).fillRect(rect(), FillColor(frame_.fill));
+  if (frame_.fill == Fill::Table) DrawRowLines();
+  DrawOutlines(*this);
+}
+
+void FrameWidget::DrawRowLines() {
+  // The rows lie in an inner frame that slides.
+  int top = 0;
+  for (const QObject* child : children()) {
+    if (const auto* inner = dynamic_cast<const FrameWidget*>(child)) top = inner->y() % RowHeight;
+  }
+  QPainter painter(this);
+  for (int bottom = top + RowHeight; bottom < height(); bottom += RowHeight) {
+    painter.fillRect(0, bottom - 1, width(), 1, colors::Hairline);
+  }
+}
+
+void FrameWidget::showEvent(QShowEvent* event) {
+  QWidget::showEvent(event);
+  if (IsOutlined()) parentWidget()->update();
+}
+
+void FrameWidget::hideEvent(QHideEvent* event) {
+  QWidget::hideEvent(event);
+  if (IsOutlined()) parentWidget()->update();
+}
+
+void DrawOutlines(QWidget& parent) {
+  for (const QObject* child : parent.children()) {
+    if (!IsOutlined(*child)) continue;
+    const auto& widget = static_cast<const QWidget&>(*child);
+    if (!widget.isHidden()) QPainter(&parent).fillRect(widget.geometry().adjusted(-1, -1, 1, 1), colors::Hairline);
+  }
+}
+
+void IconWidget::paintEvent(QPaintEvent*) {
+  const qreal scale = devicePixelRatioF();
+  if (picture_.size() != size() * scale) picture_ = theme_.Icon(size(), scale);
+  QPainter(this).drawPixmap(0, 0, picture_);
+}
+
+}  // namespace vk32

@@ -1,0 +1,119 @@
+// The screen of the desktop.
+#include "DesktopScreen.h"
+
+#include <QApplication>
+#include <QDesktopServices>
+#include <QIcon>
+#include <QScreen>
+#include <QToolTip>
+#include <QUrl>
+#include <algorithm>
+
+#include "Accessibility.h"
+#include "FileDialogs.h"
+#include "FormWindow.h"
+#include "MessageBox.h"
+#include "ProgramStyle.h"
+#include "Text.h"
+#include "forms/Forms.h"
+#include "resources/Pictures.h"
+
+namespace vk32 {
+namespace {
+
+/// Not at once: an event of the window, or of one of its controls, may still be on the stack.
+void DeleteLater(FormWindow* window) { window->deleteLater(); }
+
+}  // namespace
+
+DesktopScreen::DesktopScreen() : middle_(QGuiApplication::primaryScreen()->availableGeometry().center()) {
+  QApplication::setStyle(new ProgramStyle);
+  QApplication::setPalette(colors::ProgramPalette());
+  QApplication::setFont(theme_.Font(TextRole::Body));
+  QApplication::setQuitOnLastWindowClosed(false);
+  QToolTip::setFont(theme_.Font(TextRole::Body));
+  QToolTip::setPalette(colors::ProgramPalette());
+  QIcon icon;
+  for (const int size : IconSizes) icon.addPixmap(theme_.Icon(QSize(size, size), 1));
+  QApplication::setWindowIcon(icon);
+  InstallAccessibility();
+}
+
+DesktopScreen::~DesktopScreen() {
+  windows_.clear();
+  QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
+FormWindow* DesktopScreen::WindowOf(const Form& form) const {
+  const auto at = std::find_if(windows_.begin(), windows_.end(), [&](const Opened& opened) { return opened.form == &form; });
+  return at == windows_.end() ? nullptr : at->window.get();
+}
+
+void DesktopScreen::FormLoaded(Form&) {
+  // Its window is made when it is first shown: many a form is only loaded ahead.
+}
+
+void DesktopScreen::FormShown(Form& form) {
+  if (const QWidget* active = ActiveWindow()) middle_ = active->geometry().center();
+  auto at = std::find_if(windows_.begin(), windows_.end(), [&](const Opened& opened) { return opened.form == &form; });
+  if (at == windows_.end()) {
+    windows_.push_back({&form, std::shared_ptr<FormWindow>(new FormWindow(form, theme_), DeleteLater)});
+  } else {
+    std::rotate(at, at + 1, windows_.end());
+  }
+  windows_.back().window->Open(middle_);
+}
+
+void DesktopScreen::FormHidden(Form& form) {
+  FormWindow* window = WindowOf(form);
+  if (!window) return;
+  Leave(*window);
+  window->hide();
+}
+
+void DesktopScreen::FormUnloaded(Form& form) {
+  const auto at = std::find_if(windows_.begin(), windows_.end(), [&](const Opened& opened) { return opened.form == &form; });
+  if (at == windows_.end()) return;
+  Leave(*at->window);
+  at->window->Detach();
+  form.Registry().dispatcher.KeepWhileActing(std::move(at->window));
+  windows_.erase(at);
+}
+
+void DesktopScreen::Leave(const QWidget& window) {
+  if (window.isVisible()) middle_ = window.geometry().center();
+}
+
+QWidget* DesktopScreen::ActiveWindow() const {
+  QWidget* topmost = nullptr;
+  for (const Opened& opened : windows_) {
+    if (opened.window->isActiveWindow()) return opened.window.get();
+    if (opened.window->isVisible()) topmost = opened.window.get();
+  }
+  return topmost;
+}
+
+Answer DesktopScreen::Ask(const MessageBoxRequest& request) {
+  return MessageBox(request, theme_, ActiveWindow()).Ask();
+}
+
+std::optional<std::string> DesktopScreen::AskFile(const FileDialogRequest& request) {
+  return AskForFile(request, folder_, ActiveWindow(), [this](const std::string& reason) {
+    MessageBox({reason, MessageIcon::Exclamation, "VK32"}, theme_, QApplication::activeModalWidget()).Ask();
+  });
+}
+
+void DesktopScreen::OpenWebSite(const std::string& url) { QDesktopServices::openUrl(QUrl(FromWords(url))); }
+
+void DesktopScreen::ProgramFaulted(int number, const std::string& description) {
+  faulted_ = true;
+  Ask({"Run-time error '" + std::to_string(number) + "':\n\n" + description, MessageIcon::Critical, "VK32"});
+}
+
+void DesktopScreen::ProgramEnded() {
+  ended_ = true;
+  for (const Opened& opened : windows_) opened.window->hide();
+  QCoreApplication::exit(ExitStatus());
+}
+
+}  // namespace vk32

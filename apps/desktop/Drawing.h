@@ -1,0 +1,21 @@
+// The shapes that several kinds of widgets are drawn of.
+#pragma once
+
+#include <QColor>
+#include <QPainter>
+#include <QRectF>
+
+namespace vk32 {
+
+/// A filled area in a border of `thickness`; `bottom` is the thickness of the lower edge.
+void DrawBox(QPainter& painter, const QRectF& area, double radius, const QColor& border, const QColor& face,
+             double thickness = 1, double bottom = 1);
+
+enum class Direction { Up, Down };
+/// Drawn around its middle, 8 px wide.
+void DrawChevron(QPainter& painter, QPointF middle, Direction direction, const QColor& color);
+
+/// A raised or pressed button face without words.
+void DrawButtonFace(QPainter& painter, const QRectF& area, bool pressed, bool enabled);
+
+}  // namespace vk32

@@ -1,0 +1,23 @@
+// The ring around what has the focus: one for a window, above all its controls.
+#pragma once
+
+#include <QWidget>
+
+#include "ControlWidget.h"
+
+namespace vk32 {
+
+class FocusRing : public QWidget {
+ public:
+  explicit FocusRing(QWidget& window);
+
+  void Surround(ControlWidget& widget);
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+
+ private:
+  bool onDark_ = false;
+};
+
+}  // namespace vk32

@@ -1,0 +1,183 @@
+// The window of a form: where its focus goes, and what its keys do.
+#include <QHelpEvent>
+#include <QKeyEvent>
+#include <QToolTip>
+#include <algorithm>
+
+#include "FormWindow.h"
+#include "Text.h"
+
+namespace vk32 {
+
+Control* FormWindow::FocusedControl() const {
+  const auto at = controlOf_.find(focusWidget());
+  return at == controlOf_.end() ? nullptr : at->second;
+}
+
+void FormWindow::Focus(const Control& control, Qt::FocusReason reason) {
+  if (QWidget* widget = WidgetOf(control)) widget->setFocus(reason);
+}
+
+void FormWindow::FocusFirst(const std::vector<const Frame*>& frames) {
+  const Control* first = FirstField(form_, frames);
+  if (!first) first = ButtonFor(form_, WindowKey::Enter);
+  if (first) {
+    Focus(*first, Qt::OtherFocusReason);
+  } else {
+    setFocus(Qt::OtherFocusReason);
+  }
+}
+
+void FormWindow::FocusAfterChange(bool focusLost, const Control* focused,
+                                  const std::vector<const Frame*>& shownFrames) {
+  // A panel that comes with a choice in a field leaves the focus there; a button leads to another page.
+  const bool fromField = focused && !IsButton(*focused);
+  if (!shownFrames.empty() && (focusLost || !fromField)) {
+    FocusFirst(shownFrames);
+  } else if (focusLost) {
+    FocusNextAfter(*focused);
+  }
+}
+
+void FormWindow::FocusNextAfter(const Control& control) {
+  const auto stops = TabStops(form_);
+  const auto next =
+      std::find_if(stops.begin(), stops.end(), [&](auto* stop) { return stop->TabIndex > control.TabIndex; });
+  if (!stops.empty()) Focus(next == stops.end() ? *stops.front() : **next, Qt::OtherFocusReason);
+}
+
+bool FormWindow::focusNextPrevChild(bool next) {
+  if (!attached_) return false;
+  const auto stops = TabStops(form_);
+  if (stops.empty()) return false;
+  const Control* focused = FocusedControl();
+  const int from = focused ? focused->TabIndex : next ? INT_MIN : INT_MAX;
+  const auto isAfter = [&](const Control* stop) { return stop->TabIndex > from; };
+  const auto isBefore = [&](const Control* stop) { return stop->TabIndex < from; };
+  const Control* target = nullptr;
+  if (next) {
+    const auto at = std::find_if(stops.begin(), stops.end(), isAfter);
+    target = at == stops.end() ? stops.front() : *at;
+  } else {
+    const auto at = std::find_if(stops.rbegin(), stops.rend(), isBefore);
+    target = at == stops.rend() ? stops.back() : *at;
+  }
+  Focus(*target, next ? Qt::TabFocusReason : Qt::BacktabFocusReason);
+  return true;
+}
+
+void FormWindow::UpdateRing() {
+  const Control* focused = FocusedControl();
+  const auto at = focused ? entryOf_.find(focused) : entryOf_.end();
+  if (at == entryOf_.end() || !entries_[at->second].widget->AsWidget().hasFocus()) return ring_.hide();
+  ring_.Surround(*entries_[at->second].widget);
+}
+
+bool FormWindow::eventFilter(QObject* watched, QEvent* event) {
+  const auto at = controlOf_.find(watched);
+  if (!attached_ || at == controlOf_.end()) return false;
+  Control& control = *at->second;
+  switch (event->type()) {
+    case QEvent::FocusIn:
+    case QEvent::FocusOut: QMetaObject::invokeMethod(this, [this] { Refresh(); }, Qt::QueuedConnection); break;
+    case QEvent::KeyPress: return KeyPressed(&control, static_cast<QKeyEvent&>(*event));
+    case QEvent::KeyRelease:
+      if (static_cast<QKeyEvent*>(event)->key() == Qt::Key_Alt) ShowMarks(false);
+      break;
+    case QEvent::ToolTip: {
+      const QString tip = TipOf(control, *entries_[entryOf_[&control]].widget);
+      QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), tip, static_cast<QWidget*>(watched));
+      return true;
+    }
+    default: break;
+  }
+  return false;
+}
+
+void FormWindow::keyPressEvent(QKeyEvent* event) {
+  if (attached_ && !FocusedControl() && KeyPressed(nullptr, *event)) return;
+  event->ignore();
+}
+
+void FormWindow::keyReleaseEvent(QKeyEvent* event) {
+  if (event->key() == Qt::Key_Alt) ShowMarks(false);
+  event->ignore();
+}
+
+bool FormWindow::KeyPressed(Control* focused, const QKeyEvent& key) {
+  if (key.key() == Qt::Key_Alt) ShowMarks(true);
+  const Qt::KeyboardModifiers modifiers = key.modifiers() & ~Qt::KeypadModifier;
+  if (modifiers == Qt::AltModifier) return MnemonicPressed(key);
+  const bool isTerminal = focused && focused->GetKind() == Control::Kind::TextBox &&
+                          static_cast<TextBox*>(focused)->lines == TextBox::Lines::Many;
+  if (modifiers != Qt::NoModifier || isTerminal) return false;
+  switch (key.key()) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+      // These take the key themselves.
+      if (focused && (IsButton(*focused) || focused->GetKind() == Control::Kind::Label)) return false;
+      if (!key.isAutoRepeat()) PressButton(WindowKey::Enter);
+      return true;
+    case Qt::Key_Escape:
+      if (key.isAutoRepeat() || PressButton(WindowKey::Escape)) return true;
+      if (const Control* button = ButtonFor(form_, WindowKey::EscapeMovesFocus)) Focus(*button, Qt::ShortcutFocusReason);
+      return true;
+    case Qt::Key_Up:
+    case Qt::Key_Left:
+    case Qt::Key_Down:
+    case Qt::Key_Right:
+      if (!focused || focused->GetKind() != Control::Kind::OptionButton) return false;
+      MoveInGroup(static_cast<OptionButton&>(*focused), key.key() == Qt::Key_Down || key.key() == Qt::Key_Right);
+      return true;
+    default: return false;
+  }
+}
+
+void FormWindow::MoveInGroup(OptionButton& option, bool forward) {
+  const auto group = OptionGroup(option);
+  const auto at = std::find(group.begin(), group.end(), &option);
+  if (at == group.end()) return;
+  const std::size_t size = group.size();
+  const std::size_t from = static_cast<std::size_t>(at - group.begin());
+  OptionButton& next = *group[(from + (forward ? 1 : size - 1)) % size];
+  Focus(next, Qt::TabFocusReason);
+  next.Click();
+}
+
+bool FormWindow::PressButton(WindowKey key) {
+  const Control* button = ButtonFor(form_, key);
+  if (!button) return false;
+  entries_[entryOf_[button]].widget->Activate();
+  return true;
+}
+
+bool FormWindow::MnemonicPressed(const QKeyEvent& key) {
+  if (key.key() < Qt::Key_A || key.key() > Qt::Key_Z) return false;
+  const Mnemonics mnemonics = ChooseMnemonics(form_);
+  const auto at = mnemonics.targets.find(QChar(key.key()));
+  if (at == mnemonics.targets.end()) return false;
+  Focus(*at->second, Qt::ShortcutFocusReason);
+  if (!key.isAutoRepeat()) entries_[entryOf_[at->second]].widget->Activate();
+  return true;
+}
+
+void FormWindow::ShowMarks(bool show) {
+  if (!attached_ || (!show && !marksShown_)) return;
+  marksShown_ = show;
+  const Mnemonics mnemonics = show ? ChooseMnemonics(form_) : Mnemonics();
+  for (const Entry& entry : entries_) {
+    const auto mark = mnemonics.marks.find(entry.control);
+    entry.widget->ShowMark(mark == mnemonics.marks.end() ? QChar() : mark->second);
+  }
+}
+
+QString FormWindow::TipOf(Control& control, const ControlWidget& widget) const {
+  const QString tip = control.ToolTip.Value().empty() ? widget.Tip() : FromWords(control.ToolTip.Value());
+  if (control.GetKind() != Control::Kind::ImageButton) return tip;
+  for (const auto& [letter, target] : ChooseMnemonics(form_).targets) {
+    if (target == &control) return (tip.isEmpty() ? FromWords(control.Words()) : tip) + " (Alt+" + letter + ")";
+  }
+  return tip;
+}
+
+}  // namespace vk32

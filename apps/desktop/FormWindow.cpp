@@ -1,0 +1,222 @@
+// The window of a form: its widgets, and how they follow the controls.
+#include "FormWindow.h"
+
+#include <QCloseEvent>
+#include <QCoreApplication>
+#include <QGuiApplication>
+#include <QHelpEvent>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QScreen>
+#include <QToolTip>
+#include <QWheelEvent>
+#include <QWindow>
+#include <algorithm>
+
+#include "AreaWidgets.h"
+#include "BarWidgets.h"
+#include "Text.h"
+#include "Theme.h"
+
+namespace vk32 {
+
+FormWindow::FormWindow(Form& form, Theme& theme) : form_(form), theme_(theme), ring_(*this) {
+  setWindowFlags(Flags());
+  setFocusPolicy(Qt::ClickFocus);
+  const auto& controls = form_.Controls();
+  setMouseTracking(std::any_of(controls.begin(), controls.end(), [](const Control* control) {
+    return static_cast<bool>(control->OnMouseMove);
+  }));
+  entries_.reserve(controls.size());
+  Populate(nullptr, *this);
+  ApplyForm();
+  NameWidgets();
+  form_.Observe(this);
+}
+
+FormWindow::~FormWindow() = default;
+
+Qt::WindowFlags FormWindow::Flags() const {
+  if (form_.style == FormStyle::Splash) return Qt::SplashScreen | Qt::FramelessWindowHint;
+  Qt::WindowFlags flags = Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowSystemMenuHint;
+  flags |= form_.style == FormStyle::Dialog ? Qt::Dialog : Qt::Window | Qt::WindowMinimizeButtonHint;
+  if (form_.CloseEnabled) flags |= Qt::WindowCloseButtonHint;
+  return flags;
+}
+
+void FormWindow::Populate(const Frame* frame, QWidget& parent) {
+  for (Control* control : form_.Controls()) {
+    if (control->Parent() == frame) AddWidget(*control, parent);
+  }
+}
+
+void FormWindow::AddWidget(Control& control, QWidget& parent) {
+  ControlWidget* widget = MakeWidget(control, parent, theme_);
+  if (!widget) return;
+  const std::size_t index = entries_.size();
+  entries_.push_back({&control, widget});
+  entryOf_[&control] = index;
+  controlOf_[&widget->AsWidget()] = &control;
+  widget->AsWidget().installEventFilter(this);
+  namesDue_ = true;
+  Apply(entries_[index]);
+  PopulateIfVisible(entries_[index]);
+}
+
+void FormWindow::PopulateIfVisible(Entry& entry) {
+  if (entry.populated || entry.control->GetKind() != Control::Kind::Frame || !entry.control->Visible) return;
+  entry.populated = true;
+  QWidget& parent = entry.widget->AsWidget();
+  Populate(static_cast<const Frame*>(entry.control), parent);  // `entry` may have moved
+}
+
+void FormWindow::Apply(Entry& entry) {
+  const Control& control = *entry.control;
+  QWidget& widget = entry.widget->AsWidget();
+  const QPoint corner(ToPixels(control.Left), ToPixels(control.Top));
+  widget.setGeometry(QRect(corner, QPoint(ToPixels(control.Left + control.Width) - 1,
+                                          ToPixels(control.Top + control.Height) - 1)));
+  widget.setEnabled(control.Enabled);
+  entry.widget->Sync();
+  widget.setVisible(control.Visible);
+}
+
+void FormWindow::ApplyForm() {
+  setWindowTitle(FromWords(form_.Caption.Value()));
+  setFixedSize(ToPixels(form_.Width), ToPixels(form_.Height));
+  QWindow* window = windowHandle();
+  const bool canClose = window && window->flags().testFlag(Qt::WindowCloseButtonHint);
+  // On the window itself: QWidget would hide it to change its flags.
+  if (window && form_.style != FormStyle::Splash && canClose != form_.CloseEnabled) {
+    window->setFlag(Qt::WindowCloseButtonHint, form_.CloseEnabled);
+  }
+}
+
+void FormWindow::NameWidgets() {
+  namesDue_ = false;
+  for (const Entry& entry : entries_) {
+    if (TakesFocus(*entry.control)) entry.widget->AsWidget().setAccessibleName(AccessibleName(*entry.control));
+  }
+}
+
+void FormWindow::Open(QPoint middle) {
+  if (!isVisible()) {
+    Refresh();
+    QRect place(QPoint(), size());
+    place.moveCenter(middle);
+    const QScreen* screen = QGuiApplication::screenAt(middle);
+    const QRect room = (screen ? screen : QGuiApplication::primaryScreen())->availableGeometry();
+    place.moveLeft(std::max(room.left(), std::min(place.left(), room.right() + 1 - width())));
+    place.moveTop(std::max(room.top(), std::min(place.top(), room.bottom() + 1 - height())));
+    move(place.topLeft());
+    FocusFirst({});
+    show();
+  }
+  raise();
+  activateWindow();
+}
+
+void FormWindow::Detach() {
+  LetGoOfAll();
+  form_.Observe(nullptr);
+  attached_ = false;
+  for (const Entry& entry : entries_) entry.widget->Detach();
+  hide();
+}
+
+QWidget* FormWindow::WidgetOf(const Control& control) const {
+  const auto at = entryOf_.find(&control);
+  return at == entryOf_.end() ? nullptr : &entries_[at->second].widget->AsWidget();
+}
+
+void FormWindow::FormChanged(const PropertyBase&) {
+  formChanged_ = true;
+  ScheduleRefresh();
+}
+
+void FormWindow::ControlChanged(Control& control, const PropertyBase&) {
+  if (!entryOf_.count(&control)) return;
+  changed_.insert(&control);
+  if (control.GetKind() == Control::Kind::Label) namesDue_ = true;
+  ScheduleRefresh();
+}
+
+void FormWindow::ScheduleRefresh() {
+  if (refreshDue_) return;
+  refreshDue_ = true;
+  QMetaObject::invokeMethod(this, [this] { Refresh(); }, Qt::QueuedConnection);
+}
+
+void FormWindow::Refresh() {
+  refreshDue_ = false;
+  if (!attached_) return;
+  if (formChanged_) ApplyForm();
+  formChanged_ = false;
+  const Control* focused = FocusedControl();
+  const bool focusLost = focused && !IsReachable(*focused);
+  // Taken away first, so that Qt does not look for another place itself while the page is half changed.
+  if (focusLost) setFocus(Qt::OtherFocusReason);
+  std::vector<const Frame*> shownFrames;
+  for (const Control* control : std::exchange(changed_, {})) {
+    const std::size_t index = entryOf_[control];
+    const bool appears = control->Visible && entries_[index].widget->AsWidget().isHidden();
+    if (appears && control->GetKind() == Control::Kind::Frame) shownFrames.push_back(static_cast<const Frame*>(control));
+    PopulateIfVisible(entries_[index]);
+    Apply(entries_[index]);
+  }
+  if (namesDue_) NameWidgets();
+  if (marksShown_) ShowMarks(true);
+  FocusAfterChange(focusLost, focused, shownFrames);
+  UpdateRing();
+}
+
+bool FormWindow::event(QEvent* event) {
+  switch (event->type()) {
+    case QEvent::WindowBlocked: LetGoOfAll(); break;
+    case QEvent::WindowDeactivate:
+      LetGoOfAll();
+      ShowMarks(false);
+      break;
+    default: break;
+  }
+  return QWidget::event(event);
+}
+
+void FormWindow::LetGoOfAll() {
+  for (std::size_t i = 0; i < entries_.size() && attached_; ++i) entries_[i].widget->LetGo();
+}
+
+void FormWindow::closeEvent(QCloseEvent* event) {
+  event->ignore();
+  if (attached_) form_.UserCloses();
+}
+
+void FormWindow::paintEvent(QPaintEvent*) { DrawOutlines(*this); }
+
+void FormWindow::mousePressEvent(QMouseEvent* event) { pressed_ = event->button() == Qt::LeftButton; }
+
+void FormWindow::mouseReleaseEvent(QMouseEvent* event) {
+  const bool clicked = pressed_ && event->button() == Qt::LeftButton && rect().contains(mapFromGlobal(event->globalPosition()).toPoint());
+  pressed_ = false;
+  if (clicked && attached_) form_.Click();
+}
+
+void FormWindow::mouseMoveEvent(QMouseEvent*) {
+  if (attached_) form_.MouseMove();
+}
+
+void FormWindow::wheelEvent(QWheelEvent* event) {
+  // Over a table, the wheel moves the scroll bar at its side.
+  const QPoint at = event->position().toPoint();
+  for (const Entry& entry : entries_) {
+    auto* bar = dynamic_cast<ScrollBarWidget*>(entry.widget);
+    if (!bar || !bar->isVisible()) continue;
+    const QRect place(bar->mapTo(this, QPoint()), bar->size());
+    if (at.y() >= place.top() && at.y() <= place.bottom() && at.x() < place.left()) {
+      // Not sent, since what the bar leaves would come back here.
+      static_cast<QObject*>(bar)->event(event);
+    }
+  }
+}
+
+}  // namespace vk32

@@ -1,0 +1,46 @@
+// How a form is walked by keys, and what its controls are called: worked out from the controls alone.
+#pragma once
+
+#include <QChar>
+#include <QRect>
+#include <QString>
+#include <map>
+#include <vector>
+
+#include "forms/Form.h"
+
+namespace vk32 {
+
+/// Shown, and enabled with all its frames.
+bool IsReachable(const Control& control);
+/// Of a kind that can have the focus.
+bool TakesFocus(const Control& control);
+/// A label that is underlined and can have the focus.
+bool IsLink(const Label& label);
+bool IsField(const Control& control);
+bool IsButton(const Control& control);
+/// It lies in the frame or in one of the frame's frames.
+bool LiesIn(const Control& control, const Frame& frame);
+
+/// What Tab walks through now, in order. Of the options of a frame only the selected one is a stop, or else the first.
+std::vector<Control*> TabStops(const Form& form);
+/// The options in the same container as `option` that can be reached, in order.
+std::vector<OptionButton*> OptionGroup(const OptionButton& option);
+/// The first stop that takes input, in one of the frames, or anywhere if there are none; nullptr if there is no such stop.
+Control* FirstField(const Form& form, const std::vector<const Frame*>& frames);
+/// The reachable button that a key of the window stands for, or nullptr.
+Control* ButtonFor(const Form& form, WindowKey key);
+
+/// In pixels from the form's corner.
+QRect PlaceOnForm(const Control& control);
+/// What assistive technology calls the control: its own words, or those that stand by it. Never empty.
+QString AccessibleName(const Control& control);
+
+/// The letters that work together with Alt now.
+struct Mnemonics {
+  std::map<QChar, Control*> targets;      // upper-case letter to what it leads to
+  std::map<const Control*, QChar> marks;  // whose words show the letter
+};
+Mnemonics ChooseMnemonics(const Form& form);
+
+}  // namespace vk32

@@ -1,0 +1,28 @@
+// The event loop of the desktop: Qt's, with one alarm for all timers of the program.
+#pragma once
+
+#include <QTimer>
+
+#include "platform/EventLoop.h"
+
+namespace vk32 {
+
+/// Its timers also run while the program idles in Qt's own loop. Needs the application object.
+class QtEventLoop : public EventLoop {
+ public:
+  QtEventLoop();
+
+  Time Now() const override;
+  void RunDue() override;
+  void Wait(int fd) override;
+  void WaitQuietly(int fd, Time until) override;
+
+ private:
+  void TimersChanged() override;
+  void Ring();
+
+  QTimer alarm_;
+  bool waiting_ = false;  // nothing may tick
+};
+
+}  // namespace vk32

@@ -1,0 +1,63 @@
+// The widget of a text box of many lines: a terminal, whose keys go to the form one by one.
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+#include "ControlWidget.h"
+
+namespace vk32 {
+
+class TerminalWidget : public QWidget, public ControlWidget {
+ public:
+  TerminalWidget(TextBox& box, QWidget& parent, Theme& theme);
+
+  QWidget& AsWidget() override { return *this; }
+  void Sync() override;
+  Ring FocusRing() const override { return {rect(), 2, false}; }
+
+  /// What can be seen at the moment, a row a line.
+  QString VisibleText() const;
+  int Columns() const;
+  int VisibleRows() const;
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+  void wheelEvent(QWheelEvent* event) override;
+  void mousePressEvent(QMouseEvent* event) override;
+  void mouseMoveEvent(QMouseEvent* event) override;
+  void mouseReleaseEvent(QMouseEvent* event) override;
+  void focusInEvent(QFocusEvent* event) override;
+  void focusOutEvent(QFocusEvent* event) override;
+
+ private:
+  struct Row {
+    std::size_t start, length;
+  };
+
+  /// Lays the text out from `start` on, which is the start of a row.
+  void Wrap(std::size_t start);
+  int LastTop() const;
+  void ScrollTo(int row);
+  QString RowText(const Row& row) const;
+  std::size_t RowOf(std::size_t position) const;
+  std::size_t PositionAt(QPointF point) const;
+  QRectF CellsOf(int line, const Row& row, std::size_t from, std::size_t to) const;
+  void DrawCursor(QPainter& painter) const;
+  QString SelectedText() const;
+  void TypeAll(const QString& text);
+
+  TextBox& box_;
+  const QFont& font_;
+  double cell_;  // width of a character
+  std::string text_;
+  std::vector<Row> rows_{{0, 0}};
+  int top_ = 0;  // the first row that can be seen
+  int wheel_ = 0;
+  std::size_t anchor_ = 0, selectionEnd_ = 0;
+};
+
+}  // namespace vk32
