@@ -57,11 +57,68 @@ Bytes Rb2000Image() {
                         });
 }
 
+Bytes Rb3000Image() {
+  return MakeImage(224, {
+                            {0, 4, 153},
+                            {6, 2, 0},
+                            {7, 1, 0},
+                            {8, 8, 0},
+                            {9, 8, 0},
+                            {10, 8, 0},
+                            {11, 8, 0},
+                            {13, 1, 0},
+                            {20, 0, 4},  // slave, broadcast
+                            {21, 2, 5},  // broadcast 2 to 5
+                            {22, 1, 0},  // PLC-3
+                            // Slots 1 and 2: 1 to 64 in file 3, word 0; 30001 to 30010 in file 10, word 5
+                            {24, 1, 0},
+                            {25, 64, 0},
+                            {26, 3, 0},
+                            {27, 0, 0},
+                            {28, 0, 0},
+                            {29, 0x31, 0x75},
+                            {30, 0x3A, 0x75},
+                            {31, 10, 0},
+                            {32, 5, 0},
+                            {33, 0, 0},
+                        });
+}
+
+// Serial number 123456, hardware 2-300, distributor 3, a MAC address; the order of bytes is the product's.
+Bytes Identity(InfoStyle style) {
+  const Bytes number = style == InfoStyle::OneRecord ? Bytes("\x01\xE2\x40") : Bytes("\x40\xE2\x01");
+  const Bytes revision = style == InfoStyle::OneRecord ? Bytes("\x01\x2C") : Bytes("\x2C\x01");
+  return number + '\x02' + revision + Bytes(3, '\0') + '\x03' + Bytes("\x00\x0A\x1B\x2C\x3D\x4E", 6);
+}
+
+Bytes Network(InfoStyle style) {
+  Bytes addresses("\xC0\xA8\x01\x64\xFF\xFF\xFF\x00\xC0\xA8\x01\x01", 12);  // 192.168.1.100, its mask and gateway
+  if (style == InfoStyle::Pieces) {
+    for (int i = 0; i < 12; i += 4) std::reverse(addresses.begin() + i, addresses.begin() + i + 4);
+  }
+  return addresses;
+}
+
+/// Texts of 64 and four times 48 bytes; the last byte of all is left for the checksum.
+Bytes FirmwareRecord() {
+  Bytes texts;
+  for (const auto& [text, size] :
+       {std::pair("Ethernet firmware 3.2", 64), {"DF1 1.4", 48}, {"Modbus 1.1", 48}, {"", 48}, {"", 47}}) {
+    Bytes field(text);
+    field.resize(static_cast<std::size_t>(size));
+    texts += field;
+  }
+  return texts;
+}
+
 }  // namespace
 
 const GatewayKind* FindGatewayKind(std::string_view product) {
   static const GatewayKind kinds[] = {
-      {"RB2000", 9600, 10, Rb2000Image()},
+      {"RB2000", 9600, 10, Rb2000Image(), InfoStyle::None},
+      {"RB3000", 19200, 10, Rb3000Image(), InfoStyle::None},
+      {"VK5300", 19200, 12, {}, InfoStyle::Pieces},
+      {"VK-RTX", 19200, 12, {}, InfoStyle::OneRecord},
   };
   const auto kind = std::find_if(std::begin(kinds), std::end(kinds),
                                  [&](const GatewayKind& candidate) { return candidate.product == product; });
@@ -96,6 +153,13 @@ void Gateway::Understand(Time now) {
       if (received_.size() < ImageRequest.size()) return;
       received_.erase(0, ImageRequest.size());
       AnswerImageRequest(now);
+    } else if (begins(InfoRequest) && kind_.info != InfoStyle::None) {
+      if (received_.size() < InfoRequest.size()) return;
+      received_.erase(0, InfoRequest.size());
+      AnswerInfoRequest(now);
+    } else if (begins(InfoContinue) && infoPiece_ > 0) {
+      received_.erase(0, 1);
+      SayInfoPiece(now);
     } else {
       received_.erase(0, 1);
     }
@@ -113,8 +177,8 @@ bool Gateway::TakeImageFrame(Time now) {
   received_.erase(0, whole);
   std::int32_t sum = 0;
   for (int i = 1; i <= length; ++i) sum += Asc(body, i);
-  const bool good =
-      body.size() == ImageFrame::PrefixLength + image_.size() && checksum == Bytes{Chr(sum & 255), Chr(sum >> 8 & 255)};
+  const bool good = !image_.empty() && body.size() == ImageFrame::PrefixLength + image_.size() &&
+                    checksum == Bytes{Chr(sum & 255), Chr(sum >> 8 & 255)};
   if (!good) return true;
   image_ = body.substr(ImageFrame::PrefixLength);
   Say(Bytes(1, Ack), now);
@@ -122,7 +186,31 @@ bool Gateway::TakeImageFrame(Time now) {
   return true;
 }
 
+void Gateway::AnswerInfoRequest(Time now) {
+  infoPiece_ = 0;
+  if (kind_.info == InfoStyle::Pieces) {
+    Say(Bytes(1, Ack), now);
+    SayInfoPiece(now);
+    return;
+  }
+  const Bytes record = Identity(kind_.info) + Network(kind_.info) + FirmwareRecord();
+  Bytes checksum = Checksum8(record, static_cast<int>(record.size()));
+  if (misbehaviour_.badChecksum) checksum[0] = static_cast<char>(checksum[0] ^ 0x55);
+  Bytes reply = record + checksum;
+  reply.resize(reply.size() - std::min(reply.size(), static_cast<std::size_t>(misbehaviour_.shortBy)));
+  Say(Ack + reply, now);
+}
+
+void Gateway::SayInfoPiece(Time now) {
+  const Bytes pieces[] = {Identity(kind_.info), Network(kind_.info), infoTexts.model, infoTexts.version,
+                          infoTexts.date};
+  const int piece = infoPiece_++;
+  if (misbehaviour_.silent || piece >= static_cast<int>(std::size(pieces)) || piece >= misbehaviour_.infoPieces) return;
+  pieces_.push_back({now + misbehaviour_.late, pieces[piece]});
+}
+
 void Gateway::AnswerImageRequest(Time now) {
+  if (image_.empty()) return;
   const Bytes header = Bytes{0, 1} + Bytes(static_cast<std::size_t>(kind_.headerLength) - 2, '\0');
   const Bytes body = header + image_;
   const auto length = static_cast<std::int32_t>(body.size());

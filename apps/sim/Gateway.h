@@ -20,15 +20,27 @@ struct Misbehaviour {
   bool badChecksum = false;  // of what it sends
   int shortBy = 0;           // bytes missing at the end of each long answer
   Time hold{0};              // XOFF at the first byte of each message, XON so much later
+  int infoPieces = 5;        // of the VK5300's device information, after which it falls silent
   int unplugAfter = -1;      // bytes in both directions together, then it is gone; -1: never
 };
+
+/// How a product tells its device information.
+enum class InfoStyle { None, OneRecord, Pieces };
 
 /// What is particular to a product.
 struct GatewayKind {
   std::string_view product;
-  int baudRate;      // bit/s
-  int headerLength;  // bytes before the image in an upload
-  Bytes factoryImage;
+  int baudRate;        // bit/s
+  int headerLength;    // bytes before the image in an upload
+  Bytes factoryImage;  // empty: it has none
+  InfoStyle info;
+};
+
+/// The texts of the device information; any bytes.
+struct InfoTexts {
+  Bytes model = "VK5300 Ethernet to DH+";
+  Bytes version = "Version 2.14";
+  Bytes date = "March 3 2019";
 };
 
 /// nullptr for a product that can't be simulated.
@@ -53,6 +65,7 @@ class Gateway {
   void StartInOperation() { configuring_ = false; }
 
   const Bytes& Image() const { return image_; }
+  InfoTexts infoTexts;
   /// Called whenever a configuration was stored.
   std::function<void()> OnStored;
 
@@ -62,6 +75,8 @@ class Gateway {
   void Understand(Time now);
   bool TakeImageFrame(Time now);
   void AnswerImageRequest(Time now);
+  void AnswerInfoRequest(Time now);
+  void SayInfoPiece(Time now);
   void Say(Bytes bytes, Time now);
 
   const GatewayKind& kind_;
@@ -70,6 +85,7 @@ class Gateway {
   Bytes image_;
   Bytes received_;  // of a message that is not complete yet
   Time lastByte_{0};
+  int infoPiece_ = 0;  // the next one, from 0
   std::deque<Piece> pieces_;
 };
 

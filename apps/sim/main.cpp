@@ -33,11 +33,12 @@ struct Options {
   bool pace = false;
   bool needsButton = false;
   std::string dump;
+  vk32::sim::InfoTexts infoTexts;
   vk32::sim::Misbehaviour misbehaviour;
 };
 
 constexpr const char* MisbehaviourHelp =
-    "silent, late=MS, junk, bad-checksum, short=BYTES, hold=MS (XOFF), unplug=BYTES; repeatable";
+    "silent, late=MS, junk, bad-checksum, short=BYTES, info-pieces=N, hold=MS (XOFF), unplug=BYTES; repeatable";
 
 /// Empty if the text names a misbehaviour.
 std::string SetMisbehaviour(const std::string& text, vk32::sim::Misbehaviour& misbehaviour) {
@@ -61,6 +62,8 @@ std::string SetMisbehaviour(const std::string& text, vk32::sim::Misbehaviour& mi
     misbehaviour.shortBy = number;
   } else if (name == "hold" && numbered) {
     misbehaviour.hold = std::chrono::milliseconds(number);
+  } else if (name == "info-pieces" && numbered) {
+    misbehaviour.infoPieces = number;
   } else if (name == "unplug" && numbered) {
     misbehaviour.unplugAfter = number;
   } else {
@@ -90,6 +93,7 @@ void Sleep(int terminal, int signals, std::optional<Time> until) {
 
 void Simulate(const Options& options, const vk32::sim::GatewayKind& kind) {
   vk32::sim::Gateway gateway(kind, options.misbehaviour);
+  gateway.infoTexts = options.infoTexts;
   if (options.needsButton) gateway.StartInOperation();
   const Time byteTime = options.pace ? vk32::sim::SimulatedLine::ByteTime(kind.baudRate) : Time{0};
   vk32::sim::SimulatedLine line(gateway, byteTime);
@@ -121,10 +125,13 @@ int main(int argc, char** argv) {
   CLI::App parser("A simulated gateway on a pseudo-terminal. Ends on Ctrl-C; SIGUSR1 presses its Configure button.");
   Options options;
   std::vector<std::string> misbehaviours;
-  parser.add_option("PRODUCT", options.product, "RB2000")->required();
+  parser.add_option("PRODUCT", options.product, "RB2000, RB3000, VK5300 or VK-RTX")->required();
   parser.add_option("--port", options.port, "port name to stand under, COM1 to COM32")->type_name("COMn");
   parser.add_flag("--pace", options.pace, "carry bytes at the rate of the true line");
   parser.add_flag("--needs-button", options.needsButton, "answer only after the Configure button was pressed");
+  parser.add_option("--info-model", options.infoTexts.model, "product model in the device information of the VK5300");
+  parser.add_option("--info-version", options.infoTexts.version, "firmware version in it");
+  parser.add_option("--info-date", options.infoTexts.date, "firmware date in it");
   parser.add_option("--dump", options.dump, "file that takes each stored configuration")->type_name("FILE");
   parser.add_option("--misbehave", misbehaviours, MisbehaviourHelp)
       ->type_name("HOW")
@@ -137,7 +144,7 @@ int main(int argc, char** argv) {
 
   const auto* kind = vk32::sim::FindGatewayKind(options.product);
   if (!kind) {
-    std::cerr << "There is no simulated " << options.product << ". Choose RB2000.\n";
+    std::cerr << "There is no simulated " << options.product << ". Choose RB2000, RB3000, VK5300 or VK-RTX.\n";
     return 2;
   }
   if (!options.port.empty() && vk32::PortNames::Number(options.port) == 0) {
