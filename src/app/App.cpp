@@ -3,6 +3,8 @@
 
 #include "deviceinfo/DeviceInfo.h"
 #include "firmware/DownloadingMsg.h"
+#include "firmware/Firmware.h"
+#include "firmware/OfflineMngr.h"
 #include "models/serial/Configuration_RB2000.h"
 #include "models/serial/Configuration_RB3000.h"
 #include "models/serial/DDTAExplanationFrm.h"
@@ -20,6 +22,8 @@ std::string ProgramVersion() { return "1.8.11"; }
 void StartProgram(App& app) {
   RegisterShell(app);
   RegisterForm<DownloadingMsg>(app);
+  RegisterForm<Firmware>(app);
+  RegisterForm<OfflineMngr>(app);
   RegisterForm<DeviceInfo>(app);
   RegisterForm<Configuration_RB2000>(app);
   RegisterForm<Configuration_RB3000>(app);

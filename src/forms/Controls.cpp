@@ -2,6 +2,7 @@
 #include "forms/Controls.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "forms/Forms.h"
 #include "resources/Pictures.h"
@@ -105,15 +106,21 @@ Act TextBox::Key(char key) {
 }
 
 void TextBox::Replace(std::size_t start, std::size_t length, std::string_view text) {
-  std::string changed = Text;
-  changed.replace(start, length, text);
-  Text.Set(std::move(changed));
+  changedFrom_ = std::min(changedFrom_, start);
+  Text.Change([&](std::string& value) { value.replace(start, length, text); });
   SelLength.Set(0);
   SelStart.Set(static_cast<int>(start + text.size()));
   Raise(OnChange);
 }
 
+void TextBox::SetSelText(std::string_view text) {
+  Replace(static_cast<std::size_t>(SelStart.Value()), static_cast<std::size_t>(SelLength.Value()), text);
+}
+
+std::size_t TextBox::TakeChange() { return std::exchange(changedFrom_, Text.Value().size()); }
+
 void TextBox::AssignText(const std::string& text) {
+  changedFrom_ = 0;
   Text.Set(text);
   SelLength.Set(0);
   SelStart.Set(static_cast<int>(text.size()));

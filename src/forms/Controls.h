@@ -100,11 +100,19 @@ class TextBox : public Control {
   Act Type(std::string_view text);  // replaces the whole text
   Act Key(char key);                // puts one key in place of the selection
 
+  /// Puts a text in place of the selection and the cursor behind it. Costs what the change costs, however long the text
+  /// is.
+  void SetSelText(std::string_view text);
+  /// The first position that has changed since this was last asked; the length of the text if nothing has.
+  std::size_t TakeChange();
+
  private:
   void AssignText(const std::string& text);
   void AssignSelStart(const int& position);
   void AssignSelLength(const int& length);
   void Replace(std::size_t start, std::size_t length, std::string_view text);
+
+  std::size_t changedFrom_ = 0;
 
  public:
   ActiveProperty<std::string, TextBox, &TextBox::AssignText> Text;

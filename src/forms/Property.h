@@ -86,7 +86,6 @@ class Property : public PropertyBase {
     Changed();
   }
 
- private:
   T value_;
 };
 
@@ -105,6 +104,12 @@ class ActiveProperty : public Property<T> {
  private:
   friend Owner;
   void Set(T value) { this->Store(std::move(value)); }
+  /// Changes the value in place: costs what the change costs, not what the value does.
+  template <class Edit>
+  void Change(Edit edit) {
+    edit(this->value_);
+    this->Changed();
+  }
 };
 
 }  // namespace vk32

@@ -14,7 +14,9 @@ inline const Bytes ImageReplyStart{"TR"};       // then the length, low byte fir
 inline const Bytes InfoRequest{"\xA5\xDD", 2};  // device information
 inline const Bytes InfoContinue{"\xDD"};
 inline const Bytes Restart{"s"};
+inline const Bytes FirmwareMode{"\xA5\xFB", 2};  // erases, and waits for the file
 inline const Bytes RecoveryProbe{"\x1B"};
+inline const Bytes RecoveryNewline{"\x0D"};
 
 /// A5 CE N command high number ext length [data] checksum. N counts the bytes behind it, checksum included; the
 /// checksum is Checksum8 of all from the command on.

@@ -102,6 +102,14 @@ bool Send(App& app, const Bytes& message) {
   }
 }
 
+bool SendWhole(App& app, const Bytes& piece) {
+  try {
+    return app.comm.CommWrite(app.globals.ComPortNumber, piece) == static_cast<std::int32_t>(piece.size());
+  } catch (const RuntimeFault&) {
+    return false;
+  }
+}
+
 bool SendAndWaitForAck(App& app, const Bytes& message, Form& form) {
   return Send(app, message) && WaitForAck(app, form) != FlagTrue;
 }

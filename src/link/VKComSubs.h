@@ -32,6 +32,8 @@ std::int32_t ReadBytes(App& app, Bytes& buffer, std::int32_t count, Form& form);
 void SetTimeOut(Form& form, int milliseconds);
 /// CommWrite to the chosen port. False if there is none: the exchange takes it for a device that does not answer.
 bool Send(App& app, const Bytes& message);
+/// CommWrite to the chosen port. False if not all of it left.
+bool SendWhole(App& app, const Bytes& piece);
 /// Send, and WaitForAck. False if no ACK came.
 bool SendAndWaitForAck(App& app, const Bytes& message, Form& form);
 /// The one word to the user when an exchange has failed.

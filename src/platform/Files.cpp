@@ -5,6 +5,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <climits>
 #include <cstdio>
@@ -116,6 +117,16 @@ bool InputFile::Fill() {
   next_ = 0;
   filled_ = static_cast<std::size_t>(taken);
   return taken > 0;
+}
+
+std::string InputFile::Read(std::size_t count) {
+  std::string bytes;
+  while (bytes.size() < count && (next_ < filled_ || Fill())) {
+    const std::size_t some = std::min(count - bytes.size(), filled_ - next_);
+    bytes.append(buffer_.data() + next_, some);
+    next_ += some;
+  }
+  return bytes;
 }
 
 OutputFile::OutputFile(const std::string& path) : target_(Target(path)) {

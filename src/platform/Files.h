@@ -20,6 +20,8 @@ class InputFile {
 
   /// The next byte, 0 to 255; -1 at the end.
   int Get() { return next_ < filled_ || Fill() ? static_cast<unsigned char>(buffer_[next_++]) : -1; }
+  /// The next `count` bytes, or those that are left.
+  std::string Read(std::size_t count);
   /// Bytes in the file when it was opened.
   std::uint64_t Size() const { return size_; }
 

@@ -8,7 +8,7 @@ namespace vk32 {
 
 Configuration_RB2000::Configuration_RB2000(App& app_) : SerialWizard(app_, FormName, 3600, 3960) {}
 
-std::vector<WizardForm::Page> Configuration_RB2000::Pages() {
+std::vector<WizardPage> Configuration_RB2000::Pages() {
   return {{&OpenConfigLbl, {&ConfigFrame}},
           {&SerialSetLbl, {&SerialSettingsFrame}},
           {&ProtoSetLbl, {&ProtocolSettingsFrame}},

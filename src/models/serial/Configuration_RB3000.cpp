@@ -12,7 +12,7 @@ constexpr int MappingPage = 2;
 
 Configuration_RB3000::Configuration_RB3000(App& app_) : SerialWizard(app_, FormName, 3240, 3600) {}
 
-std::vector<WizardForm::Page> Configuration_RB3000::Pages() {
+std::vector<WizardPage> Configuration_RB3000::Pages() {
   return {{&OpenConfigLbl, {&ConfigFrame}},
           {&ModProtoSetLbl, {&ModSettingsFrame}},
           {&ModAddrMapLbl, MappingFrames()},

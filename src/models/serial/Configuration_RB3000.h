@@ -20,7 +20,7 @@ class Configuration_RB3000 : public SerialWizard {
 
  private:
   void Form_Load() override;
-  std::vector<Page> Pages() override;
+  std::vector<WizardPage> Pages() override;
   void NextCmd_Click() override;
   void BackCmd_Click() override;
   std::span<const FixedByte> FixedBytes() const override;

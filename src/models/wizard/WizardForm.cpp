@@ -18,23 +18,9 @@ WizardForm::WizardForm(App& app_, const char* name, int timeOutInterval, int fin
       ApplySetLbl(*this, "ApplySetLbl", {240, applyTop, 3480, 315}, "Apply Settings", TextRole::Step),
       TimeOutTmr(*this, "TimeOutTmr", timeOutInterval, true, &WizardForm::TimeOutTmr_Timer) {}
 
-void WizardForm::ShowWizardStep(int page) {
-  const auto pages = Pages();
-  if (page < 0 || page >= static_cast<int>(pages.size())) return;
-  for (const Page& other : pages) other.step->ForeColor = StepOther;
-  Label& step = *pages[static_cast<std::size_t>(page)].step;
-  step.ForeColor = StepCurrent;
-  StepMarkFrame.Top = step.Top;
-}
+void WizardForm::ShowWizardStep(int page) { ShowPageStep(Pages(), page, StepMarkFrame); }
 
-void WizardForm::ShowWizardFrame(int page) {
-  const auto pages = Pages();
-  if (page < 0 || page >= static_cast<int>(pages.size())) return;
-  Frame* shown = pages[static_cast<std::size_t>(page)].frames.front();
-  for (const Page& other : pages) {
-    for (Frame* frame : other.frames) frame->Visible = frame == shown;
-  }
-}
+void WizardForm::ShowWizardFrame(int page) { ShowPageFrame(Pages(), page); }
 
 void WizardForm::ShowCurrentPage() {
   ShowWizardStep(app.globals.CurrentPage);

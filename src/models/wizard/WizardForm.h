@@ -7,6 +7,7 @@
 
 #include "app/App.h"
 #include "core/ConfigurationForm.h"
+#include "shell/WizardPages.h"
 
 namespace vk32 {
 
@@ -24,12 +25,8 @@ class WizardForm : public ConfigurationForm {
   /// `timeOutInterval`: of TimeOutTmr at load, in ms; the tops: of the last two lines of the side menu.
   WizardForm(App& app, const char* name, int timeOutInterval, int finalizeTop, int applyTop);
 
-  struct Page {
-    Label* step;
-    std::vector<Frame*> frames;
-  };
   /// From page 0 to LastPage.
-  virtual std::vector<Page> Pages() = 0;
+  virtual std::vector<WizardPage> Pages() = 0;
 
   // The walk of each product.
   virtual void NextCmd_Click() = 0;

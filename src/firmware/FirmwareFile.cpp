@@ -1,0 +1,56 @@
+// Firmware files.
+#include "firmware/FirmwareFile.h"
+
+#include <algorithm>
+#include <filesystem>
+
+#include "link/VKComSubs.h"
+#include "platform/Fault.h"
+#include "platform/Files.h"
+
+namespace vk32 {
+
+bool FirmwareFileExists(const std::string& path) {
+  std::error_code ignored;
+  return std::filesystem::is_regular_file(path, ignored);
+}
+
+bool IsFirmwareFile(const std::string& path) {
+  try {
+    InputFile file(path);
+    return file.Get() == ':';
+  } catch (const RuntimeFault&) {
+    return false;
+  }
+}
+
+int BarValue(std::uint64_t done, std::uint64_t total) {
+  return static_cast<int>(static_cast<double>(done) / static_cast<double>(total) * FullBar);
+}
+
+bool StreamFile(App& app, const std::string& path, std::size_t pieceLength, ProgressBar& bar,
+                const std::function<bool()>& stop) {
+  try {
+    InputFile file(path);
+    const std::uint64_t total = file.Size();
+    for (std::uint64_t sent = 0; sent < total && !stop();) {
+      const auto length = static_cast<std::size_t>(std::min<std::uint64_t>(total - sent, pieceLength));
+      const Bytes piece = file.Read(length);
+      if (piece.size() < length) return false;
+      // None can follow a piece that did not leave whole: the device would take a file with a gap.
+      if (!SendWhole(app, piece)) return true;
+      sent += length;
+      bar.Value = BarValue(sent, total);
+      app.forms.dispatcher.DoEvents();
+    }
+    return true;
+  } catch (const RuntimeFault&) {
+    return false;
+  }
+}
+
+std::string FirmwareFilter(const std::string& product) {
+  return product + " Firmware Files (*.rom)|*.rom|All Files (*.*)|*.*";
+}
+
+}  // namespace vk32

@@ -1,0 +1,30 @@
+// Firmware files: opaque bytes, sent as they stand.
+#pragma once
+
+#include <functional>
+#include <string>
+
+#include "app/App.h"
+
+namespace vk32 {
+
+/// There is a file at that path.
+bool FirmwareFileExists(const std::string& path);
+/// The file can be read, is not empty, and its first character is ":". One meaning for every model.
+bool IsFirmwareFile(const std::string& path);
+
+// The bar of a transfer has so many steps.
+constexpr int FullBar = 1000;
+int BarValue(std::uint64_t done, std::uint64_t total);
+
+/// Sends the file to the chosen port in pieces, one CommWrite each, so that it is never held whole; moves the bar and
+/// lets events run behind each. Ends early when `stop` says so or a piece did not leave whole. False if the file could
+/// not be opened, or has shrunk since.
+bool StreamFile(
+    App& app, const std::string& path, std::size_t pieceLength, ProgressBar& bar,
+    const std::function<bool()>& stop = [] { return false; });
+
+/// The open dialog's filter for the product's firmware files.
+std::string FirmwareFilter(const std::string& product);
+
+}  // namespace vk32

@@ -1,0 +1,56 @@
+// The recovery route: a terminal on the menu of the device's own Offline Manager, and a button that sends a firmware
+// file.
+#pragma once
+
+#include <string_view>
+
+#include "firmware/Xmodem.h"
+
+namespace vk32 {
+
+class OfflineMngr : public Form, public XmodemProgress {
+ public:
+  static constexpr const char* FormName = "OfflineMngr";
+
+  explicit OfflineMngr(App& app);
+
+  void StartOfflineProgressBar() override;
+  void UpdateOfflineProgressBar(std::size_t done, std::size_t total) override;
+  void FinishOfflineProgressBar() override;
+
+ private:
+  void Form_Load() override;
+  void tmrTime_Timer();
+  void TimeOutTmr_Timer() { app_.globals.TimeOutFlag = FlagTrue; }
+  void SendFirmwareCmd_Click();
+  void CloseCmd_Click();
+  bool Term_KeyPress(char key);
+
+  /// Puts what the device has sent into the terminal. Ends whatever arrives.
+  static void TermShowData(TextBox& box, std::string_view data);
+  void SendFirmwareByXmodem();
+  void SendFirmwareAsText();
+  void AskForFile();
+  void TellUnreadable();
+  void ShowProgress(bool visible);
+
+  App& app_;
+
+ public:
+  // clang-format off
+  Label       OfflineLbl      {*this, "OfflineLbl",      { 240,  180, 9840,  480}, "Offline Manager", TextRole::Title};
+  TextBox     Term            {*this, "Term",            { 240,  720, 9840, 5970}, {}, TextBox::Lines::Many};
+  Label       ProgressTxt     {*this, "ProgressTxt",     { 240, 6810, 1080,  315}, "Progress:"};
+  ProgressBar Progress        {*this, "ProgressBar",     {1320, 6810, 5760,  315}};
+  Label       ProgressLbl     {*this, "ProgressLbl",     {7200, 6810, 2880,  315}, "Installing Firmware..."};
+  Frame       FootLineFrame   {*this, "FootLineFrame",   {   0, 7260, 10320,  15}, Fill::Hairline};
+  ImageButton SendFirmwareCmd {*this, "SendFirmwareCmd", { 240, 7485, 2565,  450}, &OfflineMngr::SendFirmwareCmd_Click};
+  ImageButton CloseCmd        {*this, "CloseCmd",        {8655, 7485, 1425,  450}, &OfflineMngr::CloseCmd_Click, WindowKey::Escape};
+
+  Timer       tmrTime         {*this, "tmrTime",    10, true, &OfflineMngr::tmrTime_Timer};
+  Timer       TimeOutTmr      {*this, "TimeOutTmr",  0, true, &OfflineMngr::TimeOutTmr_Timer};
+  FileDialog  OfflineDialog   {*this, "OfflineDialog"};
+  // clang-format on
+};
+
+}  // namespace vk32

@@ -1,0 +1,79 @@
+// The Xmodem sender.
+#include "firmware/Xmodem.h"
+
+#include "core/Convert.h"
+#include "link/Frames.h"
+#include "link/VKComSubs.h"
+
+namespace vk32 {
+namespace {
+
+constexpr char Soh = 0x01, Eot = 0x04;
+constexpr std::uint8_t AckByte = Ack, NakByte = 0x15, NoAnswer = 255;
+constexpr std::size_t BlockLength = 128;                  // bytes; the last block is filled up with 00
+constexpr int FirstNakLimit = 60000, AnswerLimit = 5000;  // ms
+
+}  // namespace
+
+bool Xmodem::XmodemSend(const Bytes& data, XmodemProgress& form) {
+  const std::size_t total = data.size();
+  std::size_t remainder = total;
+  std::uint32_t counter = 1;
+  form.StartOfflineProgressBar();
+  OpenLink(app_);  // the terminal has it open: "Port in use."
+  SetDeviceLink(app_);
+  app_.comm.CommFlush(app_.globals.ComPortNumber);
+  if (XmodemReadByte(FirstNakLimit) != NakByte) return Fail();
+  while (remainder != 0) {
+    Bytes block = data.substr((counter - 1) * BlockLength, BlockLength);
+    remainder -= block.size();
+    block.resize(BlockLength);
+    std::uint8_t answer = NakByte;
+    while (answer == NakByte) {
+      XmodemSendBlock(block, static_cast<std::uint8_t>(counter & 255));
+      answer = XmodemReadByte(AnswerLimit);
+    }
+    if (answer != AckByte) return Fail();
+    form.UpdateOfflineProgressBar(total - remainder, total);
+    ++counter;
+  }
+  const bool failed = XmodemSendEot();
+  form.FinishOfflineProgressBar();
+  return failed;
+}
+
+bool Xmodem::Fail() {
+  app_.comm.CommClose(app_.globals.ComPortNumber);
+  return true;
+}
+
+void Xmodem::XmodemSendBlock(const Bytes& block, std::uint8_t number) {
+  Send(app_, Bytes(1, Soh) + Chr(number) + Chr(255 - number) + block + Chr(XmodemChecksum(block)));
+}
+
+std::uint8_t Xmodem::XmodemChecksum(const Bytes& block) {
+  std::int16_t sum = 0;
+  for (const char byte : block) sum = static_cast<std::int16_t>(sum + static_cast<std::uint8_t>(byte));
+  return static_cast<std::uint8_t>(sum & 255);
+}
+
+std::uint8_t Xmodem::XmodemReadByte(int limit) {
+  Dispatcher& dispatcher = app_.forms.dispatcher;
+  XmodemTimedOut = false;
+  const auto timer = dispatcher.Loop().StartTimer(std::chrono::milliseconds(limit), [this] { XmodemTimedOut = true; });
+  Bytes byte;
+  while (byte.empty() && !XmodemTimedOut) {
+    app_.comm.CommRead(app_.globals.ComPortNumber, byte, 1);
+    dispatcher.DoEvents();
+    if (byte.empty() && !XmodemTimedOut) app_.comm.Idle(app_.globals.ComPortNumber);
+  }
+  dispatcher.Loop().StopTimer(timer);
+  return XmodemTimedOut ? NoAnswer : CByte(Asc(byte, 1));
+}
+
+bool Xmodem::XmodemSendEot() {
+  Send(app_, Bytes(1, Eot));
+  return XmodemReadByte(AnswerLimit) != AckByte;
+}
+
+}  // namespace vk32

@@ -1,0 +1,43 @@
+// The Xmodem sender: blocks of 128 bytes and the 8-bit checksum.
+#pragma once
+
+#include <cstdint>
+
+#include "app/App.h"
+
+namespace vk32 {
+
+/// What the sender asks of the form that shows its progress. Counts are bytes.
+class XmodemProgress {
+ public:
+  virtual ~XmodemProgress() = default;
+  virtual void StartOfflineProgressBar() = 0;
+  virtual void UpdateOfflineProgressBar(std::size_t done, std::size_t total) = 0;
+  virtual void FinishOfflineProgressBar() = 0;
+};
+
+/// One transfer on the port that is open already.
+class Xmodem {
+ public:
+  explicit Xmodem(App& app) : app_(app) {}
+
+  /// Sends the whole data. True on failure, which closes the port unless it was the end that went unanswered; false on
+  /// success, which leaves it open with flow control off. A receiver that asks for a block again gets it, without
+  /// limit.
+  bool XmodemSend(const Bytes& data, XmodemProgress& form);
+
+  /// The sum of the bytes, low 8 bits.
+  static std::uint8_t XmodemChecksum(const Bytes& block);
+
+ private:
+  void XmodemSendBlock(const Bytes& block, std::uint8_t number);
+  /// One byte within `limit` ms; 255 if none came.
+  std::uint8_t XmodemReadByte(int limit);
+  bool XmodemSendEot();
+  bool Fail();
+
+  App& app_;
+  bool XmodemTimedOut = false;
+};
+
+}  // namespace vk32
