@@ -13,6 +13,7 @@
 #include "platform/PosixEventLoop.h"
 #include "platform/PosixSerialDriver.h"
 #include "script/ScriptSession.h"
+#include "trace/TracingDriver.h"
 
 namespace {
 
@@ -62,11 +63,14 @@ class LineReader {
   bool ended_ = false;
 };
 
-int Run(int fd, const vk32::PortNames& names, bool keepGoing) {
+int Run(int fd, const vk32::PortNames& names, bool keepGoing, const std::string& tracePath) {
   vk32::PosixEventLoop loop;
   vk32::PosixSerialDriver driver(loop, names);
   vk32::ScriptScreen screen([](const std::string& line) { std::cout << line << std::endl; });
-  vk32::App app(loop, screen, driver, names);
+  std::optional<vk32::Trace> trace;
+  std::optional<vk32::TracingDriver> tracing;
+  if (!tracePath.empty()) tracing.emplace(driver, trace.emplace(tracePath));
+  vk32::App app(loop, screen, tracing ? static_cast<vk32::SerialDriver&>(*tracing) : driver, names);
   vk32::ScriptSession session(app, screen);
   vk32::StartProgram(app);
   LineReader lines(fd, loop);
@@ -85,12 +89,13 @@ int Run(int fd, const vk32::PortNames& names, bool keepGoing) {
 int main(int argc, char** argv) {
   CLI::App options("VK32 without a screen: runs commands, one a line, from FILE or the standard input.");
   std::vector<std::string> ports;
-  std::string file;
+  std::string file, trace;
   bool keepGoing = false;
   options.add_option("--port", ports, "COMn=PATH: which device stands behind a port name")
       ->type_name("COMn=PATH")
       ->allow_extra_args(false);
   options.add_flag("--keep-going", keepGoing, "go on behind a command that failed");
+  options.add_option("--trace", trace, "file that takes each read and write")->type_name("FILE");
   options.add_option("FILE", file, "the commands");
   options.set_version_flag("--version", vk32::ProgramVersion());
   try {
@@ -113,5 +118,10 @@ int main(int argc, char** argv) {
     std::cerr << "The script " << file << " can't be read. Name a file that exists and that you may read.\n";
     return WrongUsage;
   }
-  return Run(fd, names, keepGoing);
+  try {
+    return Run(fd, names, keepGoing, trace);
+  } catch (const std::exception& error) {
+    std::cerr << error.what() << "\n";
+    return WrongUsage;
+  }
 }
