@@ -38,7 +38,8 @@ class LinkDescription : public QAccessibleWidget {
 
 QAccessibleInterface* Describe(const QString&, QObject* object) {
   if (auto* terminal = dynamic_cast<TerminalWidget*>(object)) return new TerminalDescription(*terminal);
-  if (auto* label = dynamic_cast<LabelWidget*>(object); label && label->focusPolicy() != Qt::NoFocus) return new LinkDescription(*label);
+  if (auto* label = dynamic_cast<LabelWidget*>(object); label && label->focusPolicy() != Qt::NoFocus)
+    return new LinkDescription(*label);
   return nullptr;
 }
 

@@ -45,7 +45,8 @@ DesktopScreen::~DesktopScreen() {
 }
 
 FormWindow* DesktopScreen::WindowOf(const Form& form) const {
-  const auto at = std::find_if(windows_.begin(), windows_.end(), [&](const Opened& opened) { return opened.form == &form; });
+  const auto at =
+      std::find_if(windows_.begin(), windows_.end(), [&](const Opened& opened) { return opened.form == &form; });
   return at == windows_.end() ? nullptr : at->window.get();
 }
 
@@ -54,14 +55,16 @@ void DesktopScreen::FormLoaded(Form&) {
 }
 
 void DesktopScreen::FormShown(Form& form) {
-  if (const QWidget* active = ActiveWindow()) middle_ = active->geometry().center();
+  const QWidget* active = ActiveWindow();
+  if (active) middle_ = active->geometry().center();
   auto at = std::find_if(windows_.begin(), windows_.end(), [&](const Opened& opened) { return opened.form == &form; });
   if (at == windows_.end()) {
     windows_.push_back({&form, std::shared_ptr<FormWindow>(new FormWindow(form, theme_), DeleteLater)});
   } else {
     std::rotate(at, at + 1, windows_.end());
   }
-  windows_.back().window->Open(middle_);
+  FormWindow& window = *windows_.back().window;
+  window.Open(middle_, active == &window ? nullptr : active);
 }
 
 void DesktopScreen::FormHidden(Form& form) {
@@ -72,7 +75,8 @@ void DesktopScreen::FormHidden(Form& form) {
 }
 
 void DesktopScreen::FormUnloaded(Form& form) {
-  const auto at = std::find_if(windows_.begin(), windows_.end(), [&](const Opened& opened) { return opened.form == &form; });
+  const auto at =
+      std::find_if(windows_.begin(), windows_.end(), [&](const Opened& opened) { return opened.form == &form; });
   if (at == windows_.end()) return;
   Leave(*at->window);
   at->window->Detach();

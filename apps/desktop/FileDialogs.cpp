@@ -12,6 +12,8 @@
 namespace vk32 {
 namespace {
 
+constexpr QSize DialogSize(800, 480);
+
 using Refuse = std::function<void(const std::string& reason)>;
 
 std::string NativePath(const QString& path) { return QFile::encodeName(path).toStdString(); }
@@ -73,6 +75,7 @@ std::optional<std::string> AskForFile(const FileDialogRequest& request, QString&
   dialog.setFileMode(save ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
   if (save) dialog.setDefaultSuffix(DefaultSuffix(request.filter));
   if (!folder.isEmpty()) dialog.setDirectory(folder);
+  dialog.resize(DialogSize);
   do {
     if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;
   } while (save && !dialog.IsWritable());

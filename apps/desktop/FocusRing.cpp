@@ -2,7 +2,9 @@
 #include "FocusRing.h"
 
 #include <QPainter>
+#include <algorithm>
 
+#include "LabelWidget.h"
 #include "Theme.h"
 
 namespace vk32 {
@@ -17,12 +19,16 @@ FocusRing::FocusRing(QWidget& window) : QWidget(&window) {
   hide();
 }
 
-void FocusRing::Surround(ControlWidget& widget) {
+void FocusRing::Surround(ControlWidget& widget, const QWidget* companion) {
   const ControlWidget::Ring ring = widget.FocusRing();
   if (ring.area.isEmpty() || !widget.AsWidget().isVisibleTo(parentWidget())) return hide();
   const int grown = ring.gap + Thickness;
-  const QPoint corner = widget.AsWidget().mapTo(parentWidget(), ring.area.topLeft());
-  setGeometry(QRect(corner, ring.area.size()).adjusted(-grown, -grown, grown, grown));
+  QRect area(widget.AsWidget().mapTo(parentWidget(), ring.area.topLeft()), ring.area.size());
+  if (const auto* label = dynamic_cast<const LabelWidget*>(companion)) {
+    const int right = label->mapTo(parentWidget(), QPoint(label->Block().Width(), 0)).x();
+    area.setRight(std::max(area.right(), right));
+  }
+  setGeometry(area.adjusted(-grown, -grown, grown, grown));
   onDark_ = ring.onDark;
   raise();
   show();

@@ -11,7 +11,8 @@ class FocusRing : public QWidget {
  public:
   explicit FocusRing(QWidget& window);
 
-  void Surround(ControlWidget& widget);
+  /// `companion`: a label that belongs to the widget and stands at its right, or nullptr.
+  void Surround(ControlWidget& widget, const QWidget* companion);
 
  protected:
   void paintEvent(QPaintEvent* event) override;

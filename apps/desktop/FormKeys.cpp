@@ -21,6 +21,7 @@ void FormWindow::Focus(const Control& control, Qt::FocusReason reason) {
 void FormWindow::FocusFirst(const std::vector<const Frame*>& frames) {
   const Control* first = FirstField(form_, frames);
   if (!first) first = ButtonFor(form_, WindowKey::Enter);
+  if (!first) first = ButtonFor(form_, WindowKey::Escape);
   if (first) {
     Focus(*first, Qt::OtherFocusReason);
   } else {
@@ -28,14 +29,13 @@ void FormWindow::FocusFirst(const std::vector<const Frame*>& frames) {
   }
 }
 
-void FormWindow::FocusAfterChange(bool focusLost, const Control* focused,
-                                  const std::vector<const Frame*>& shownFrames) {
+void FormWindow::FocusAfterChange(const Control* lost, const std::vector<const Frame*>& shownFrames) {
+  const Control* focused = FocusedControl();
   // A panel that comes with a choice in a field leaves the focus there; a button leads to another page.
-  const bool fromField = focused && !IsButton(*focused);
-  if (!shownFrames.empty() && (focusLost || !fromField)) {
+  if (!shownFrames.empty() && (!focused || IsButton(*focused))) {
     FocusFirst(shownFrames);
-  } else if (focusLost) {
-    FocusNextAfter(*focused);
+  } else if (lost) {
+    FocusNextAfter(*lost);
   }
 }
 
@@ -50,27 +50,22 @@ bool FormWindow::focusNextPrevChild(bool next) {
   if (!attached_) return false;
   const auto stops = TabStops(form_);
   if (stops.empty()) return false;
-  const Control* focused = FocusedControl();
-  const int from = focused ? focused->TabIndex : next ? INT_MIN : INT_MAX;
-  const auto isAfter = [&](const Control* stop) { return stop->TabIndex > from; };
-  const auto isBefore = [&](const Control* stop) { return stop->TabIndex < from; };
-  const Control* target = nullptr;
+  const std::size_t size = stops.size();
+  const auto at = static_cast<std::size_t>(std::find(stops.begin(), stops.end(), FocusedControl()) - stops.begin());
   if (next) {
-    const auto at = std::find_if(stops.begin(), stops.end(), isAfter);
-    target = at == stops.end() ? stops.front() : *at;
+    Focus(*stops[at < size ? (at + 1) % size : 0], Qt::TabFocusReason);
   } else {
-    const auto at = std::find_if(stops.rbegin(), stops.rend(), isBefore);
-    target = at == stops.rend() ? stops.back() : *at;
+    Focus(*stops[at < size ? (at + size - 1) % size : size - 1], Qt::BacktabFocusReason);
   }
-  Focus(*target, next ? Qt::TabFocusReason : Qt::BacktabFocusReason);
   return true;
 }
 
 void FormWindow::UpdateRing() {
   const Control* focused = FocusedControl();
-  const auto at = focused ? entryOf_.find(focused) : entryOf_.end();
-  if (at == entryOf_.end() || !entries_[at->second].widget->AsWidget().hasFocus()) return ring_.hide();
-  ring_.Surround(*entries_[at->second].widget);
+  ControlWidget* widget = focused ? entries_[entryOf_[focused]].widget : nullptr;
+  if (!focused || !widget->AsWidget().hasFocus()) return ring_.hide();
+  const Label* companion = CompanionOf(*focused);
+  ring_.Surround(*widget, companion ? WidgetOf(*companion) : nullptr);
 }
 
 bool FormWindow::eventFilter(QObject* watched, QEvent* event) {
@@ -79,7 +74,7 @@ bool FormWindow::eventFilter(QObject* watched, QEvent* event) {
   Control& control = *at->second;
   switch (event->type()) {
     case QEvent::FocusIn:
-    case QEvent::FocusOut: QMetaObject::invokeMethod(this, [this] { Refresh(); }, Qt::QueuedConnection); break;
+    case QEvent::FocusOut: ScheduleRefresh(); break;
     case QEvent::KeyPress: return KeyPressed(&control, static_cast<QKeyEvent&>(*event));
     case QEvent::KeyRelease:
       if (static_cast<QKeyEvent*>(event)->key() == Qt::Key_Alt) ShowMarks(false);
@@ -120,7 +115,8 @@ bool FormWindow::KeyPressed(Control* focused, const QKeyEvent& key) {
       return true;
     case Qt::Key_Escape:
       if (key.isAutoRepeat() || PressButton(WindowKey::Escape)) return true;
-      if (const Control* button = ButtonFor(form_, WindowKey::EscapeMovesFocus)) Focus(*button, Qt::ShortcutFocusReason);
+      if (const Control* button = ButtonFor(form_, WindowKey::EscapeMovesFocus))
+        Focus(*button, Qt::ShortcutFocusReason);
       return true;
     case Qt::Key_Up:
     case Qt::Key_Left:
@@ -172,7 +168,7 @@ void FormWindow::ShowMarks(bool show) {
 }
 
 QString FormWindow::TipOf(Control& control, const ControlWidget& widget) const {
-  const QString tip = control.ToolTip.Value().empty() ? widget.Tip() : FromWords(control.ToolTip.Value());
+  QString tip = control.ToolTip.Value().empty() ? widget.Tip() : FromWords(control.ToolTip.Value());
   if (control.GetKind() != Control::Kind::ImageButton) return tip;
   for (const auto& [letter, target] : ChooseMnemonics(form_).targets) {
     if (target == &control) return (tip.isEmpty() ? FromWords(control.Words()) : tip) + " (Alt+" + letter + ")";

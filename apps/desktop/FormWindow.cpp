@@ -19,14 +19,18 @@
 #include "Theme.h"
 
 namespace vk32 {
+namespace {
+
+constexpr auto RefreshIsDue = static_cast<QEvent::Type>(QEvent::User + 1);
+
+}  // namespace
 
 FormWindow::FormWindow(Form& form, Theme& theme) : form_(form), theme_(theme), ring_(*this) {
   setWindowFlags(Flags());
   setFocusPolicy(Qt::ClickFocus);
   const auto& controls = form_.Controls();
-  setMouseTracking(std::any_of(controls.begin(), controls.end(), [](const Control* control) {
-    return static_cast<bool>(control->OnMouseMove);
-  }));
+  setMouseTracking(std::any_of(controls.begin(), controls.end(),
+                               [](const Control* control) { return static_cast<bool>(control->OnMouseMove); }));
   entries_.reserve(controls.size());
   Populate(nullptr, *this);
   ApplyForm();
@@ -58,6 +62,8 @@ void FormWindow::AddWidget(Control& control, QWidget& parent) {
   entryOf_[&control] = index;
   controlOf_[&widget->AsWidget()] = &control;
   widget->AsWidget().installEventFilter(this);
+  // Else a move over it would not get through to the form.
+  if (hasMouseTracking()) widget->AsWidget().setMouseTracking(true);
   namesDue_ = true;
   Apply(entries_[index]);
   PopulateIfVisible(entries_[index]);
@@ -74,8 +80,8 @@ void FormWindow::Apply(Entry& entry) {
   const Control& control = *entry.control;
   QWidget& widget = entry.widget->AsWidget();
   const QPoint corner(ToPixels(control.Left), ToPixels(control.Top));
-  widget.setGeometry(QRect(corner, QPoint(ToPixels(control.Left + control.Width) - 1,
-                                          ToPixels(control.Top + control.Height) - 1)));
+  widget.setGeometry(
+      QRect(corner, QPoint(ToPixels(control.Left + control.Width) - 1, ToPixels(control.Top + control.Height) - 1)));
   widget.setEnabled(control.Enabled);
   entry.widget->Sync();
   widget.setVisible(control.Visible);
@@ -99,7 +105,7 @@ void FormWindow::NameWidgets() {
   }
 }
 
-void FormWindow::Open(QPoint middle) {
+void FormWindow::Open(QPoint middle, const QWidget* below) {
   if (!isVisible()) {
     Refresh();
     QRect place(QPoint(), size());
@@ -108,11 +114,17 @@ void FormWindow::Open(QPoint middle) {
     const QRect room = (screen ? screen : QGuiApplication::primaryScreen())->availableGeometry();
     place.moveLeft(std::max(room.left(), std::min(place.left(), room.right() + 1 - width())));
     place.moveTop(std::max(room.top(), std::min(place.top(), room.bottom() + 1 - height())));
-    move(place.topLeft());
+    // Not moved there, which would be the place of the frame: window after window would sink by its title bar.
+    setGeometry(place);
     FocusFirst({});
+    if (below && form_.style == FormStyle::Dialog) {
+      create();
+      windowHandle()->setTransientParent(below->windowHandle());
+    }
     show();
+  } else {
+    raise();
   }
-  raise();
   activateWindow();
 }
 
@@ -144,7 +156,7 @@ void FormWindow::ControlChanged(Control& control, const PropertyBase&) {
 void FormWindow::ScheduleRefresh() {
   if (refreshDue_) return;
   refreshDue_ = true;
-  QMetaObject::invokeMethod(this, [this] { Refresh(); }, Qt::QueuedConnection);
+  QCoreApplication::postEvent(this, new QEvent(RefreshIsDue));
 }
 
 void FormWindow::Refresh() {
@@ -152,25 +164,30 @@ void FormWindow::Refresh() {
   if (!attached_) return;
   if (formChanged_) ApplyForm();
   formChanged_ = false;
-  const Control* focused = FocusedControl();
-  const bool focusLost = focused && !IsReachable(*focused);
+  const Control* lost = FocusedControl();
+  if (lost && IsReachable(*lost)) lost = nullptr;
   // Taken away first, so that Qt does not look for another place itself while the page is half changed.
-  if (focusLost) setFocus(Qt::OtherFocusReason);
+  if (lost) setFocus(Qt::OtherFocusReason);
   std::vector<const Frame*> shownFrames;
   for (const Control* control : std::exchange(changed_, {})) {
     const std::size_t index = entryOf_[control];
     const bool appears = control->Visible && entries_[index].widget->AsWidget().isHidden();
-    if (appears && control->GetKind() == Control::Kind::Frame) shownFrames.push_back(static_cast<const Frame*>(control));
+    if (appears && control->GetKind() == Control::Kind::Frame)
+      shownFrames.push_back(static_cast<const Frame*>(control));
     PopulateIfVisible(entries_[index]);
     Apply(entries_[index]);
   }
   if (namesDue_) NameWidgets();
   if (marksShown_) ShowMarks(true);
-  FocusAfterChange(focusLost, focused, shownFrames);
+  FocusAfterChange(lost, shownFrames);
   UpdateRing();
 }
 
 bool FormWindow::event(QEvent* event) {
+  if (event->type() == RefreshIsDue) {
+    Refresh();
+    return true;
+  }
   switch (event->type()) {
     case QEvent::WindowBlocked: LetGoOfAll(); break;
     case QEvent::WindowDeactivate:
@@ -196,7 +213,8 @@ void FormWindow::paintEvent(QPaintEvent*) { DrawOutlines(*this); }
 void FormWindow::mousePressEvent(QMouseEvent* event) { pressed_ = event->button() == Qt::LeftButton; }
 
 void FormWindow::mouseReleaseEvent(QMouseEvent* event) {
-  const bool clicked = pressed_ && event->button() == Qt::LeftButton && rect().contains(mapFromGlobal(event->globalPosition()).toPoint());
+  const bool clicked = pressed_ && event->button() == Qt::LeftButton &&
+                       rect().contains(mapFromGlobal(event->globalPosition()).toPoint());
   pressed_ = false;
   if (clicked && attached_) form_.Click();
 }

@@ -20,8 +20,9 @@ class FormWindow : public QWidget, public FormObserver {
   FormWindow(Form& form, Theme& theme);
   ~FormWindow() override;
 
-  /// Shows it on top of the others; if it isn't shown yet, with its middle at `middle`.
-  void Open(QPoint middle);
+  /// Shows it on top of the others; if it isn't shown yet, with its middle at `middle`, and a dialog above `below`, if
+  /// that isn't nullptr.
+  void Open(QPoint middle, const QWidget* below);
   /// The form goes: from now on nothing leads to it.
   void Detach();
 
@@ -68,8 +69,8 @@ class FormWindow : public QWidget, public FormObserver {
   Control* FocusedControl() const;
   void Focus(const Control& control, Qt::FocusReason reason);
   void FocusFirst(const std::vector<const Frame*>& frames);
-  /// `focused`: what had the focus before the change.
-  void FocusAfterChange(bool focusLost, const Control* focused, const std::vector<const Frame*>& shownFrames);
+  /// `lost`: what had the focus and can't have it any more, or nullptr.
+  void FocusAfterChange(const Control* lost, const std::vector<const Frame*>& shownFrames);
   void FocusNextAfter(const Control& control);
   void UpdateRing();
 

@@ -39,14 +39,12 @@ bool MayWrap(const Label& label) {
 
 }  // namespace
 
-LabelWidget::LabelWidget(Label& label, QWidget& parent, Theme& theme)
-    : QLabel(&parent), label_(label), theme_(theme) {
+LabelWidget::LabelWidget(Label& label, QWidget& parent, Theme& theme) : QLabel(&parent), label_(label), theme_(theme) {
   setTextFormat(Qt::PlainText);
   if (IsLink(label_)) {
     setCursor(Qt::PointingHandCursor);
     setFocusPolicy(Qt::TabFocus);
   }
-  if (label_.OnMouseMove) setMouseTracking(true);
 }
 
 void LabelWidget::Sync() {
@@ -60,7 +58,8 @@ void LabelWidget::Sync() {
 }
 
 const TextBlock& LabelWidget::Block() const {
-  if (!block_) block_.emplace(text(), theme_.Font(label_.role), width(), MayWrap(label_) ? Wrapping::Words : Wrapping::None);
+  if (!block_)
+    block_.emplace(text(), theme_.Font(label_.role), width(), MayWrap(label_) ? Wrapping::Words : Wrapping::None);
   return *block_;
 }
 

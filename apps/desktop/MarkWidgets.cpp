@@ -6,13 +6,14 @@
 #include <algorithm>
 
 #include "Drawing.h"
+#include "Navigation.h"
 #include "Text.h"
 #include "Theme.h"
 
 namespace vk32 {
 namespace {
 
-constexpr int BoxSize = 15, TextLeft = 22;
+constexpr int BoxSize = 15, TextLeft = BareMarkWidth;
 
 QRect BoxPlace(const QWidget& widget) { return {0, (widget.height() - BoxSize) / 2, BoxSize, BoxSize}; }
 
@@ -55,7 +56,7 @@ void MarkWidget<Button, MarkControl>::Sync() {
 
 template <class Button, class MarkControl>
 bool MarkWidget<Button, MarkControl>::ShowsWords() const {
-  return this->width() > TextLeft;
+  return this->width() > BareMarkWidth;
 }
 
 template <class Button, class MarkControl>

@@ -17,7 +17,8 @@ namespace {
 constexpr QPoint IconMiddle(40, 42);
 constexpr int IconRadius = 20, TextLeft = 80, TextLeftWithoutIcon = 24, TextTop = 26, TextRight = 60;
 constexpr int NarrowestText = 400, WidestText = 560;
-constexpr int ButtonWidth = 96, ButtonHeight = 26, ButtonGap = 8, ButtonRight = 16, ButtonBottom = 22, AboveButtons = 20;
+constexpr int ButtonWidth = 96, ButtonHeight = 26, ButtonGap = 8, ButtonRight = 16, ButtonBottom = 22,
+              AboveButtons = 20;
 constexpr int RingWidth = 3;  // the focus ring and its gap
 
 /// A button with its focus ring around it.
@@ -29,6 +30,10 @@ class BoxButton : public QPushButton {
   }
 
  protected:
+  void keyPressEvent(QKeyEvent* event) override {
+    // A key that is still down from before must not answer.
+    if (!event->isAutoRepeat()) QPushButton::keyPressEvent(event);
+  }
   void paintEvent(QPaintEvent*) override {
     QPainter painter(this);
     if (hasFocus()) {
@@ -56,7 +61,9 @@ void DrawSign(QPainter& painter, MessageIcon icon, QFont font) {
   const int lower = icon == MessageIcon::Exclamation ? 4 : 0;
   const QRect area(IconMiddle - QPoint(IconRadius, IconRadius - lower), QSize(2 * IconRadius, 2 * IconRadius));
   painter.drawText(area, Qt::AlignCenter,
-                   icon == MessageIcon::Question ? "?" : icon == MessageIcon::Exclamation ? "!" : "i");
+                   icon == MessageIcon::Question      ? "?"
+                   : icon == MessageIcon::Exclamation ? "!"
+                                                      : "i");
 }
 
 void DrawIcon(QPainter& painter, MessageIcon icon, const QFont& font) {

@@ -11,7 +11,7 @@ namespace vk32 {
 namespace {
 
 constexpr int SameRow = 6;        // px between the middles of what stands in one row
-constexpr int CompanionGap = 10;  // px from a box to the label that speaks for it
+constexpr int CompanionGap = 10;  // px from a control to the label that speaks for it
 
 const Label* AsLabel(const Control* control) {
   return control->GetKind() == Control::Kind::Label ? static_cast<const Label*>(control) : nullptr;
@@ -45,8 +45,20 @@ bool InOneRow(const QRect& a, const QRect& b) {
   return std::abs(a.center().y() - b.center().y()) <= std::max(SameRow, std::abs(a.height() - b.height()) / 2);
 }
 
+/// The label right above a field, from the same left edge.
+const Control* WordsAbove(const Control& control) {
+  const QRect place = PlaceOnForm(control);
+  for (const Label* label : LabelsBeside(control)) {
+    const QRect area = PlaceOnForm(*label);
+    const int gap = place.top() - area.bottom() - 1;
+    if (label->role == TextRole::Body && area.left() == place.left() && gap >= 0 && gap <= CompanionGap) return label;
+  }
+  return nullptr;
+}
+
 bool CanNameItsRow(const Control& control) {
-  if (const Label* label = AsLabel(&control)) return label->role == TextRole::Body || label->role == TextRole::TableText;
+  if (const Label* label = AsLabel(&control))
+    return label->role == TextRole::Body || label->role == TextRole::TableText;
   return IsMark(control);
 }
 
@@ -65,15 +77,9 @@ const Control* WordsAtLeft(const Control& control) {
   return found;
 }
 
-/// The clickable label at the right that speaks for a bare box.
-const Label* Companion(const Control& control) {
-  const QRect place = PlaceOnForm(control);
-  for (const Label* label : LabelsBeside(control)) {
-    const QRect area = PlaceOnForm(*label);
-    const int gap = area.left() - place.right() - 1;
-    if (label->IsClickable() && !IsLink(*label) && InOneRow(area, place) && gap >= 0 && gap <= CompanionGap) return label;
-  }
-  return nullptr;
+const Control* WordsOf(const Control& field) {
+  const Control* words = WordsAtLeft(field);
+  return words ? words : WordsAbove(field);
 }
 
 /// The heads of the column that the control stands in, from top to bottom.
@@ -116,10 +122,10 @@ QString HeadingAbove(const Control& control) {
 const Control* ShowsMarkOf(const Control& control) {
   if (IsButton(control)) return &control;
   if (IsMark(control)) {
-    const Label* companion = Companion(control);
+    const Label* companion = CompanionOf(control);
     return companion ? static_cast<const Control*>(companion) : &control;
   }
-  return IsField(control) ? WordsAtLeft(control) : nullptr;
+  return IsField(control) ? WordsOf(control) : nullptr;
 }
 
 /// A letter that is still free: the first of a word if possible.
@@ -136,6 +142,14 @@ QChar FreeLetter(const QString& words, const std::map<QChar, Control*>& taken) {
 
 /// Buttons come first, so that theirs are the same on every page; then boxes and options, then fields.
 int MarkRank(const Control& control) { return IsButton(control) ? 0 : IsMark(control) ? 1 : 2; }
+
+/// It lies in the frame or in one of the frame's frames.
+bool LiesIn(const Control& control, const Frame& frame) {
+  for (const Frame* at = control.Parent(); at; at = at->Parent()) {
+    if (at == &frame) return true;
+  }
+  return false;
+}
 
 WindowKey KeyOf(const Control& control) {
   switch (control.GetKind()) {
@@ -182,13 +196,6 @@ bool TakesFocus(const Control& control) {
   return IsField(control) || IsButton(control);
 }
 
-bool LiesIn(const Control& control, const Frame& frame) {
-  for (const Frame* at = control.Parent(); at; at = at->Parent()) {
-    if (at == &frame) return true;
-  }
-  return false;
-}
-
 std::vector<OptionButton*> OptionGroup(const OptionButton& option) {
   std::vector<OptionButton*> group;
   for (Control* control : option.OwnerForm().Controls()) {
@@ -207,7 +214,8 @@ std::vector<Control*> TabStops(const Form& form) {
     if (!TakesFocus(*control) || !IsReachable(*control)) continue;
     if (control->GetKind() == Control::Kind::OptionButton) {
       const auto group = OptionGroup(static_cast<OptionButton&>(*control));
-      const auto selected = std::find_if(group.begin(), group.end(), [](const auto* option) { return option->Value.Value(); });
+      const auto selected =
+          std::find_if(group.begin(), group.end(), [](const auto* option) { return option->Value.Value(); });
       if (control != (selected == group.end() ? group.front() : *selected)) continue;
     }
     stops.push_back(control);
@@ -219,9 +227,8 @@ std::vector<Control*> TabStops(const Form& form) {
 Control* FirstField(const Form& form, const std::vector<const Frame*>& frames) {
   for (Control* stop : TabStops(form)) {
     const bool locked = stop->GetKind() == Control::Kind::TextBox && static_cast<TextBox*>(stop)->Locked;
-    const bool inside = frames.empty() || std::any_of(frames.begin(), frames.end(), [stop](const Frame* frame) {
-                          return LiesIn(*stop, *frame);
-                        });
+    const bool inside = frames.empty() || std::any_of(frames.begin(), frames.end(),
+                                                      [stop](const Frame* frame) { return LiesIn(*stop, *frame); });
     if (IsField(*stop) && !locked && inside) return stop;
   }
   return nullptr;
@@ -230,6 +237,19 @@ Control* FirstField(const Form& form, const std::vector<const Frame*>& frames) {
 Control* ButtonFor(const Form& form, WindowKey key) {
   for (Control* control : form.Controls()) {
     if (IsButton(*control) && KeyOf(*control) == key && IsReachable(*control)) return control;
+  }
+  return nullptr;
+}
+
+const Label* CompanionOf(const Control& control) {
+  const QRect place = PlaceOnForm(control);
+  if (!IsMark(control) || place.width() > BareMarkWidth) return nullptr;
+  for (const Label* label : LabelsBeside(control)) {
+    const QRect area = PlaceOnForm(*label);
+    const int gap = area.left() - place.right() - 1;
+    if (label->IsClickable() && !IsLink(*label) && InOneRow(area, place) && gap >= 0 && gap <= CompanionGap) {
+      return label;
+    }
   }
   return nullptr;
 }
@@ -245,13 +265,13 @@ QRect PlaceOnForm(const Control& control) {
 }
 
 QString AccessibleName(const Control& control) {
-  if (const QString words = OwnWords(control); !words.isEmpty()) return words;
-  if (const Label* companion = IsMark(control) ? Companion(control) : nullptr) {
+  if (QString words = OwnWords(control); !words.isEmpty()) return words;
+  if (const Label* companion = CompanionOf(control)) {
     return FromWords(companion->Caption.Value());
   }
   QStringList words;
   if (const QString heads = ColumnHeads(control); !heads.isEmpty()) words += heads;
-  if (const Control* label = WordsAtLeft(control)) words += FromWords(label->Words());
+  if (const Control* label = WordsOf(control)) words += FromWords(label->Words());
   return words.isEmpty() ? HeadingAbove(control) : words.join(u' ');
 }
 

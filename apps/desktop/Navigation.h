@@ -19,17 +19,21 @@ bool TakesFocus(const Control& control);
 bool IsLink(const Label& label);
 bool IsField(const Control& control);
 bool IsButton(const Control& control);
-/// It lies in the frame or in one of the frame's frames.
-bool LiesIn(const Control& control, const Frame& frame);
 
 /// What Tab walks through now, in order. Of the options of a frame only the selected one is a stop, or else the first.
 std::vector<Control*> TabStops(const Form& form);
 /// The options in the same container as `option` that can be reached, in order.
 std::vector<OptionButton*> OptionGroup(const OptionButton& option);
-/// The first stop that takes input, in one of the frames, or anywhere if there are none; nullptr if there is no such stop.
+/// The first stop that takes input, in one of the frames, or anywhere if there are none; nullptr if there is no such
+/// stop.
 Control* FirstField(const Form& form, const std::vector<const Frame*>& frames);
 /// The reachable button that a key of the window stands for, or nullptr.
 Control* ButtonFor(const Form& form, WindowKey key);
+
+/// Up to this width in pixels, a check box or an option is a bare mark without words.
+constexpr int BareMarkWidth = 22;
+/// The clickable label at its right that speaks for a bare box or option; nullptr for all that have words themselves.
+const Label* CompanionOf(const Control& control);
 
 /// In pixels from the form's corner.
 QRect PlaceOnForm(const Control& control);

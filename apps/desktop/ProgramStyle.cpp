@@ -13,9 +13,9 @@
 namespace vk32 {
 namespace {
 
-constexpr int TextLeft = 8;         // of a field's text, from its left edge
+constexpr int TextLeft = 8;  // of a field's text, from its left edge
 constexpr int ListButtonWidth = 24;
-constexpr int LineEditMargin = 2;   // that QLineEdit adds by itself
+constexpr int LineEditMargin = 2;  // that QLineEdit adds by itself
 constexpr int ScrollBarWidth = 20, ThumbMargin = 4, ArrowLength = 20, ShortestThumb = 24;
 constexpr int EntryHeight = 22;
 
@@ -45,8 +45,8 @@ std::pair<int, int> Thumb(const QStyleOptionSlider& bar, int grooveLength) {
   if (range <= 0) return {0, grooveLength};
   const auto share = static_cast<int>(grooveLength * static_cast<qint64>(bar.pageStep) / (range + bar.pageStep));
   const int length = std::clamp(share, std::min(ShortestThumb, grooveLength), grooveLength);
-  const int start = QStyle::sliderPositionFromValue(bar.minimum, bar.maximum, bar.sliderPosition,
-                                                    grooveLength - length, bar.upsideDown);
+  const int start = QStyle::sliderPositionFromValue(bar.minimum, bar.maximum, bar.sliderPosition, grooveLength - length,
+                                                    bar.upsideDown);
   return {start, length};
 }
 
@@ -178,6 +178,10 @@ int ProgramStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, co
     case PM_ScrollBarExtent: return ScrollBarWidth;
     case PM_ScrollBarSliderMin: return ShortestThumb;
     case PM_ScrollView_ScrollBarSpacing: return 0;
+    case PM_FocusFrameHMargin:
+      // The entries of a list stand below its text.
+      if (widget && widget->inherits("QComboBoxListView")) return TextLeft - 2;
+      return QProxyStyle::pixelMetric(metric, option, widget);
     default: return QProxyStyle::pixelMetric(metric, option, widget);
   }
 }
@@ -187,6 +191,7 @@ int ProgramStyle::styleHint(StyleHint hint, const QStyleOption* option, const QW
   switch (hint) {
     case SH_ComboBox_Popup: return 0;  // a list below the field, not a menu over it
     case SH_DitherDisabledText: return 0;
+    case SH_DialogButtonBox_ButtonsHaveIcons: return 0;
     default: return QProxyStyle::styleHint(hint, option, widget, result);
   }
 }

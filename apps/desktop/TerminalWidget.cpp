@@ -36,14 +36,12 @@ int TerminalWidget::Columns() const { return std::max(1, static_cast<int>((width
 int TerminalWidget::VisibleRows() const { return std::max(1, (height() - 2 * PaddingY) / LineHeight); }
 
 void TerminalWidget::Sync() {
-  const std::string& text = box_.Text;
-  if (text != text_) {
-    // Only what follows the first difference is laid out anew: the text grows as long as the form is open.
-    const auto differs = std::mismatch(text_.begin(), text_.end(), text.begin(), text.end()).first;
-    const std::size_t row = RowOf(static_cast<std::size_t>(differs - text_.begin()));
+  // Only what follows the first change is laid out anew: the text grows as long as the form is open.
+  const std::size_t change = box_.TakeChange();
+  if (change < Text().size() || change < rows_.back().start + rows_.back().length) {
+    const std::size_t row = RowOf(change);
     const std::size_t start = rows_[row].start;
     rows_.resize(row);
-    text_ = text;
     anchor_ = selectionEnd_ = 0;
     Wrap(start);
     top_ = LastTop();
@@ -54,12 +52,13 @@ void TerminalWidget::Sync() {
 void TerminalWidget::Wrap(std::size_t start) {
   const auto columns = static_cast<std::size_t>(Columns());
   std::size_t length = 0;
-  for (std::size_t at = start; at < text_.size(); ++at) {
-    if (text_[at] == '\n') {
+  const std::string& text = Text();
+  for (std::size_t at = start; at < text.size(); ++at) {
+    if (text[at] == '\n') {
       rows_.push_back({start, length});
       start = at + 1;
       length = 0;
-    } else if (text_[at] == '\r' && (at + 1 == text_.size() || text_[at + 1] == '\n')) {
+    } else if (text[at] == '\r' && (at + 1 == text.size() || text[at + 1] == '\n')) {
       continue;  // a part of the line end
     } else if (length == columns) {
       rows_.push_back({start, length});
@@ -93,7 +92,9 @@ std::size_t TerminalWidget::RowOf(std::size_t position) const {
 }
 
 QString TerminalWidget::RowText(const Row& row) const {
-  QString text = FromBytes(std::string_view(text_).substr(row.start, row.length));
+  // The text may have become shorter since it was laid out.
+  const std::size_t start = std::min(row.start, Text().size());
+  QString text = FromBytes(std::string_view(Text()).substr(start, row.length));
   for (QChar& character : text) {
     if (character == u'\r' || character == u'\t') character = u' ';
     // What a wrong speed makes of a text must not upset the columns.
@@ -137,7 +138,7 @@ void TerminalWidget::paintEvent(QPaintEvent*) {
 }
 
 void TerminalWidget::DrawCursor(QPainter& painter) const {
-  const auto position = std::min(static_cast<std::size_t>(box_.SelStart.Value()), text_.size());
+  const auto position = std::min(static_cast<std::size_t>(box_.SelStart.Value()), Text().size());
   const std::size_t at = RowOf(position);
   const int line = static_cast<int>(at) - top_;
   if (line < 0 || line >= VisibleRows()) return;
@@ -207,8 +208,8 @@ void TerminalWidget::mouseReleaseEvent(QMouseEvent*) {
 }
 
 QString TerminalWidget::SelectedText() const {
-  const auto [from, to] = std::minmax(anchor_, selectionEnd_);
-  return FromBytes(std::string_view(text_).substr(from, to - from)).remove(u'\r');
+  const auto [from, to] = std::minmax(anchor_, std::min(selectionEnd_, Text().size()));
+  return FromBytes(std::string_view(Text()).substr(from, to - from)).remove(u'\r');
 }
 
 void TerminalWidget::focusInEvent(QFocusEvent* event) {

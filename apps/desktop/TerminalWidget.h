@@ -43,6 +43,7 @@ class TerminalWidget : public QWidget, public ControlWidget {
   int LastTop() const;
   void ScrollTo(int row);
   QString RowText(const Row& row) const;
+  const std::string& Text() const { return box_.Text.Value(); }
   std::size_t RowOf(std::size_t position) const;
   std::size_t PositionAt(QPointF point) const;
   QRectF CellsOf(int line, const Row& row, std::size_t from, std::size_t to) const;
@@ -53,7 +54,6 @@ class TerminalWidget : public QWidget, public ControlWidget {
   TextBox& box_;
   const QFont& font_;
   double cell_;  // width of a character
-  std::string text_;
   std::vector<Row> rows_{{0, 0}};
   int top_ = 0;  // the first row that can be seen
   int wheel_ = 0;

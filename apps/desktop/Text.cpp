@@ -14,7 +14,7 @@ std::string ToBytes(const QString& text) {
 }
 
 QString FromWords(std::string_view words) {
-  QStringDecoder decoder(QStringDecoder::Utf8);
+  QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
   const QString text = decoder.decode(QByteArrayView(words.data(), static_cast<qsizetype>(words.size())));
   return decoder.hasError() ? FromBytes(words) : text;
 }

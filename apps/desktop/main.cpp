@@ -1,7 +1,9 @@
 // The desktop program.
 #include <QApplication>
 #include <QCommandLineParser>
+#include <algorithm>
 #include <cstdio>
+#include <string_view>
 
 #include "DesktopScreen.h"
 #include "QtEventLoop.h"
@@ -13,6 +15,13 @@ namespace {
 
 constexpr int WrongUsage = 2;
 
+/// Help and version are told without a display.
+bool AsksForWords(int argc, char** argv) {
+  return std::any_of(argv + 1, argv + argc, [](std::string_view argument) {
+    return argument == "--help" || argument == "-h" || argument == "--version" || argument == "-v";
+  });
+}
+
 /// False if one of the options is no port name with a path.
 bool AssignPorts(const QStringList& options, vk32::PortNames& names) {
   for (const QString& option : options) {
@@ -20,7 +29,8 @@ bool AssignPorts(const QStringList& options, vk32::PortNames& names) {
     const std::size_t sign = text.find('=');
     const std::string name = text.substr(0, sign);
     if (sign == std::string::npos || sign + 1 == text.size() || vk32::PortNames::Number(name) == 0) {
-      std::fprintf(stderr, "vk32: --port wants COMn=PATH, n from 1 to %d, but is \"%s\"\n", vk32::MaxPorts, text.c_str());
+      std::fprintf(stderr, "vk32: --port wants COMn=PATH, n from 1 to %d, but is \"%s\"\n", vk32::MaxPorts,
+                   text.c_str());
       return false;
     }
     names.Assign(name, text.substr(sign + 1));
@@ -28,28 +38,42 @@ bool AssignPorts(const QStringList& options, vk32::PortNames& names) {
   return true;
 }
 
-}  // namespace
-
-int main(int argc, char** argv) {
-  // The program brings its own look; that of the desktop would only shine through in places.
-  QApplication::setDesktopSettingsAware(false);
-  QApplication application(argc, argv);
-  QApplication::setApplicationName("vk32");
-  QApplication::setApplicationDisplayName({});
-  QApplication::setApplicationVersion(QString::fromStdString(vk32::ProgramVersion()));
-  QApplication::setDesktopFileName("vk32");
-
+/// False if the arguments are wrong; the user has been told. Ends the program itself after help and version.
+bool Parse(const QStringList& arguments, vk32::PortNames& names) {
   QCommandLineParser parser;
   parser.setApplicationDescription("Configuration software for Norvanta gateways.");
-  parser.addHelpOption();
-  parser.addVersionOption();
+  const QCommandLineOption help = parser.addHelpOption();
+  const QCommandLineOption version = parser.addVersionOption();
   const QCommandLineOption port("port", "The device behind a port name, for this run: COM3=/dev/ttyUSB0. Repeatable.",
                                 "COMn=PATH");
   parser.addOption(port);
-  parser.process(application);
+  if (!parser.parse(arguments) || !parser.positionalArguments().isEmpty()) {
+    const QString error = parser.errorText();
+    std::fprintf(stderr, "vk32: %s\n", error.isEmpty() ? "takes options alone" : qPrintable(error));
+    return false;
+  }
+  if (parser.isSet(help)) parser.showHelp();
+  if (parser.isSet(version)) parser.showVersion();
+  return AssignPorts(parser.values(port), names);
+}
 
+}  // namespace
+
+int main(int argc, char** argv) {
+  QCoreApplication::setApplicationName("vk32");
+  QCoreApplication::setApplicationVersion(QString::fromStdString(vk32::ProgramVersion()));
   vk32::PortNames names;
-  if (!AssignPorts(parser.values(port), names)) return WrongUsage;
+  if (AsksForWords(argc, argv)) {
+    const QCoreApplication console(argc, argv);
+    return Parse(QCoreApplication::arguments(), names) ? 0 : WrongUsage;
+  }
+
+  // The program brings its own look; that of the desktop would only shine through in places.
+  QApplication::setDesktopSettingsAware(false);
+  const QApplication application(argc, argv);
+  QApplication::setDesktopFileName("vk32");
+  if (!Parse(QApplication::arguments(), names)) return WrongUsage;
+
   vk32::QtEventLoop loop;
   vk32::DesktopScreen screen;
   vk32::PosixSerialDriver driver(loop, names);

@@ -2,6 +2,7 @@
 #include "sim/Gateway.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "core/Convert.h"
 #include "link/Frames.h"
@@ -84,6 +85,28 @@ Bytes Rb3000Image() {
                         });
 }
 
+Bytes Vk5300Image() {
+  return MakeImage(20, {
+                           {0, 4, 153},
+                           {7, 2, 0},  // DH+ node
+                           {8, 8, 0},  // 57.6 kBaud
+                           {9, 11, 0},
+                           {10, 8, 0},
+                       });
+}
+
+Bytes RbCardImage() {
+  return MakeImage(20, {
+                           {0, 4, 153},
+                           {7, 1, 0},  // DH+ node
+                           {8, 8, 0},  // 57.6 kBaud
+                           {9, 8, 0},  // DF1: 9600
+                           {10, 8, 0},
+                           {11, 8, 0},
+                           {13, 1, 0},
+                       });
+}
+
 // Serial number 123456, hardware 2-300, distributor 3, a MAC address; the order of bytes is the product's.
 Bytes Identity(InfoStyle style) {
   const Bytes number = style == InfoStyle::OneRecord ? Bytes("\x01\xE2\x40") : Bytes("\x40\xE2\x01");
@@ -115,10 +138,11 @@ Bytes FirmwareRecord() {
 
 const GatewayKind* FindGatewayKind(std::string_view product) {
   static const GatewayKind kinds[] = {
-      {"RB2000", 9600, 10, Rb2000Image(), InfoStyle::None},
-      {"RB3000", 19200, 10, Rb3000Image(), InfoStyle::None},
-      {"VK5300", 19200, 12, {}, InfoStyle::Pieces},
-      {"VK-RTX", 19200, 12, {}, InfoStyle::OneRecord},
+      {"RB2000", 9600, 10, Rb2000Image(), InfoStyle::None, false},
+      {"RB3000", 19200, 10, Rb3000Image(), InfoStyle::None, false},
+      {"RBCard", 19200, 12, RbCardImage(), InfoStyle::None, false},
+      {"VK5300", 19200, 12, Vk5300Image(), InfoStyle::Pieces, true},
+      {"VK-RTX", 19200, 12, {}, InfoStyle::OneRecord, true},
   };
   const auto kind = std::find_if(std::begin(kinds), std::end(kinds),
                                  [&](const GatewayKind& candidate) { return candidate.product == product; });
@@ -126,17 +150,35 @@ const GatewayKind* FindGatewayKind(std::string_view product) {
 }
 
 Gateway::Gateway(const GatewayKind& kind, Misbehaviour misbehaviour)
-    : kind_(kind), misbehaviour_(misbehaviour), image_(kind.factoryImage) {}
+    : kind_(kind),
+      misbehaviour_(misbehaviour),
+      image_(kind.factoryImage),
+      offlineManager_(kind.product, kind.takesXmodem, infoTexts.version, misbehaviour) {}
 
 void Gateway::Receive(std::string_view bytes, Time now) {
-  if (bytes.empty()) return;
+  // What is due at the same moment as a byte comes after it: the byte still counts.
+  RunDue(now - Time{1});
+  for (const char byte : bytes) TakeByte(byte, now);
+}
+
+void Gateway::RunDue(Time now) {
+  for (auto due = NextDue(); due && *due <= now; due = NextDue()) React(offlineManager_.RunDue(), *due);
+}
+
+void Gateway::PressConfigure() {
+  configuring_ = true;
+  offlineManager_.Leave();
+}
+
+void Gateway::TakeByte(char byte, Time now) {
+  if (offlineManager_.Active()) return React(offlineManager_.Take(byte, now), now);
   if (now - lastByte_ > MessageGap) received_.clear();
   lastByte_ = now;
   if (misbehaviour_.hold > 0ns && received_.empty()) {
     pieces_.push_back({now, Bytes(1, '\x13')});
     pieces_.push_back({now + misbehaviour_.hold, Bytes(1, '\x11')});
   }
-  received_ += bytes;
+  received_ += byte;
   if (!configuring_) received_.clear();
   Understand(now);
 }
@@ -153,6 +195,11 @@ void Gateway::Understand(Time now) {
       if (received_.size() < ImageRequest.size()) return;
       received_.erase(0, ImageRequest.size());
       AnswerImageRequest(now);
+    } else if (OfflineManager::IsCall(received_[0])) {
+      CallOfflineManager(now);
+    } else if (begins(FirmwareMode)) {
+      if (received_.size() < FirmwareMode.size()) return;
+      CallOfflineManager(now);
     } else if (begins(InfoRequest) && kind_.info != InfoStyle::None) {
       if (received_.size() < InfoRequest.size()) return;
       received_.erase(0, InfoRequest.size());
@@ -164,6 +211,15 @@ void Gateway::Understand(Time now) {
       received_.erase(0, 1);
     }
   }
+}
+
+void Gateway::CallOfflineManager(Time now) {
+  for (const char byte : std::exchange(received_, {})) React(offlineManager_.Take(byte, now), now);
+}
+
+void Gateway::React(const OfflineManager::Reaction& reaction, Time now) {
+  if (!reaction.says.empty()) Say(reaction.says, now);
+  if (reaction.hasFirmware && OnFirmware) OnFirmware();
 }
 
 /// False while the frame isn't complete. A frame with a wrong length or checksum is taken, and answered by silence.

@@ -7,6 +7,7 @@
 #include <termios.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <filesystem>
 #include <stdexcept>
@@ -44,7 +45,11 @@ void PseudoTerminal::RegisterAs(const std::string& portName) {
   const std::filesystem::path link = folder / portName;
   std::error_code ignored;
   // A link that leads nowhere was left behind by a simulator that was killed.
-  if (std::filesystem::is_symlink(link, ignored) && !std::filesystem::exists(link, ignored)) unlink(link.c_str());
+  // Or to this very terminal: the number of a dead one goes to the next.
+  if (std::filesystem::is_symlink(link, ignored) &&
+      (!std::filesystem::exists(link, ignored) || std::filesystem::read_symlink(link, ignored) == path_)) {
+    unlink(link.c_str());
+  }
   if (symlink(path_.c_str(), link.c_str()) != 0) {
     throw std::runtime_error(portName + " can't be taken: " + std::generic_category().message(errno) + " (" +
                              link.string() + "). Choose another port number, or end the simulator that holds it.");
@@ -52,9 +57,9 @@ void PseudoTerminal::RegisterAs(const std::string& portName) {
   link_ = link;
 }
 
-std::string PseudoTerminal::Read() {
+std::string PseudoTerminal::Read(std::size_t most) {
   char buffer[4096];
-  const ssize_t count = read(master_, buffer, sizeof buffer);
+  const ssize_t count = read(master_, buffer, std::min(sizeof buffer, most));
   return count > 0 ? std::string(buffer, static_cast<std::size_t>(count)) : std::string();
 }
 

@@ -1,6 +1,7 @@
 // A pseudo-terminal that stands as a serial port under a port name.
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -20,8 +21,8 @@ class PseudoTerminal {
 
   int Fd() const { return master_; }
   const std::string& Path() const { return path_; }
-  /// What the other side has written; empty if nothing waits.
-  std::string Read();
+  /// What the other side has written, up to `most` bytes; empty if nothing waits.
+  std::string Read(std::size_t most = SIZE_MAX);
   /// What can't be taken at once is dropped, as by a line with nobody at its end.
   void Write(std::string_view bytes);
 

@@ -2,6 +2,7 @@
 #include "sim/SimulatedLine.h"
 
 #include <algorithm>
+#include <cstdint>
 
 namespace vk32::sim {
 
@@ -23,10 +24,12 @@ Bytes SimulatedLine::ToHost(Time now) {
 }
 
 std::optional<Time> SimulatedLine::NextDue() const {
-  if (unplugged_ || (toDevice_.empty() && toHost_.empty())) return std::nullopt;
-  if (toDevice_.empty()) return toHost_.front().arrives;
-  if (toHost_.empty()) return toDevice_.front().arrives;
-  return std::min(toDevice_.front().arrives, toHost_.front().arrives);
+  if (unplugged_) return std::nullopt;
+  std::optional<Time> next = gateway_.NextDue();
+  for (const auto* direction : {&toDevice_, &toHost_}) {
+    if (!direction->empty()) next = std::min(next.value_or(Time::max()), direction->front().arrives);
+  }
+  return next;
 }
 
 void SimulatedLine::Carry(Time now) {
@@ -36,6 +39,7 @@ void SimulatedLine::Carry(Time now) {
     toDevice_.pop_front();
     gateway_.Receive(std::string_view(&carried.byte, 1), carried.arrives);
   }
+  if (!unplugged_) gateway_.RunDue(now);
   while (const auto piece = gateway_.NextPiece()) {
     hostFree_ = std::max(hostFree_, piece->from);
     for (const char byte : piece->bytes) {
@@ -43,6 +47,12 @@ void SimulatedLine::Carry(Time now) {
       toHost_.push_back({hostFree_, byte});
     }
   }
+}
+
+std::size_t SimulatedLine::Room() const {
+  constexpr std::size_t ChipStore = 16;
+  if (byteTime_ == Time{0}) return SIZE_MAX;
+  return ChipStore - std::min(ChipStore, toDevice_.size());
 }
 
 /// One more byte passes, unless the device has gone.

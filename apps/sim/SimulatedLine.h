@@ -19,6 +19,8 @@ class SimulatedLine {
 
   /// The host has written.
   void FromHost(std::string_view bytes, Time now);
+  /// How many bytes a serial port's chip would take now. What is written beyond it is no longer held back by XOFF.
+  std::size_t Room() const;
   /// What has reached the host by `now`.
   Bytes ToHost(Time now);
   /// When something happens next on the line; nothing if it is quiet.

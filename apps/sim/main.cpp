@@ -32,44 +32,54 @@ struct Options {
   std::string port;
   bool pace = false;
   bool needsButton = false;
-  std::string dump;
+  std::string dump, firmwareDump;
+  int eraseTime = 3000;  // ms
   vk32::sim::InfoTexts infoTexts;
   vk32::sim::Misbehaviour misbehaviour;
 };
 
 constexpr const char* MisbehaviourHelp =
-    "silent, late=MS, junk, bad-checksum, short=BYTES, info-pieces=N, hold=MS (XOFF), unplug=BYTES; repeatable";
+    "silent, late=MS, junk, bad-checksum, short=BYTES, info-pieces=N, hold=MS (XOFF), unplug=BYTES; of the recovery: "
+    "banner=BYTES, no-ready, no-burn, hold-for-good, nak=N, cancel; repeatable";
+
+struct MisbehaviourName {
+  std::string_view name;
+  bool numbered;
+  void (*set)(vk32::sim::Misbehaviour& misbehaviour, int number);
+};
+
+constexpr MisbehaviourName MisbehaviourNames[] = {
+    {"silent", false, [](auto& how, int) { how.silent = true; }},
+    {"late", true, [](auto& how, int number) { how.late = std::chrono::milliseconds(number); }},
+    {"junk", false, [](auto& how, int) { how.junk = true; }},
+    {"bad-checksum", false, [](auto& how, int) { how.badChecksum = true; }},
+    {"short", true, [](auto& how, int number) { how.shortBy = number; }},
+    {"info-pieces", true, [](auto& how, int number) { how.infoPieces = number; }},
+    {"hold", true, [](auto& how, int number) { how.hold = std::chrono::milliseconds(number); }},
+    {"unplug", true, [](auto& how, int number) { how.unplugAfter = number; }},
+    {"banner", true, [](auto& how, int number) { how.bannerLength = number; }},
+    {"no-ready", false, [](auto& how, int) { how.noReady = true; }},
+    {"no-burn", false, [](auto& how, int) { how.noBurn = true; }},
+    {"hold-for-good", false, [](auto& how, int) { how.holdForGood = true; }},
+    {"nak", true, [](auto& how, int number) { how.naks = number; }},
+    {"cancel", false, [](auto& how, int) { how.cancel = true; }},
+};
 
 /// Empty if the text names a misbehaviour.
 std::string SetMisbehaviour(const std::string& text, vk32::sim::Misbehaviour& misbehaviour) {
   const std::size_t equals = text.find('=');
-  const std::string name = text.substr(0, equals);
   int number = 0;
   const bool numbered = equals != std::string::npos;
   if (numbered) {
     const char* const end = text.data() + text.size();
     if (std::from_chars(text.data() + equals + 1, end, number).ptr != end || number < 0) return "not a number: " + text;
   }
-  if (name == "silent" && !numbered) {
-    misbehaviour.silent = true;
-  } else if (name == "junk" && !numbered) {
-    misbehaviour.junk = true;
-  } else if (name == "bad-checksum" && !numbered) {
-    misbehaviour.badChecksum = true;
-  } else if (name == "late" && numbered) {
-    misbehaviour.late = std::chrono::milliseconds(number);
-  } else if (name == "short" && numbered) {
-    misbehaviour.shortBy = number;
-  } else if (name == "hold" && numbered) {
-    misbehaviour.hold = std::chrono::milliseconds(number);
-  } else if (name == "info-pieces" && numbered) {
-    misbehaviour.infoPieces = number;
-  } else if (name == "unplug" && numbered) {
-    misbehaviour.unplugAfter = number;
-  } else {
-    return std::string("not one of: ") + MisbehaviourHelp;
+  for (const MisbehaviourName& known : MisbehaviourNames) {
+    if (known.name != text.substr(0, equals) || known.numbered != numbered) continue;
+    known.set(misbehaviour, number);
+    return {};
   }
-  return {};
+  return std::string("not one of: ") + MisbehaviourHelp;
 }
 
 /// Readable when the user ends the program (SIGINT, SIGTERM, SIGHUP) or presses the Configure button (SIGUSR1).
@@ -81,6 +91,7 @@ int SignalDescriptor() {
   return signalfd(-1, &signals, SFD_CLOEXEC | SFD_NONBLOCK);
 }
 
+/// A terminal of -1 is not listened to.
 void Sleep(int terminal, int signals, std::optional<Time> until) {
   pollfd descriptors[] = {{terminal, POLLIN, 0}, {signals, POLLIN, 0}};
   timespec left{};
@@ -94,26 +105,34 @@ void Sleep(int terminal, int signals, std::optional<Time> until) {
 void Simulate(const Options& options, const vk32::sim::GatewayKind& kind) {
   vk32::sim::Gateway gateway(kind, options.misbehaviour);
   gateway.infoTexts = options.infoTexts;
+  gateway.Flash().erase = std::chrono::milliseconds(options.eraseTime);
   if (options.needsButton) gateway.StartInOperation();
   const Time byteTime = options.pace ? vk32::sim::SimulatedLine::ByteTime(kind.baudRate) : Time{0};
   vk32::sim::SimulatedLine line(gateway, byteTime);
+  // Before the port name is taken: whatever ends the program has to give it back.
+  const int signals = SignalDescriptor();
   vk32::sim::PseudoTerminal terminal;
   if (!options.port.empty()) terminal.RegisterAs(options.port);
   gateway.OnStored = [&] {
     std::cout << kind.product << " has stored a configuration of " << gateway.Image().size() << " bytes" << std::endl;
     if (!options.dump.empty()) std::ofstream(options.dump, std::ios::binary) << gateway.Image();
   };
+  gateway.OnFirmware = [&] {
+    std::cout << kind.product << " has received a firmware of " << gateway.Firmware().size() << " bytes" << std::endl;
+    if (!options.firmwareDump.empty()) {
+      std::ofstream(options.firmwareDump, std::ios::binary) << gateway.Firmware();
+    }
+  };
   std::cout << kind.product << " on "
             << (options.port.empty() ? terminal.Path() : options.port + ", " + terminal.Path()) << std::endl;
-  const int signals = SignalDescriptor();
   while (!line.Unplugged()) {
-    Sleep(terminal.Fd(), signals, line.NextDue());
+    Sleep(line.Room() > 0 ? terminal.Fd() : -1, signals, line.NextDue());
     signalfd_siginfo signal{};
     if (read(signals, &signal, sizeof signal) == sizeof signal) {
       if (signal.ssi_signo != SIGUSR1) return;
       gateway.PressConfigure();
     }
-    line.FromHost(terminal.Read(), MonotonicNow());
+    if (line.Room() > 0) line.FromHost(terminal.Read(line.Room()), MonotonicNow());
     terminal.Write(line.ToHost(MonotonicNow()));
   }
   std::cout << kind.product << " has been unplugged" << std::endl;
@@ -125,7 +144,7 @@ int main(int argc, char** argv) {
   CLI::App parser("A simulated gateway on a pseudo-terminal. Ends on Ctrl-C; SIGUSR1 presses its Configure button.");
   Options options;
   std::vector<std::string> misbehaviours;
-  parser.add_option("PRODUCT", options.product, "RB2000, RB3000, VK5300 or VK-RTX")->required();
+  parser.add_option("PRODUCT", options.product, "RB2000, RB3000, RBCard, VK5300 or VK-RTX")->required();
   parser.add_option("--port", options.port, "port name to stand under, COM1 to COM32")->type_name("COMn");
   parser.add_flag("--pace", options.pace, "carry bytes at the rate of the true line");
   parser.add_flag("--needs-button", options.needsButton, "answer only after the Configure button was pressed");
@@ -133,6 +152,11 @@ int main(int argc, char** argv) {
   parser.add_option("--info-version", options.infoTexts.version, "firmware version in it");
   parser.add_option("--info-date", options.infoTexts.date, "firmware date in it");
   parser.add_option("--dump", options.dump, "file that takes each stored configuration")->type_name("FILE");
+  parser.add_option("--firmware-dump", options.firmwareDump, "file that takes each firmware that was received")
+      ->type_name("FILE");
+  parser.add_option("--erase-time", options.eraseTime, "how long it takes to erase its firmware (3000)")
+      ->type_name("MS")
+      ->check(CLI::NonNegativeNumber);
   parser.add_option("--misbehave", misbehaviours, MisbehaviourHelp)
       ->type_name("HOW")
       ->each([&](const std::string& text) {
@@ -140,11 +164,15 @@ int main(int argc, char** argv) {
         if (!fault.empty()) throw CLI::ValidationError("--misbehave", fault);
       });
   parser.set_version_flag("--version", vk32::ProgramVersion());
-  CLI11_PARSE(parser, argc, argv);
+  try {
+    parser.parse(argc, argv);
+  } catch (const CLI::ParseError& error) {
+    return parser.exit(error) == 0 ? 0 : 2;
+  }
 
   const auto* kind = vk32::sim::FindGatewayKind(options.product);
   if (!kind) {
-    std::cerr << "There is no simulated " << options.product << ". Choose RB2000, RB3000, VK5300 or VK-RTX.\n";
+    std::cerr << "There is no simulated " << options.product << ". Choose RB2000, RB3000, RBCard, VK5300 or VK-RTX.\n";
     return 2;
   }
   if (!options.port.empty() && vk32::PortNames::Number(options.port) == 0) {

@@ -1,7 +1,7 @@
 // The two transfer styles: numbered blocks, and one image.
 #include "core/ConfigMod.h"
 
-#include <span>
+#include <vector>
 
 #include "app/App.h"
 #include "core/Convert.h"
@@ -15,17 +15,20 @@ namespace {
 
 constexpr int ReadInterval = 3000;  // ms
 
-void OpenExchange(App& app) {
+/// Returns the port, for CloseExchange: another one may be chosen meanwhile.
+std::int32_t OpenExchange(App& app) {
+  const std::int32_t port = app.globals.ComPortNumber;
   OpenLink(app);
   SetDeviceLink(app);
+  return port;
 }
 
-void CloseExchange(App& app) { app.comm.CommClose(app.globals.ComPortNumber); }
+void CloseExchange(App& app, std::int32_t port) { app.comm.CommClose(port); }
 
-/// The block numbers of BlockList, whose element 0 counts them.
-std::span<const std::int16_t> BlocksOf(const Globals& globals) {
-  const std::span<const std::int16_t> list = globals.BlockList;
-  return list.empty() ? list : list.subspan(1, static_cast<std::size_t>(list[0]));
+/// The block numbers of BlockList, whose element 0 counts them. A copy: another product may be chosen meanwhile.
+std::vector<std::int16_t> BlocksOf(const Globals& globals) {
+  const auto& list = globals.BlockList;
+  return list.empty() ? list : std::vector<std::int16_t>(list.begin() + 1, list.begin() + 1 + list[0]);
 }
 
 void SelectBlock(Globals& globals, std::int16_t block, std::int16_t length) {
@@ -66,13 +69,13 @@ bool DownloadImage(App& app, ConfigurationForm& form) {
   const int registers = static_cast<int>(app.globals.ConfigImage.size()) / 2;
   const int allowed = CLng((registers * 0.1 + 5) * 1000);  // ms
   SetTimeOut(form, allowed);
-  OpenExchange(app);
+  const std::int32_t port = OpenExchange(app);
   app.comm.CommFlush(app.globals.ComPortNumber);
   Bytes frame;
   try {
     frame = BuildFrame(app.globals, ImageFrame::Code);
   } catch (const RuntimeFault&) {
-    CloseExchange(app);
+    CloseExchange(app, port);
     app.forms.MsgBox(
         "The configuration can't be sent: the bytes of an image message may add up to 32767 at most, and "
         "these add up to more.\r\nUse fewer mapping slots or smaller numbers, and click FINISH again.",
@@ -89,24 +92,24 @@ bool DownloadImage(App& app, ConfigurationForm& form) {
   }
   if (!done) TellTimeOut(app);
   if (DownloadProgress* message = ProgressMessage(app, false)) message->StopDownloadTimer();
-  CloseExchange(app);
+  CloseExchange(app, port);
   return done;
 }
 
 bool DownloadBlocks(App& app, ConfigurationForm& form) {
   Globals& globals = app.globals;
-  OpenExchange(app);
+  const std::int32_t port = OpenExchange(app);
   app.comm.CommFlush(globals.ComPortNumber);
   for (const std::int16_t block : BlocksOf(globals)) {
     SelectBlock(globals, block, CInt(static_cast<double>(globals.BlockTable[static_cast<std::size_t>(block)].size())));
     if (!SendAndWaitForAck(app, BuildFrame(globals, BlockFrame::Write), form)) {
       TellTimeOut(app);
-      CloseExchange(app);
+      CloseExchange(app, port);
       return false;
     }
   }
   Send(app, EndOfExchange);
-  CloseExchange(app);
+  CloseExchange(app, port);
   return true;
 }
 
@@ -115,7 +118,7 @@ void UploadImage(App& app, ConfigurationForm& form) {
   const std::int32_t headerLength = product == "RB2000" || product == "RB3000" ? 10 : 12;
   SetTimeOut(form, ReadInterval);
   app.globals.CommFailed = FlagFalse;
-  OpenExchange(app);
+  const std::int32_t port = OpenExchange(app);
   app.comm.CommFlush(app.globals.ComPortNumber);
   Bytes reply;
   if (Send(app, ImageRequest)) ReadBytes(app, reply, 4, form);
@@ -132,7 +135,7 @@ void UploadImage(App& app, ConfigurationForm& form) {
       }
     }
   }
-  CloseExchange(app);
+  CloseExchange(app, port);
 }
 
 void UploadBlocks(App& app, ConfigurationForm& form) {
@@ -140,28 +143,28 @@ void UploadBlocks(App& app, ConfigurationForm& form) {
   globals.CommFailed = FlagFalse;
   SetTimeOut(form, ReadInterval);
   globals.BlockAddressHigh = 0;
-  OpenExchange(app);
+  const std::int32_t port = OpenExchange(app);
   for (const std::int16_t block : BlocksOf(globals)) {
     Bytes reply;
     SelectBlock(globals, block, BlockFrame::ReadLength);
     if (!ReadBlock(app, reply, form)) {
       TellTimeOut(app);
       globals.CommFailed = FlagTrue;
-      CloseExchange(app);
+      CloseExchange(app, port);
       return;
     }
     if (form.IsLoaded()) form.RemoveData(reply);
   }
   Send(app, EndOfExchange);
   if (form.IsLoaded()) form.Parameter_Setup_VK();
-  CloseExchange(app);
+  CloseExchange(app, port);
 }
 
 void SendReboot(App& app) {
-  OpenExchange(app);
+  const std::int32_t port = OpenExchange(app);
   app.comm.CommFlush(app.globals.ComPortNumber);
   Send(app, Restart);
-  CloseExchange(app);
+  CloseExchange(app, port);
 }
 
 }  // namespace vk32

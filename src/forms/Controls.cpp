@@ -318,7 +318,7 @@ void Timer::Tick() {
   const Time interval = std::chrono::milliseconds(Interval.Value());
   const Time now = dispatcher.Loop().Now();
   // Ticks keep their raster; those that came too late to be of use are left out.
-  due_ = std::max(due_ + interval, now);
+  due_ += interval * ((now - due_) / interval + 1);
   Arm(due_ - now);
   dispatcher.Dispatch([this] { Raise(OnTimer); });
 }

@@ -120,12 +120,14 @@ std::int32_t modCOMM::CommRead(std::int32_t port, Bytes& data, std::int32_t maxi
       return static_cast<std::int32_t>(data.size());
     }
     if (driver_.LastError() != SerialDriver::ErrorIoPending) {
+      data.clear();
       CommSetLastErrorFlags(driver_.LastError(), "CommRead (ReadFile)", record.Handle);
       return -1;
     }
     std::uint32_t count = 0;
     while (!driver_.PendingResult(record.Handle, count)) {
       if (driver_.LastError() == SerialDriver::ErrorIoIncomplete) continue;
+      data.clear();
       CommSetLastErrorFlags(driver_.LastError(), "CommRead (GetOverlappedResult)", record.Handle);
       return -1;
     }

@@ -491,7 +491,9 @@ TEST_F(Rb2000, TheProgressMessageCountsTheTime) {
 }
 
 TEST_F(Rb2000, CancelInTheMiddleOfAnUploadTakesNothingOver) {
-  GatewayDevice late("RB2000", {.late = 500ms});
+  sim::Misbehaviour slow;
+  slow.late = 500ms;
+  GatewayDevice late("RB2000", slow);
   h.driver.Plug("COM3", &late);
   h.Do("after 100 click Configuration_RB2000.CancelCmd");
   const Bytes before = h.app.globals.RegistersToString(0, 224);

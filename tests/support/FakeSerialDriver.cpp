@@ -85,6 +85,7 @@ bool FakeSerialDriver::SetupQueues(Handle handle, std::uint32_t inQueue, std::ui
 
 bool FakeSerialDriver::Purge(Handle handle, std::uint32_t flags) {
   if (!Call("Purge", std::to_string(flags)) || !Known(handle)) return false;
+  RunDue(loop_.Now());
   input.clear();
   return true;
 }

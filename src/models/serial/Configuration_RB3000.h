@@ -46,7 +46,7 @@ class Configuration_RB3000 : public SerialWizard {
   // Modbus Settings
   Frame        ModSettingsFrame {*this, "ModSettingsFrame", PagePlace};
   Label        Label4           {ModSettingsFrame, "Label4",           { 360,  240, 8280, 480}, "Modbus Settings", TextRole::Title};
-  Label        Label1           {ModSettingsFrame, "Label1",           { 360,  780, 8280, 540},
+  Label        Label1           {ModSettingsFrame, "Label1",           { 360,  780, 8280, 810},
                                  "The following settings are used to determine the type of Allan-Bradley processor messages will be sent to and "
                                  "f broadcast messages are to be sent to the Allan-Bradley network."};
   Label        ModDeviceTypeLbl {ModSettingsFrame, "ModDeviceTypeLbl", { 360, 1680, 2640, 315}, "Modbus Device Type"};

@@ -15,16 +15,13 @@ struct Text {
   const char* text;
 };
 
-constexpr int Column1 = 360, Column2 = 4500, Column3 = 8640, ColumnWidth = 3780;
 constexpr const char* Explanation =
     "Below is an explanation of the X, Y, and Z values for creating the destination table address.";
 
-constexpr Text Line(int left, int top, const char* text, TextRole role = TextRole::Body) {
-  return {{left, top, ColumnWidth, 315}, role, text};
-}
-constexpr Text Lines(int left, int top, int height, const char* text) {
-  return {{left, top, ColumnWidth, height}, TextRole::Body, text};
-}
+constexpr Text Head(int top, const char* text) { return {{360, top, 12120, 315}, TextRole::Heading, text}; }
+constexpr Text Line(int top, const char* text) { return {{360, top, 12120, 315}, TextRole::Body, text}; }
+constexpr Text Name(int top, const char* text) { return {{360, top, 6360, 315}, TextRole::Body, text}; }
+constexpr Text Means(int top, const char* text) { return {{6840, top, 5640, 315}, TextRole::Muted, text}; }
 
 // clang-format off
 constexpr Text ElementTable[] = {
@@ -37,34 +34,34 @@ constexpr Text ElementTable[] = {
      "clicking on the link below."},
     {{360, 2280, 6000, 315}, TextRole::BodyLink, "Click Here to download the Address Mapping software."},
 
-    Line (Column1, 2880, "SLC/PLC - NXYY:Z Decoding", TextRole::Heading),
-    Lines(Column1, 3240, 810, Explanation),
-    Line (Column1, 4140, "X  -  Register/Coil Reference "), Line(Column1, 4455, "0 = 0x  ,  1 = 1x  ,  3 = 3x  ,  4 = 4x", TextRole::Muted),
-    Line (Column1, 4860, "Y  -  Slave Address"),            Line(Column1, 5175, "1 to 99", TextRole::Muted),
-    Line (Column1, 5580, "Z  -  Register/Coil Starting Address"), Line(Column1, 5895, "1 to 9999", TextRole::Muted),
+    Head(2760, "SLC/PLC - NXYY:Z Decoding"),
+    Line(3075, Explanation),
+    Name(3420, "X  -  Register/Coil Reference "),                          Means(3420, "0 = 0x  ,  1 = 1x  ,  3 = 3x  ,  4 = 4x"),
+    Name(3735, "Y  -  Slave Address"),                                     Means(3735, "1 to 99"),
+    Name(4050, "Z  -  Register/Coil Starting Address"),                    Means(4050, "1 to 9999"),
 
-    Line (Column2, 2880, "SLC/PLC - NXYZ:Z Decoding", TextRole::Heading),
-    Lines(Column2, 3240, 810, Explanation),
-    Line (Column2, 4140, "X  -  Register/Coil Reference "), Line(Column2, 4455, "0 = 0x   ,   1 = 1x   ,   3 = 3x   ,   4 = 4x", TextRole::Muted),
-    Line (Column2, 4860, "Y  -  Slave Address"),            Line(Column2, 5175, "1 to 9", TextRole::Muted),
-    Line (Column2, 5580, "Z  -  Register/Coil Starting Address"),
-    Line (Column2, 5895, "Z value before the colon ' :  = Thousands Digit"),        Line(Column2, 6210, "0 to 9", TextRole::Muted),
-    Lines(Column2, 6525, 315, "Z value after the colon ' :  = Ones to Hundreds Digits"), Line(Column2, 6840, "0 to 999", TextRole::Muted),
+    Head(4545, "SLC/PLC - NXYZ:Z Decoding"),
+    Line(4860, Explanation),
+    Name(5205, "X  -  Register/Coil Reference "),                          Means(5205, "0 = 0x   ,   1 = 1x   ,   3 = 3x   ,   4 = 4x"),
+    Name(5520, "Y  -  Slave Address"),                                     Means(5520, "1 to 9"),
+    Name(5835, "Z  -  Register/Coil Starting Address"),
+    Name(6150, "Z value before the colon ' :  = Thousands Digit"),         Means(6150, "0 to 9"),
+    Name(6465, "Z value after the colon ' :  = Ones to Hundreds Digits"),  Means(6465, "0 to 999"),
 
-    Line (Column3, 2880, "Micrologix - NYXZ:Z Decoding", TextRole::Heading),
-    Lines(Column3, 3240, 810, Explanation),
-    Line (Column3, 4140, "X  -  Register/Coil Reference"),  Line(Column3, 4455, "0 = 0x   ,   1 = 1x   ,   3 = 3x   ,   4 = 4x", TextRole::Muted),
-    Line (Column3, 4860, "Y  -  Slave Address"),            Line(Column3, 5175, "0 = Slave 1   ,   1 = Slave 2   ,   2 = Slave 3", TextRole::Muted),
-    Line (Column3, 5580, "Z  -  Register/Coil Starting Address"),
-    Line (Column3, 5895, "Z value before the colon ' :  = Thousands Digit"),        Line(Column3, 6210, "0 to 9", TextRole::Muted),
-    Lines(Column3, 6525, 315, "Z value after the colon ' :  = Ones to Hundreds Digits"), Line(Column3, 6840, "0 to 999", TextRole::Muted),
+    Head(6960, "Micrologix - NYXZ:Z Decoding"),
+    Line(7275, Explanation),
+    Name(7620, "X  -  Register/Coil Reference"),                           Means(7620, "0 = 0x   ,   1 = 1x   ,   3 = 3x   ,   4 = 4x"),
+    Name(7935, "Y  -  Slave Address"),                                     Means(7935, "0 = Slave 1   ,   1 = Slave 2   ,   2 = Slave 3"),
+    Name(8250, "Z  -  Register/Coil Starting Address"),
+    Name(8565, "Z value before the colon ' :  = Thousands Digit"),         Means(8565, "0 to 9"),
+    Name(8880, "Z value after the colon ' :  = Ones to Hundreds Digits"),  Means(8880, "0 to 999"),
 };
 // clang-format on
 
 }  // namespace
 
 DDTAExplanationFrm::DDTAExplanationFrm(App& app)
-    : Form(app.forms, FormName, "Destination Data Table Address Decoding Explanation", 12840, 8160), app_(app) {
+    : Form(app.forms, FormName, "Destination Data Table Address Decoding Explanation", 12840, 10260), app_(app) {
   static_assert(std::size(ElementTable) == Elements);
 }
 

@@ -29,8 +29,8 @@ class DDTAExplanationFrm : public Form {
   // clang-format off
   Label               DDTAExpTitleLbl {*this, "DDTAExpTitleLbl", {360, 240, 12120, 480}, "Destination Data Table Address Decoding Explanation", TextRole::Title};
   ControlArray<Label> DDTAExpLbl      {"DDTAExpLbl", 0, Elements - 1, [this](ControlName name, int index) { return MakeElement(*this, name, index); }};
-  Frame               FootLineFrame   {*this, "FootLineFrame",   {    0, 7260, 12840,  15}, Fill::Hairline};
-  ImageButton         CloseCmd        {*this, "CloseCmd",        {11055, 7485,  1425, 450}, &DDTAExplanationFrm::CloseCmd_Click, WindowKey::Escape};
+  Frame               FootLineFrame   {*this, "FootLineFrame",   {    0, 9360, 12840,  15}, Fill::Hairline};
+  ImageButton         CloseCmd        {*this, "CloseCmd",        {11055, 9585,  1425, 450}, &DDTAExplanationFrm::CloseCmd_Click, WindowKey::Escape};
   // clang-format on
 };
 

@@ -1,0 +1,12 @@
+// The tests of the desktop front end, with the one application object that Qt wants.
+#include <gtest/gtest.h>
+
+#include <QApplication>
+
+int main(int argc, char** argv) {
+  testing::InitGoogleTest(&argc, argv);
+  if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
+  QApplication::setDesktopSettingsAware(false);
+  const QApplication application(argc, argv);
+  return RUN_ALL_TESTS();
+}

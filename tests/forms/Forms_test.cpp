@@ -1,0 +1,210 @@
+// Loading, showing and unloading of forms, and the door through which acts and ticks enter.
+#include "forms/Forms.h"
+
+#include <gtest/gtest.h>
+
+#include <new>
+#include <stdexcept>
+
+#include "forms/TestForm.h"
+#include "support/VirtualEventLoop.h"
+
+namespace vk32 {
+namespace {
+
+using namespace std::chrono_literals;
+
+/// Notes what the screen is told.
+class RecordingScreen : public Screen {
+ public:
+  /// Before the load handler has run.
+  void FormLoaded(Form& form) override { Note("loaded ", form.Name() + dynamic_cast<TestForm&>(form).log); }
+  void FormShown(Form& form) override { Note("shown ", form.Name()); }
+  void FormHidden(Form& form) override { Note("hidden ", form.Name()); }
+  void FormUnloaded(Form& form) override { Note("unloaded ", form.Name()); }
+  Answer Ask(const MessageBoxRequest&) override {
+    whileAsking();
+    return Answer::OK;
+  }
+  std::optional<std::string> AskFile(const FileDialogRequest&) override {
+    whileAsking();
+    return std::nullopt;
+  }
+  void OpenWebSite(const std::string&) override {}
+  void ProgramFaulted(int number, const std::string& words) override {
+    Note("fault ", std::to_string(number) + " " + words);
+  }
+  void ProgramEnded() override { Note("ended", ""); }
+
+  void Note(const std::string& what, const std::string& name) { log += what + name + "\n"; }
+  std::string TakeLog() { return std::exchange(log, {}); }
+
+  std::string log;
+  std::function<void()> whileAsking;
+};
+
+/// Forms A and B on a screen of their own.
+class Program {
+ public:
+  Program() {
+    for (const char* name : {"A", "B"}) {
+      forms.Register(name, [this, name] { return std::make_shared<TestForm>(forms, name); });
+    }
+    forms.dispatcher.AtEnd([this] { screen.Note("ports closed", ""); });
+  }
+
+  TestForm& Show(const char* name) { return dynamic_cast<TestForm&>(forms.Show(name)); }
+  /// Shows a form with a button that does this, and clicks it. Returns what the screen is told of it.
+  std::string Click(const char* name, const std::function<void()>& act) {
+    TestForm& form = Show(name);
+    form.onNext = act;
+    screen.log.clear();
+    form.NextCmd.Click();
+    return screen.TakeLog();
+  }
+
+  VirtualEventLoop loop;
+  RecordingScreen screen;
+  Forms forms{loop, screen};
+};
+
+TEST(Forms, AFormIsLoadedOnceAndShownOnTop) {
+  Program p;
+  Form& a = p.forms.Load("A");
+  EXPECT_FALSE(a.Visible);
+  EXPECT_EQ(p.screen.TakeLog(), "loaded A\n");
+  EXPECT_EQ(&p.Show("A"), &a);
+  p.Show("B");
+  EXPECT_EQ(dynamic_cast<TestForm&>(a).log, "load ");
+  EXPECT_EQ(p.screen.TakeLog(), "shown A\nloaded B\nshown B\n");
+  EXPECT_STREQ(p.forms.Loaded().back()->Name(), "B");
+  a.Visible = true;
+  EXPECT_STREQ(p.forms.Loaded().back()->Name(), "A");
+  a.Visible = false;
+  p.forms.Unload("A");
+  p.forms.Unload("A");
+  EXPECT_EQ(p.screen.TakeLog(), "shown A\nhidden A\nunloaded A\n");
+  EXPECT_EQ(p.forms.Find("A"), nullptr);
+  EXPECT_EQ(p.Show("A").log, "load ");  // a new one
+}
+
+TEST(Forms, AFormThatIsUnloadedInsideItsHandlerLivesUntilThatReturns) {
+  Program p;
+  p.Show("A");
+  const std::weak_ptr<Form> form = p.forms.Loaded().front();
+  const std::string told = p.Click("A", [&] {
+    Form& self = *form.lock();
+    p.forms.Unload(self);
+    self.Visible = true;  // shows nothing any more
+    EXPECT_EQ(p.screen.TakeLog(), "unloaded A\n");
+    EXPECT_EQ(p.forms.Find("A"), nullptr);
+    EXPECT_FALSE(self.IsLoaded());
+    p.Click("B", [] {});
+    EXPECT_FALSE(form.expired());  // the act within the act is over, this one isn't
+  });
+  EXPECT_EQ(told, "");
+  EXPECT_TRUE(form.expired());
+}
+
+TEST(Forms, WhatIsNotThereIsNamed) {
+  Program p;
+  TestForm& form = p.Show("A");
+  const std::pair<std::function<void()>, std::string> rows[] = {
+      {[&] { p.forms.Load("Nowhere"); }, "5 There is no form Nowhere"},
+      {[&] { form.Get<TextBox>("Nothing"); }, "5 A has no such control: Nothing"},
+      {[&] { form.Get<Label>("KeyTxt"); }, "5 A has no such control: KeyTxt"},  // of another kind
+      {[&] { form.Get<Label>("RowLbl"); }, "5 A has no such control: RowLbl"},  // of an array
+      {[&] { form.Get<Label>("RowLbl", 5); }, "5 A has no such control: RowLbl"},
+      {[&] { form.RowLbl[1].Visible = true; }, "9 Subscript out of range"},
+      {[&] { form.RowLbl[5].Visible = true; }, "9 Subscript out of range"}};
+  for (const auto& [look, told] : rows) {
+    try {
+      look();
+      ADD_FAILURE() << told;
+    } catch (const RuntimeFault& fault) {
+      EXPECT_EQ(std::to_string(fault.Code()) + " " + fault.Description(), told);
+    }
+  }
+  EXPECT_EQ(&form.Get<Label>("RowLbl", 4), &form.RowLbl[4]);
+  EXPECT_EQ(form.RowLbl[4].FullName(), "RowLbl(4)");
+}
+
+TEST(Dispatcher, AFaultThatNobodyCaughtIsToldAndEndsTheProgram) {
+  const std::pair<std::function<void()>, std::string> rows[] = {
+      {[] { throw RuntimeFault(RuntimeFault::Overflow); }, "fault 6 Overflow\n"},
+      {[] { throw RuntimeFault(RuntimeFault::InvalidCall, "Why."); }, "fault 5 Why.\n"},
+      {[] { throw std::bad_alloc(); }, "fault 7 Out of memory\n"},
+      {[] { throw std::runtime_error("Surprise."); }, "fault 5 Surprise.\n"}};
+  for (const auto& [act, told] : rows) {
+    Program p;
+    TestForm& form = p.Show("A");
+    form.onTick = [] { ADD_FAILURE() << "a tick got through"; };
+    form.TickTmr.Enabled = true;
+    EXPECT_EQ(p.Click("A", act), "ports closed\n" + told + "ended\n");
+    form.TakeLog();
+    form.NextCmd.Click();  // nothing gets through any more
+    p.loop.Wait(-1);
+    p.loop.RunDue();
+    EXPECT_EQ(form.log + p.screen.log, "") << told;
+  }
+}
+
+TEST(Dispatcher, TheEndUnwindsWhateverWaitsAndNoTrapHoldsItUp) {
+  using Act = std::function<void(Program&)>;
+  const Act waits[] = {[](Program& p) { p.forms.dispatcher.Idle(-1), p.forms.dispatcher.DoEvents(); },
+                       [](Program& p) { p.forms.MsgBox("", MessageIcon::None); },
+                       [](Program& p) { p.forms.AskYesNo("", false); }, [](Program& p) { p.forms.AskFile({}); }};
+  const std::pair<Act, std::string> ends[] = {{[](Program& p) { p.forms.dispatcher.End(); }, "ports closed\nended\n"},
+                                              {[](Program&) { throw RuntimeFault(RuntimeFault::DeviceIOError); },
+                                               "ports closed\nfault 57 Device I/O error\nended\n"}};
+  for (const Act& wait : waits) {
+    for (const auto& [end, told] : ends) {
+      Program p;
+      TestForm& b = p.Show("B");
+      b.onNext = [&p, &act = end] { act(p); };
+      p.screen.whileAsking = [&] { b.NextCmd.Click(); };
+      p.loop.StartTimer(100ms, p.screen.whileAsking);
+      bool unwound = false;
+      const auto waiting = [&] {
+        const std::shared_ptr<void> guard(nullptr, [&](void*) { unwound = true; });
+        try {
+          wait(p);
+          ADD_FAILURE() << "went on";
+        } catch (const std::exception&) {
+          ADD_FAILURE() << "held up";
+        }
+      };
+      EXPECT_EQ(p.Click("A", waiting), told) << &wait - waits;
+      EXPECT_TRUE(unwound);
+    }
+  }
+}
+
+TEST(Dispatcher, TheProgramEndsWhenTheLastWindowHasGone) {
+  Program p;
+  TestForm& a = p.Show("A");
+  p.Show("B");
+  p.screen.log.clear();
+  a.CloseEnabled = false;
+  a.UserCloses();
+  EXPECT_EQ(p.screen.TakeLog(), "");
+  a.CloseEnabled = true;
+  a.UserCloses();
+  EXPECT_EQ(p.screen.TakeLog(), "unloaded A\n");
+  p.forms.Load("A").UserCloses();  // it does not show
+  p.forms.Find("B")->UserCloses();
+  EXPECT_EQ(p.screen.TakeLog(), "loaded A\nunloaded B\nports closed\nended\n");
+
+  Program other;  // one that goes from window to window by itself
+  const auto goOn = [&] {
+    TestForm& b = other.Show("B");
+    b.onNext = [&] { other.forms.Unload("A"), other.forms.Unload("B"); };
+    b.NextCmd.Click();
+    other.Show("B");
+  };
+  EXPECT_EQ(other.Click("A", goOn), "loaded B\nshown B\nunloaded A\nunloaded B\nloaded B\nshown B\n");
+  EXPECT_EQ(other.Click("B", [&] { other.Show("B").Visible = false; }), "shown B\nhidden B\nports closed\nended\n");
+}
+
+}  // namespace
+}  // namespace vk32

@@ -1,0 +1,27 @@
+// The entry of libFuzzer: one program for all targets, told by VK32_FUZZ_TARGET which one it is.
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+
+#include "fuzz/Targets.h"
+
+namespace {
+
+const vk32::FuzzTarget& ChosenTarget() {
+  const char* const name = std::getenv("VK32_FUZZ_TARGET");
+  for (const vk32::FuzzTarget& target : vk32::FuzzTargets()) {
+    if (name && target.name == name) return target;
+  }
+  std::fputs("Set VK32_FUZZ_TARGET to one of:", stderr);
+  for (const vk32::FuzzTarget& target : vk32::FuzzTargets()) std::fprintf(stderr, " %s", target.name.data());
+  std::fputs("\n", stderr);
+  std::exit(2);
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  static const vk32::FuzzTarget& target = ChosenTarget();
+  target.run({reinterpret_cast<const char*>(data), size});
+  return 0;
+}

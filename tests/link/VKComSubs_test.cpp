@@ -1,0 +1,169 @@
+// The messages, the checksums and the waits of the device link.
+#include "link/VKComSubs.h"
+
+#include <gtest/gtest.h>
+
+#include "core/TestWizard.h"
+#include "forms/FaultOf.h"
+#include "link/BuildFrame.h"
+
+namespace vk32 {
+namespace {
+
+using namespace std::chrono_literals;
+
+TEST(BuildFrame, TheProductDecidesTheKind) {
+  const std::string image = "4E 45 45 0E 00 00 00 00 01 00 00 00 00 00 00 00 00 01 02 03 04 0B 00";
+  const struct {
+    const char* product;
+    std::uint8_t code;
+    std::int16_t block, length;
+    std::string frame;
+  } rows[] = {{"VK-RTX", 0xF5, 3, 64, "A5 CE 06 F5 00 03 00 40 C8"},
+              {"VK5300", 0xF5, 3, 64, "A5 CE 06 F5 00 03 00 40 C8"},
+              {"VK-RTX", 0xFA, 5, 3, "A5 CE 09 FA 00 05 00 03 11 22 33 98"},
+              {"VK5300", 0xFA, 5, 3, "A5 CE 09 FA 00 05 00 03 11 22 33 98"},
+              {"VK-RTX", 208, 1, 0, "A5 CE 00 D0 00 01 00 2F"},  // nobody asks for it
+              {"VK5300", 208, 1, 0, image},
+              {"RB2000", 208, 1, 0, image},
+              {"RB3000", 208, 1, 0, image},
+              {"RBCard", 208, 1, 0, image},
+              {"RB2000", 0xFA, 5, 3, image},
+              {"", 208, 1, 0, ""}};
+  for (const auto& row : rows) {
+    Globals globals;
+    globals.CurrentProduct = row.product;
+    globals.BlockNumber = row.block;
+    globals.BlockLength = row.length;
+    globals.BlockData = FromHex("11 22 33");
+    globals.ConfigImage = FromHex("01 02 03 04");
+    EXPECT_EQ(ToHex(BuildFrame(globals, row.code)), row.frame) << row.product;
+    EXPECT_EQ(globals.BlockLength, row.frame == image ? 14 : row.length);
+  }
+}
+
+TEST(BuildFrame, WhatDoesNotFitFaults) {
+  const auto fault = [](const char* product, std::int16_t block, std::int16_t length, const Bytes& data) {
+    Globals globals;
+    globals.CurrentProduct = product;
+    globals.BlockNumber = block;
+    globals.BlockLength = length;
+    globals.BlockData = globals.ConfigImage = data;
+    return FaultOf([&] { BuildFrame(globals, 0xFA); });
+  };
+  EXPECT_EQ(fault("VK-RTX", 255, 249, Bytes(249, 'a')), 0);
+  EXPECT_EQ(fault("VK-RTX", 5, 250, Bytes(250, 'a')), 6);
+  EXPECT_EQ(fault("VK-RTX", 256, 1, "a"), 6);
+  EXPECT_EQ(fault("VK-RTX", 5, 256, "a"), 6);
+  EXPECT_EQ(fault("VK-RTX", 5, -1, "a"), 6);
+  EXPECT_EQ(fault("RB2000", 0, 0, Bytes(128, '\xFF') + '\x7E'), 0);  // 1 + 32640 + 126 = 32767
+  EXPECT_EQ(fault("RB2000", 0, 0, Bytes(128, '\xFF') + '\x7F'), 6);
+  EXPECT_EQ(fault("RB2000", 0, 0, Bytes(32758, '\0')), 6);
+}
+
+/// A wizard on the open COM3, whose device speaks by itself.
+class WaitTest : public testing::Test {
+ protected:
+  WaitTest() {
+    OpenLink(h.app);
+    h.wizard->TimeOutTmr.Interval = 3000;
+  }
+
+  void Say(std::vector<ScriptedDevice::Reply> says) {
+    device.On("go", std::move(says));
+    h.app.comm.CommWrite(3, "go");
+    h.app.globals.TimeOutFlag = FlagTrue;  // of an earlier wait
+    h.Elapsed();
+  }
+  /// How long the wait took, and how often it slept: once for each thing that came. The timer is at rest behind it.
+  void ExpectWait(Time time, int sleeps) {
+    EXPECT_EQ(h.Elapsed(), time);
+    EXPECT_EQ(h.loop.Sleeps() - std::exchange(sleptBefore, h.loop.Sleeps()), sleeps);
+    EXPECT_FALSE(h.wizard->TimeOutTmr.Enabled || h.wizard->TimeOutTmr.IsRunning());
+  }
+
+  ScriptedDevice device;
+  WizardHarness h{"VK-RTX", &device};
+  int sleptBefore = 0;
+};
+
+TEST_F(WaitTest, AnAckIsFoundBehindWhateverComesBeforeIt) {
+  Say({{10ms, FromHex("15 00 FF")}, {20ms, "\x05\x06\x15"}, {2990ms, "\x06"}, {6001ms, "\x06"}});
+  EXPECT_EQ(WaitForAck(h.app, *h.wizard), FlagFalse);
+  ExpectWait(20ms, 2);
+  EXPECT_EQ(h.driver.input, "\x15");
+  EXPECT_EQ(WaitForAck(h.app, *h.wizard), FlagFalse);
+  ExpectWait(2970ms, 1);
+  EXPECT_EQ(WaitForAck(h.app, *h.wizard), FlagTrue);  // the full interval anew, and silence
+  ExpectWait(3000ms, 1);
+  EXPECT_EQ(h.app.globals.TimeOutFlag, FlagTrue);
+}
+
+TEST_F(WaitTest, BytesAreAppendedUpToTheCountWithinTheInterval) {
+  Say({{1000ms, "0123456"}, {2900ms, "789abcdefXY"}, {4900ms, "Z"}, {5901ms, "late"}});
+  Bytes buffer = "kept ";
+  EXPECT_EQ(ReadBytes(h.app, buffer, 16, *h.wizard), 16);
+  ExpectWait(2900ms, 2);
+  EXPECT_EQ(buffer + "|" + h.driver.input, "kept 0123456789abcdef|XY");
+  EXPECT_EQ(h.app.globals.TimeOutFlag, FlagFalse);
+  EXPECT_EQ(ReadBytes(h.app, buffer, 4, *h.wizard), -1);  // the interval bounds the whole read
+  ExpectWait(3000ms, 2);
+  EXPECT_EQ(buffer, "kept 0123456789abcdefXYZ");  // what did come stays
+}
+
+TEST_F(WaitTest, TheLineGoesThroughFlowControl) {
+  h.app.globals.BaudRate = "9600";
+  h.driver.calls.clear();
+  SetDeviceLink(h.app);
+  const std::string build = "BuildState baud=9600 parity=N data=8 stop=1";
+  EXPECT_EQ(h.driver.calls, (std::vector<std::string>{"GetState", build, "SetState 9600 XON", "Purge 15", "GetState",
+                                                      build, "SetState 9600 NOXON"}));
+}
+
+TEST(CheckComPort, APortThatOpensHalfwayIsClosedAgain) {
+  Harness h;
+  h.GoTo("RB2000Cmd");
+  h.driver.Plug("COM3", nullptr);
+  h.driver.Fail("SetState", 5);
+  EXPECT_EQ(h.Do("select ProductMenu.COMCbo COM3"),
+            "box information \"INVALID COM PORT!!! Please Select Again.\" \"UNABLE TO OPEN COM PORT,  Error: Error "
+            "(5): CommOpen (SetCommState) - words of 5\" -> OK\n");
+  EXPECT_EQ(h.driver.calls.back(), "Close");
+  EXPECT_EQ(h.Get("ProductMenu.COMCbo.Text") + h.app.globals.ComPortText, "NoneNone");
+}
+
+TEST(DetectOfflineManager, WantsTheWholeBannerWithinASecond) {
+  const Bytes banner = "\r\n\x1B OFFLINE mANAGER 1.0 " + Bytes(317, '.'), other(340, '.');
+  const struct {
+    std::vector<ScriptedDevice::Reply> says;
+    bool found;
+    Time after;
+  } rows[] = {{{{999ms, banner}}, true, 999ms},
+              {{{10ms, Mid(banner, 1, 8)}, {20ms, Mid(banner, 9) + "more"}}, true, 20ms},
+              {{{10ms, Mid(banner, 1, 339)}}, false, 1000ms},
+              {{{10ms, Mid(banner, 1, 339)}, {2001ms, "."}}, false, 1000ms},
+              {{{10ms, other + banner}}, false, 10ms},
+              {{}, false, 1000ms}};
+  for (const auto& row : rows) {
+    ScriptedDevice device;
+    device.On("\x1B", row.says).On("\x1B", row.says);
+    WizardHarness h("VK-RTX", &device);
+    Timer& timer = h.wizard->TimeOutTmr;
+    timer.Interval = 7000;
+    for (int attempt = 0; attempt < 2; ++attempt) {  // the second one finds the port open
+      h.Elapsed();
+      EXPECT_EQ(DetectOfflineManager(h.app, timer), row.found) << &row - rows;
+      EXPECT_EQ(h.Elapsed(), row.after) << &row - rows;
+      EXPECT_EQ(timer.Interval, 7000);
+      EXPECT_FALSE(timer.Enabled);
+      EXPECT_TRUE(h.PortIsOpen());
+      EXPECT_EQ(h.driver.calls.back() + h.driver.input, "Purge 15");
+    }
+    h.app.globals.ComPortNumber = 0;
+    EXPECT_FALSE(DetectOfflineManager(h.app, timer));
+    EXPECT_EQ(timer.Interval, 7000);
+  }
+}
+
+}  // namespace
+}  // namespace vk32
