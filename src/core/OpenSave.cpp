@@ -12,10 +12,7 @@ FileDialog& DialogOf(ConfigurationForm& form) { return form.Get<FileDialog>("Ope
 
 bool SaveConfigFile(App&, ConfigurationForm& form, const std::string& product, const std::string& modelTag) {
   FileDialog& dialog = DialogOf(form);
-  dialog.DialogTitle = "Save Configuration File";
-  dialog.Filter = product + " Configuration Files (*.cfg)|*.cfg";
-  dialog.FileName = "";
-  dialog.CancelError = false;
+  dialog.Prepare("Save Configuration File", product + " Configuration Files (*.cfg)|*.cfg");
   dialog.ShowSave();
   if (dialog.FileName.Value().empty()) return false;
   try {
@@ -30,10 +27,7 @@ bool SaveConfigFile(App&, ConfigurationForm& form, const std::string& product, c
 
 bool OpenConfigFile(App& app, ConfigurationForm& form, const std::string& product, const std::string& modelTag) {
   FileDialog& dialog = DialogOf(form);
-  dialog.DialogTitle = "Select Configuration File";
-  dialog.Filter = product + " Configuration Files (*.cfg)|*.cfg|All Files (*.*)|*.*";
-  dialog.FileName = "";
-  dialog.CancelError = false;
+  dialog.Prepare("Select Configuration File", product + " Configuration Files (*.cfg)|*.cfg|All Files (*.*)|*.*");
   dialog.ShowOpen();
   if (dialog.FileName.Value().empty()) return false;
 

@@ -40,10 +40,7 @@ void Firmware::ShowCurrentPage() {
 }
 
 void Firmware::SelectFirmwareFile() {
-  FirmwareDialog.DialogTitle = "Select Firmware File";
-  FirmwareDialog.Filter = FirmwareFilter(app_.globals.CurrentProduct);
-  FirmwareDialog.FileName = "";
-  FirmwareDialog.CancelError = false;
+  FirmwareDialog.Prepare("Select Firmware File", FirmwareFilter(app_.globals.CurrentProduct));
   FirmwareDialog.ShowOpen();
   FirmFileTxt.Text = FirmwareDialog.FileName.Value();
 }

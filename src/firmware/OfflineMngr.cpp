@@ -82,10 +82,7 @@ void OfflineMngr::SendFirmwareCmd_Click() {
 }
 
 void OfflineMngr::AskForFile() {
-  OfflineDialog.DialogTitle = "Select Firmware File";
-  OfflineDialog.Filter = FirmwareFilter(app_.globals.CurrentProduct);
-  OfflineDialog.FileName = "";
-  OfflineDialog.CancelError = false;
+  OfflineDialog.Prepare("Select Firmware File", FirmwareFilter(app_.globals.CurrentProduct));
   OfflineDialog.ShowOpen();
 }
 

@@ -330,6 +330,13 @@ FileDialog::FileDialog(Form& form, ControlName name)
       FileName(*this, "FileName", {}),
       CancelError(*this, "CancelError", false) {}
 
+void FileDialog::Prepare(const std::string& title, const std::string& filter) {
+  DialogTitle = title;
+  Filter = filter;
+  FileName = "";
+  CancelError = false;
+}
+
 void FileDialog::ShowOpen() { Show(false); }
 
 void FileDialog::ShowSave() { Show(true); }

@@ -260,6 +260,8 @@ class FileDialog : public Control {
  public:
   FileDialog(Form& form, ControlName name);
 
+  /// Sets the title and the filter; no file name yet, and a cancel gives no fault.
+  void Prepare(const std::string& title, const std::string& filter);
   /// Asks, and puts the chosen path into FileName; on a cancel FileName stays as it is.
   void ShowOpen();
   void ShowSave();
