@@ -17,7 +17,7 @@ App::App(EventLoop& loop, Screen& screen, SerialDriver& driver, const PortNames&
   forms.dispatcher.AtEnd([this] { comm.CloseAll(); });
 }
 
-std::string ProgramVersion() { return "1.8.11"; }
+std::string ProgramVersion() { return VK32_VERSION; }
 
 void StartProgram(App& app) {
   RegisterShell(app);

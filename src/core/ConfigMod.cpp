@@ -90,7 +90,8 @@ bool DownloadImage(App& app, ConfigurationForm& form) {
     }
     done = WaitForAck(app, form) != FlagTrue;
   }
-  if (!done) TellTimeOut(app);
+  // A wizard that was closed meanwhile, by Cancel or by another FINISH that went well, has nothing more to tell.
+  if (!done && form.IsLoaded()) TellTimeOut(app);
   if (DownloadProgress* message = ProgressMessage(app, false)) message->StopDownloadTimer();
   CloseExchange(app, port);
   return done;

@@ -65,19 +65,24 @@ DeviceInfo::DeviceInfo(App& app) : Form(app.forms, FormName, "Device Information
 }
 
 void DeviceInfo::Form_Load() {
-  const std::string& product = app_.globals.CurrentProduct;
+  // Another product or port may be chosen during the exchange.
+  const std::string product = app_.globals.CurrentProduct;
+  const std::int32_t port = app_.globals.ComPortNumber;
   app_.globals.CommFailed = FlagFalse;
   SetTimeOut(*this, AnswerInterval);
   OpenLink(app_);
   SetDeviceLink(app_);
   bool read = true;
-  if (product == "VK-RTX") read = ReadVKRTX();
-  if (product == "VK5300") read = ReadVK5300();
+  if (product == "VK-RTX") {
+    read = ReadVKRTX();
+  } else if (product == "VK5300") {
+    read = ReadVK5300();
+  }
   if (!read) {
     TellTimeOut(app_);
     app_.globals.CommFailed = FlagTrue;
   }
-  app_.comm.CommClose(app_.globals.ComPortNumber);
+  app_.comm.CommClose(port);
 }
 
 bool DeviceInfo::ReadVKRTX() {

@@ -9,7 +9,7 @@ void DownloadingMsg::Form_Load() { EnableCloseButton(*this, false); }
 
 void DownloadingMsg::StartDownloadTimer(Timer&, int total) {
   Visible = true;
-  ProgressBar_.Max = total;
+  Progress.Max = total;
   DownloadTmr.Enabled = true;
 }
 
@@ -20,7 +20,7 @@ void DownloadingMsg::StopDownloadTimer() {
 
 void DownloadingMsg::DownloadTmr_Timer() {
   const int interval = DownloadTmr.Interval;
-  if (ProgressBar_.Max >= ProgressBar_.Value + interval) ProgressBar_.Value = ProgressBar_.Value + interval;
+  if (Progress.Max >= Progress.Value + interval) Progress.Value = Progress.Value + interval;
 }
 
 }  // namespace vk32

@@ -21,8 +21,8 @@ class DownloadingMsg : public Form, public DownloadProgress {
   void DownloadTmr_Timer();
 
   // clang-format off
-  Label       Label1_      {*this, "Label1",      {240, 360, 4920, 315}, "Downloading Configuration..."};
-  ProgressBar ProgressBar_ {*this, "ProgressBar", {240, 840, 4920, 315}};
+  Label       Label1      {*this, "Label1",      {240, 360, 4920, 315}, "Downloading Configuration..."};
+  ProgressBar Progress {*this, "ProgressBar", {240, 840, 4920, 315}};
   Timer       DownloadTmr  {*this, "DownloadTmr", 1000, true, &DownloadingMsg::DownloadTmr_Timer};
   // clang-format on
 };

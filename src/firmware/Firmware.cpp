@@ -72,10 +72,11 @@ void Firmware::CheckFile() {
 void Firmware::ProbeAndInstall() {
   if (probing_) return;
   probing_ = true;
+  probeStopped_ = false;
   const bool found = DetectOfflineManager(app_, TimeOutTmr);
   probing_ = false;
   // Cancel and Back were live during the probe: after either of them nothing may be erased.
-  if (!IsLoaded() || app_.globals.FirmwarePage != 1) return;
+  if (!IsLoaded() || probeStopped_) return;
   if (!found) {
     app_.forms.MsgBox(
         "Press the Configuration Button on the " + app_.globals.CurrentProduct + "\r\nbefore attepmting to continue.",
@@ -97,6 +98,7 @@ void Firmware::ProbeAndInstall() {
 }
 
 void Firmware::BackCmd_Click() {
+  probeStopped_ = true;
   if (app_.globals.FirmwarePage >= 1) {
     --app_.globals.FirmwarePage;
     ShowFirmwareStep(app_.globals.FirmwarePage);
@@ -111,12 +113,24 @@ void Firmware::CancelCmd_Click() {
     return;
   }
   const std::string& product = app_.globals.CurrentProduct;
+  // While the question stands nobody reads the port: the wait's clock must not run out over it.
+  const bool waiting = TimeOutTmr.Enabled;
+  TimeOutTmr.Enabled = false;
   const bool yes = app_.forms.AskYesNo(
       "Are you sure you want cancel the firmware upgrade?\r\r\nCancelling will cause the firmware in the " + product +
           " to become corrupt. The\r\nfirmware will need to be resent before the " + product + " will operate.",
       true);
+  TimeOutTmr.Enabled = waiting;
   CancelAnswer = yes ? AnswerYes : AnswerNo;
   if (yes) UnloadMe();
+}
+
+void Firmware::Form_Close() {
+  if (CancelCmd.Visible) {
+    CancelCmd_Click();
+  } else {
+    UnloadMe();
+  }
 }
 
 bool Firmware::InstallFirmware(const std::string& path) {
@@ -167,12 +181,13 @@ bool Firmware::ReceiveFlashBurnResponse(Timer& timer) {
   app_.globals.TimeOutFlag = FlagFalse;
   timer.Enabled = true;
   const auto has = [&](const char* word) { return buffer.find(word) != Bytes::npos; };
-  while (!has("Failed") && !has("Successful") && app_.globals.TimeOutFlag != FlagTrue) {
+  const auto over = [&] {
+    return has("Failed") || has("Successful") || app_.globals.TimeOutFlag == FlagTrue || !timer.Enabled;
+  };
+  while (!over()) {
     Bytes chunk;
-    app_.comm.CommRead(app_.globals.ComPortNumber, chunk, ChunkLength);
+    PollPort(app_, chunk, ChunkLength, over);
     buffer += chunk;
-    app_.forms.dispatcher.DoEvents();
-    if (chunk.empty() && app_.globals.TimeOutFlag != FlagTrue) app_.comm.Idle(app_.globals.ComPortNumber);
   }
   return has("Successful") && app_.globals.TimeOutFlag == FlagFalse;
 }

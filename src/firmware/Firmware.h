@@ -22,6 +22,8 @@ class Firmware : public Form {
 
  private:
   void Form_Load() override;
+  /// The window's own close control asks what CANCEL asks.
+  void Form_Close() override;
   void NextCmd_Click();
   void BackCmd_Click();
   void CancelCmd_Click();
@@ -40,6 +42,7 @@ class Firmware : public Form {
 
   App& app_;
   bool FirmwareInstalling = false;
+  bool probeStopped_ = false;
   bool probing_ = false;     // a second Next during the probe must not start a second installation
   std::string CancelAnswer;  // "6" Yes, "7" No
 

@@ -31,14 +31,15 @@ void OfflineMngr::tmrTime_Timer() {
   if (!data.empty()) TermShowData(Term, data);
 }
 
-/// The device alone shows what was typed, by its echo.
+/// The device alone shows what was typed, by its echo. A key must not get into the middle of a file.
 bool OfflineMngr::Term_KeyPress(char key) {
-  Send(app_, Bytes(1, key));
+  if (!sending_) Send(app_, Bytes(1, key));
   return false;
 }
 
 void OfflineMngr::TermShowData(TextBox& box, std::string_view data) {
-  const int length = static_cast<int>(box.Text.Value().size());
+  const std::string& shown = box.Text;
+  const int length = static_cast<int>(shown.size());
   int erased = 0;    // characters of the box that leading backspaces have selected
   std::string text;  // what takes their place
   for (const char c : data) {
@@ -47,6 +48,8 @@ void OfflineMngr::TermShowData(TextBox& box, std::string_view data) {
       text.resize(text.size() - (lineEnd ? 2 : 1));
     } else if (c == '\b') {
       if (erased < length) ++erased;
+      const std::size_t start = shown.size() - static_cast<std::size_t>(erased);
+      if (start > 0 && shown[start] == '\n' && shown[start - 1] == '\r') ++erased;  // a line end goes as one
     } else if (c == '\n') {
       text += "\r\n";
     } else if (c != '\r') {
@@ -59,6 +62,7 @@ void OfflineMngr::TermShowData(TextBox& box, std::string_view data) {
 }
 
 void OfflineMngr::SendFirmwareCmd_Click() {
+  if (sending_) return;
   const bool done = app_.forms.AskYesNo(
       "Before continuing, you must select the \"Write New Firmware\" option\r\nfrom the Main Menu and then choose "
       "\"Yes\" to "
@@ -72,6 +76,7 @@ void OfflineMngr::SendFirmwareCmd_Click() {
                           "transfer the firmware file as text.",
                           false);
   // The terminal must not take the answers out of the port.
+  sending_ = true;
   tmrTime.Enabled = false;
   if (xmodem) {
     SendFirmwareByXmodem();
@@ -79,6 +84,7 @@ void OfflineMngr::SendFirmwareCmd_Click() {
     SendFirmwareAsText();
   }
   tmrTime.Enabled = true;
+  sending_ = false;
 }
 
 void OfflineMngr::AskForFile() {
@@ -103,7 +109,7 @@ void OfflineMngr::SendFirmwareByXmodem() {
     TellUnreadable();
     return;
   }
-  Xmodem(app_).XmodemSend(data, *this);
+  Xmodem(app_, *this).XmodemSend(data);
 }
 
 void OfflineMngr::SendFirmwareAsText() {

@@ -17,6 +17,7 @@ class OfflineMngr : public Form, public XmodemProgress {
   void StartOfflineProgressBar() override;
   void UpdateOfflineProgressBar(std::size_t done, std::size_t total) override;
   void FinishOfflineProgressBar() override;
+  bool OfflineFormGone() const override { return !IsLoaded(); }
 
  private:
   void Form_Load() override;
@@ -35,6 +36,7 @@ class OfflineMngr : public Form, public XmodemProgress {
   void ShowProgress(bool visible);
 
   App& app_;
+  bool sending_ = false;  // a file is on its way
 
  public:
   // clang-format off

@@ -15,11 +15,11 @@ constexpr int FirstNakLimit = 60000, AnswerLimit = 5000;  // ms
 
 }  // namespace
 
-bool Xmodem::XmodemSend(const Bytes& data, XmodemProgress& form) {
+bool Xmodem::XmodemSend(const Bytes& data) {
   const std::size_t total = data.size();
   std::size_t remainder = total;
   std::uint32_t counter = 1;
-  form.StartOfflineProgressBar();
+  form_.StartOfflineProgressBar();
   OpenLink(app_);  // the terminal has it open: "Port in use."
   SetDeviceLink(app_);
   app_.comm.CommFlush(app_.globals.ComPortNumber);
@@ -34,16 +34,16 @@ bool Xmodem::XmodemSend(const Bytes& data, XmodemProgress& form) {
       answer = XmodemReadByte(AnswerLimit);
     }
     if (answer != AckByte) return Fail();
-    form.UpdateOfflineProgressBar(total - remainder, total);
+    form_.UpdateOfflineProgressBar(total - remainder, total);
     ++counter;
   }
   const bool failed = XmodemSendEot();
-  form.FinishOfflineProgressBar();
+  form_.FinishOfflineProgressBar();
   return failed;
 }
 
 bool Xmodem::Fail() {
-  app_.comm.CommClose(app_.globals.ComPortNumber);
+  if (!form_.OfflineFormGone()) app_.comm.CommClose(app_.globals.ComPortNumber);
   return true;
 }
 
@@ -58,17 +58,12 @@ std::uint8_t Xmodem::XmodemChecksum(const Bytes& block) {
 }
 
 std::uint8_t Xmodem::XmodemReadByte(int limit) {
-  Dispatcher& dispatcher = app_.forms.dispatcher;
   XmodemTimedOut = false;
-  const auto timer = dispatcher.Loop().StartTimer(std::chrono::milliseconds(limit), [this] { XmodemTimedOut = true; });
+  const Alarm alarm(app_.forms.dispatcher.Loop(), std::chrono::milliseconds(limit), [this] { XmodemTimedOut = true; });
   Bytes byte;
-  while (byte.empty() && !XmodemTimedOut) {
-    app_.comm.CommRead(app_.globals.ComPortNumber, byte, 1);
-    dispatcher.DoEvents();
-    if (byte.empty() && !XmodemTimedOut) app_.comm.Idle(app_.globals.ComPortNumber);
-  }
-  dispatcher.Loop().StopTimer(timer);
-  return XmodemTimedOut ? NoAnswer : CByte(Asc(byte, 1));
+  const auto over = [&] { return !byte.empty() || XmodemTimedOut || form_.OfflineFormGone(); };
+  while (!over()) PollPort(app_, byte, 1, over);
+  return XmodemTimedOut || byte.empty() ? NoAnswer : CByte(Asc(byte, 1));
 }
 
 bool Xmodem::XmodemSendEot() {

@@ -14,17 +14,19 @@ class XmodemProgress {
   virtual void StartOfflineProgressBar() = 0;
   virtual void UpdateOfflineProgressBar(std::size_t done, std::size_t total) = 0;
   virtual void FinishOfflineProgressBar() = 0;
+  /// Its window has been closed: there is nobody left to send for, and the port may be another's by now.
+  virtual bool OfflineFormGone() const = 0;
 };
 
 /// One transfer on the port that is open already.
 class Xmodem {
  public:
-  explicit Xmodem(App& app) : app_(app) {}
+  Xmodem(App& app, XmodemProgress& form) : app_(app), form_(form) {}
 
   /// Sends the whole data. True on failure, which closes the port unless it was the end that went unanswered; false on
   /// success, which leaves it open with flow control off. A receiver that asks for a block again gets it, without
   /// limit.
-  bool XmodemSend(const Bytes& data, XmodemProgress& form);
+  bool XmodemSend(const Bytes& data);
 
   /// The sum of the bytes, low 8 bits.
   static std::uint8_t XmodemChecksum(const Bytes& block);
@@ -37,6 +39,7 @@ class Xmodem {
   bool Fail();
 
   App& app_;
+  XmodemProgress& form_;
   bool XmodemTimedOut = false;
 };
 

@@ -27,13 +27,14 @@ std::int32_t ReadUntilTimeOut(App& app, Bytes& buffer, std::int32_t count, Timer
   Globals& globals = app.globals;
   std::int32_t received = 0;
   timer.Enabled = true;
-  while (received < count && globals.TimeOutFlag != FlagTrue) {
-    Bytes chunk;
-    received += app.comm.CommRead(globals.ComPortNumber, chunk, count - received);
-    buffer += chunk;
-    app.forms.dispatcher.DoEvents();
+  const auto over = [&] {
     EndIfStopped(globals, timer);
-    if (chunk.empty() && globals.TimeOutFlag != FlagTrue) app.comm.Idle(globals.ComPortNumber);
+    return received >= count || globals.TimeOutFlag == FlagTrue;
+  };
+  while (!over()) {
+    Bytes chunk;
+    received += PollPort(app, chunk, count - received, over);
+    buffer += chunk;
   }
   timer.Enabled = false;
   return received;
@@ -65,18 +66,25 @@ std::int32_t OpenLink(App& app) {
   return app.comm.CommOpen(port, "COM" + Str(port), LinkSettings(app.globals));
 }
 
+std::int32_t PollPort(App& app, Bytes& chunk, std::int32_t maximum, const std::function<bool()>& over) {
+  const std::int32_t port = app.globals.ComPortNumber;
+  const std::int32_t status = app.comm.CommRead(port, chunk, maximum);
+  app.forms.dispatcher.DoEvents();
+  if (chunk.empty() && !over()) app.comm.Idle(port);
+  return status;
+}
+
 Flag WaitForAck(App& app, Form& form) {
   Globals& globals = app.globals;
   Timer& timer = TimeOutTmrOf(form);
   Bytes reply;
   globals.TimeOutFlag = FlagFalse;
   timer.Enabled = true;
-  while (reply != Bytes(1, Ack) && globals.TimeOutFlag < FlagTrue) {
-    app.comm.CommRead(globals.ComPortNumber, reply, 1);
-    app.forms.dispatcher.DoEvents();
+  const auto over = [&] {
     EndIfStopped(globals, timer);
-    if (reply.empty() && globals.TimeOutFlag < FlagTrue) app.comm.Idle(globals.ComPortNumber);
-  }
+    return reply == Bytes(1, Ack) || globals.TimeOutFlag == FlagTrue;
+  };
+  while (!over()) PollPort(app, reply, 1, over);
   timer.Enabled = false;
   return globals.TimeOutFlag;
 }

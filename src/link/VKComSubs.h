@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <string>
 
 #include "core/Globals.h"
@@ -23,6 +24,9 @@ std::int32_t OpenLink(App& app);
 
 // The form that talks to a device has a timer TimeOutTmr, whose tick sets TimeOutFlag. Its Interval bounds each wait.
 
+/// One pass of a wait: takes up to `maximum` bytes that have come and lets events run; if none had come it then sleeps
+/// until something happens, unless the wait is over by then. Returns CommRead's status.
+std::int32_t PollPort(App& app, Bytes& chunk, std::int32_t maximum, const std::function<bool()>& over);
 /// Drops all that comes until ACK. 0 if it came, 65535 on time-out. The timer is disabled on return.
 Flag WaitForAck(App& app, Form& form);
 /// Appends up to `count` bytes to `buffer`. Returns the number of bytes read, -1 on time-out; what did arrive stays in

@@ -62,4 +62,18 @@ class EventLoop {
   TimerQueue timers_;
 };
 
+/// A timer that goes with its block, however that is left.
+class Alarm {
+ public:
+  Alarm(EventLoop& loop, Time delay, std::function<void()> ring)
+      : loop_(loop), id_(loop.StartTimer(delay, std::move(ring))) {}
+  ~Alarm() { loop_.StopTimer(id_); }
+  Alarm(const Alarm&) = delete;
+  Alarm& operator=(const Alarm&) = delete;
+
+ private:
+  EventLoop& loop_;
+  TimerQueue::Id id_;
+};
+
 }  // namespace vk32

@@ -76,6 +76,8 @@ void ProductMenu::UpgradeCmd_Click() {
 
 void ProductMenu::DeviceInfoCmd_Click() {
   if (!HasTool("DeviceInfo", "The device information")) return;
+  // It is there already, or still waits for its device.
+  if (app_.forms.Find("DeviceInfo")) return;
   Form& info = app_.forms.Load("DeviceInfo");
   if (app_.globals.CommFailed != FlagFalse) {
     info.Visible = false;

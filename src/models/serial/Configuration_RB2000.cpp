@@ -25,6 +25,15 @@ std::span<const FixedByte> Configuration_RB2000::FixedBytes() const {
   return fixed;
 }
 
+std::vector<RegisterList*> Configuration_RB2000::Lists() {
+  // clang-format off
+  return {&ChaSpeedLst, &ChaParityLst, &ChaDataBitsLst, &ChaStopBitsLst, &ChaHandshakingLst, &ChaConnectionLst,
+          &ChbSpeedLst, &ChbParityLst, &ChbDataBitsLst, &ChbStopBitsLst, &ChbHandshakingLst, &ChbConnectionLst,
+          &ChaDf1StationAddrLst, &ChaDf1ErrorModeLst, &ChbModDeviceTypeLst, &ChbModProtocolLst, &ChbModSlavePlcTypeLst,
+          &ChbModSlaveBroadcastEnableLst, &ChbModSlaveBroadcastStartLst, &ChbModSlaveBroadcastEndLst};
+  // clang-format on
+}
+
 void Configuration_RB2000::Form_Load() {
   app.globals.CurrentPage = 0;
   app.globals.LastPage = 4;
@@ -32,21 +41,8 @@ void Configuration_RB2000::Form_Load() {
   app.globals.ClearRegisters();
   DeviceLbl.Caption = app.globals.CurrentProduct;
   AdaptToPort();
-
-  for (RegisterList* list :
-       {&ChaSpeedLst, &ChaParityLst, &ChaDataBitsLst, &ChaStopBitsLst, &ChaHandshakingLst, &ChaConnectionLst,
-        &ChbSpeedLst, &ChbParityLst, &ChbDataBitsLst, &ChbStopBitsLst, &ChbHandshakingLst, &ChbConnectionLst}) {
-    list->SelectDefault();
-  }
-  for (RegisterList* list : {&ChaDf1StationAddrLst, &ChaDf1ErrorModeLst, &ChbModDeviceTypeLst, &ChbModProtocolLst}) {
-    list->SelectDefault();
-  }
-  ModSlaveFrame.Visible = true;
-  ModMasterFrame.Visible = false;
-  for (RegisterList* list : {&ChbModSlavePlcTypeLst, &ChbModSlaveBroadcastEnableLst, &ChbModSlaveBroadcastStartLst,
-                             &ChbModSlaveBroadcastEndLst, &ChbModSlaveSpecificAddrLst}) {
-    list->SelectDefault();
-  }
+  for (RegisterList* list : Lists()) list->SelectDefault();
+  ChbModSlaveSpecificAddrLst.SelectDefault();
   ChbModSlaveSpecificAddrLst.Visible = false;
   SetTabOrder();
   SetSlotTabOrder();
@@ -92,11 +88,9 @@ void Configuration_RB2000::ChbModSlavePlcTypeLst_Click() {
 
 void Configuration_RB2000::ChbModSlaveBroadcastEnableLst_Click() {
   const bool broadcast = ChbModSlaveBroadcastEnableLst.Text.Value() == "Yes";
-  for (Control* control : std::initializer_list<Control*>{
-           &ChbModSlaveBroadcastStartLbl, &ChbModSlaveBroadcastStartLst, &ChbModSlaveBroadcastStartUnitLbl,
-           &ChbModSlaveBroadcastEndLbl, &ChbModSlaveBroadcastEndLst, &ChbModSlaveBroadcastEndUnitLbl}) {
-    control->Visible = broadcast;
-  }
+  ShowAll({&ChbModSlaveBroadcastStartLbl, &ChbModSlaveBroadcastStartLst, &ChbModSlaveBroadcastStartUnitLbl,
+           &ChbModSlaveBroadcastEndLbl, &ChbModSlaveBroadcastEndLst, &ChbModSlaveBroadcastEndUnitLbl},
+          broadcast);
   ChbModSlaveSpecificAddrChk.Top = broadcast ? 2280 : 1200;
   ChbModSlaveSpecificAddrLst.Top = broadcast ? 2400 : 1320;
 }
@@ -110,28 +104,7 @@ void Configuration_RB2000::ChbModSlaveSpecificAddrChk_Click() {
 }
 
 void Configuration_RB2000::Parameter_Setup_RB() {
-  for (RegisterList* list : {&ChaSpeedLst,
-                             &ChaParityLst,
-                             &ChaDataBitsLst,
-                             &ChaStopBitsLst,
-                             &ChaHandshakingLst,
-                             &ChaConnectionLst,
-                             &ChbSpeedLst,
-                             &ChbParityLst,
-                             &ChbDataBitsLst,
-                             &ChbStopBitsLst,
-                             &ChbHandshakingLst,
-                             &ChbConnectionLst,
-                             &ChaDf1StationAddrLst,
-                             &ChaDf1ErrorModeLst,
-                             &ChbModDeviceTypeLst,
-                             &ChbModProtocolLst,
-                             &ChbModSlavePlcTypeLst,
-                             &ChbModSlaveBroadcastEnableLst,
-                             &ChbModSlaveBroadcastStartLst,
-                             &ChbModSlaveBroadcastEndLst}) {
-    list->Decode();
-  }
+  for (RegisterList* list : Lists()) list->Decode();
   const std::int32_t flags = Register(SerialImage::ModbusFlags);
   ChbModSlaveSpecificAddrChk.Value = (flags & SerialImage::SpecificAddressMask) != 0 ? 1 : 0;
   ChbModSlaveSpecificAddrLst.Decode();

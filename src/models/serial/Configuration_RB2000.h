@@ -29,10 +29,12 @@ class Configuration_RB2000 : public SerialWizard {
   void ChbModSlavePlcTypeLst_Click();
   void ChbModSlaveBroadcastEnableLst_Click();
   void ChbModSlaveSpecificAddrChk_Click();
-  void ChbModMasterNXYYZOpt_Click() { Register(SerialImage::AddressDecoding) = 0; }
-  void ChbModMasterNXYZZOpt_Click() { Register(SerialImage::AddressDecoding) = 1; }
-  void ChbModMasterNYXZZOpt_Click() { Register(SerialImage::AddressDecoding) = 2; }
+  void ChbModMasterNXYYZOpt_Click() { SetDecoding(0); }
+  void ChbModMasterNXYZZOpt_Click() { SetDecoding(1); }
+  void ChbModMasterNYXZZOpt_Click() { SetDecoding(2); }
 
+  /// All but the specific address, which follows its check box; in the order of their defaults and of their decoding.
+  std::vector<RegisterList*> Lists();
   bool IsMaster() const { return ChbModDeviceTypeLst.Text.Value() == "Master"; }
 
   Parameters& image = app.globals;

@@ -84,10 +84,8 @@ void Configuration_RB3000::PLCTypeLst_Click() { ShowFloatColumn(PLCTypeLst.Text.
 
 void Configuration_RB3000::BroadcastLst_Click() {
   const bool broadcast = BroadcastLst.Text.Value() == "Yes";
-  for (Control* control : std::initializer_list<Control*>{&BroadStartLbl, &BroadStartLst, &BroadStartUnitsLbl,
-                                                          &BroadEndLbl, &BroadEndLst, &BroadSEndUnitsLbl}) {
-    control->Visible = broadcast;
-  }
+  ShowAll({&BroadStartLbl, &BroadStartLst, &BroadStartUnitsLbl, &BroadEndLbl, &BroadEndLst, &BroadSEndUnitsLbl},
+          broadcast);
 }
 
 void Configuration_RB3000::Parameter_Setup_RB() {

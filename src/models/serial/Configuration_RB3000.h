@@ -28,9 +28,9 @@ class Configuration_RB3000 : public SerialWizard {
   void ModDeviceTypeLst_Click();
   void PLCTypeLst_Click();
   void BroadcastLst_Click();
-  void NXYYZOpt_Click() { Register(SerialImage::AddressDecoding) = 0; }
-  void NXYZZOpt_Click() { Register(SerialImage::AddressDecoding) = 1; }
-  void NYXZZOpt_Click() { Register(SerialImage::AddressDecoding) = 2; }
+  void NXYYZOpt_Click() { SetDecoding(0); }
+  void NXYZZOpt_Click() { SetDecoding(1); }
+  void NYXZZOpt_Click() { SetDecoding(2); }
 
   bool IsMaster() const { return ModDeviceTypeLst.Text.Value() == "Master"; }
 

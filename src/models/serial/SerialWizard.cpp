@@ -71,7 +71,7 @@ void SerialWizard::StoreField(int slot, int field, const TextBox& text) {
     const std::int32_t value = CLng(Val(text.Text.Value()));
     SplitWord(value, app.globals.RegisterHigh[r], app.globals.RegisterLow[r]);
   } catch (const RuntimeFault&) {
-    // Too large to convert: the register stays, and the page's check tells the user.
+    // Too large to convert: the register stays. A slave's slots are checked by their texts when the page is left.
   }
 }
 
@@ -83,6 +83,10 @@ void SerialWizard::FloatChk_Click(int i) {
 void SerialWizard::SelectDecoding(std::initializer_list<OptionButton*> decodings) {
   const auto decoding = static_cast<std::size_t>(Register(SerialImage::AddressDecoding));
   if (decoding < decodings.size()) decodings.begin()[decoding]->Value = true;
+}
+
+void SerialWizard::ShowAll(std::initializer_list<Control*> controls, bool visible) {
+  for (Control* control : controls) control->Visible = visible;
 }
 
 void SerialWizard::ExplainDecoding() { app.forms.Show("DDTAExplanationFrm"); }
@@ -103,9 +107,11 @@ void SerialWizard::SetupSlot(int slot) {
     if (value != 0 || started) fields[field]->Text = Str(value);
     started = started || (field == 0 && value != 0);
   }
-  // A flag that is neither 0 nor 1 shows in no check box: the register keeps the device's byte.
-  const std::int32_t flag = word(SerialImage::FloatField) & 255;
-  if (flag <= 1) FloatChk[slot].Value = flag;
+  // A flag that is neither 0 nor 1 shows as off, and the register keeps the device's byte.
+  std::int32_t& flag = Register({SerialImage::SlotRegister(slot, SerialImage::FloatField), Half::High});
+  const std::int32_t stored = flag;
+  FloatChk[slot].Value = stored == 1 ? 1 : 0;
+  flag = stored;
 }
 
 void SerialWizard::ValidateMappingSlots(int& result) {

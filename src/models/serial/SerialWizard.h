@@ -39,6 +39,7 @@ class SerialWizard : public WizardForm {
 
   /// Selects the option of the destination address decoding; a byte that is no decoding leaves them.
   void SelectDecoding(std::initializer_list<OptionButton*> decodings);
+  static void ShowAll(std::initializer_list<Control*> controls, bool visible);
   /// Opens the explanation of the decodings.
   void ExplainDecoding();
   /// Sets the slots' fields from the registers; fields that are empty in the image keep their text.
@@ -46,6 +47,7 @@ class SerialWizard : public WizardForm {
   /// Along each slot row, and the slots behind the pages declared before them.
   void SetSlotTabOrder();
   std::vector<Frame*> MappingFrames() const;
+  void SetDecoding(int code) { Register(SerialImage::AddressDecoding) = code; }
   std::int32_t& Register(RegisterByte byte) { return byte.In(app.globals); }
 
  private:
