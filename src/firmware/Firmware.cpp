@@ -64,6 +64,7 @@ void Firmware::CheckFile() {
                       MessageIcon::Exclamation);
   } else {
     ++app_.globals.FirmwarePage;
+    checkedLength_ = FirmwareFileLength(path);
     FirmFileConTxt.Caption = path;
     ShowCurrentPage();
   }
@@ -141,7 +142,7 @@ bool Firmware::InstallFirmware(const std::string& path) {
   app_.comm.CommSet(port, LinkSettings(app_.globals));
   bool installed = false;
   const auto cancelled = [&] { return CancelAnswer == AnswerYes; };
-  if (EraseAndWaitUntilReady() && StreamFile(app_, path, PieceLength, Progress, cancelled)) {
+  if (EraseAndWaitUntilReady() && StreamFile(app_, path, PieceLength, Progress, checkedLength_, cancelled)) {
     SetTimeOut(*this, BurnLimit);
     installed = WaitForAck(app_, *this) != FlagTrue;
     app_.comm.CommSetNOXON(port, LinkSettings(app_.globals));

@@ -42,6 +42,7 @@ class Firmware : public Form {
 
   App& app_;
   bool FirmwareInstalling = false;
+  std::uint64_t checkedLength_ = 0;  // of the file, in bytes, when it was checked
   bool probeStopped_ = false;
   bool probing_ = false;     // a second Next during the probe must not start a second installation
   std::string CancelAnswer;  // "6" Yes, "7" No

@@ -24,15 +24,24 @@ bool IsFirmwareFile(const std::string& path) {
   }
 }
 
+std::uint64_t FirmwareFileLength(const std::string& path) {
+  try {
+    return InputFile(path).Size();
+  } catch (const RuntimeFault&) {
+    return 0;
+  }
+}
+
 int BarValue(std::uint64_t done, std::uint64_t total) {
   return static_cast<int>(static_cast<double>(done) / static_cast<double>(total) * FullBar);
 }
 
-bool StreamFile(App& app, const std::string& path, std::size_t pieceLength, ProgressBar& bar,
+bool StreamFile(App& app, const std::string& path, std::size_t pieceLength, ProgressBar& bar, std::uint64_t atLeast,
                 const std::function<bool()>& stop) {
   try {
     InputFile file(path);
     const std::uint64_t total = file.Size();
+    if (total < atLeast) return false;
     for (std::uint64_t sent = 0; sent < total && !stop();) {
       const auto length = static_cast<std::size_t>(std::min<std::uint64_t>(total - sent, pieceLength));
       const Bytes piece = file.Read(length);

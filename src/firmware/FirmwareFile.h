@@ -10,6 +10,8 @@ namespace vk32 {
 
 /// There is a file at that path.
 bool FirmwareFileExists(const std::string& path);
+/// Bytes in the file; 0 if it can't be opened.
+std::uint64_t FirmwareFileLength(const std::string& path);
 /// The file can be read, is not empty, and its first character is ":". One meaning for every model.
 bool IsFirmwareFile(const std::string& path);
 
@@ -21,7 +23,7 @@ int BarValue(std::uint64_t done, std::uint64_t total);
 /// lets events run behind each. Ends early when `stop` says so or a piece did not leave whole. False if the file could
 /// not be opened, or has shrunk since.
 bool StreamFile(
-    App& app, const std::string& path, std::size_t pieceLength, ProgressBar& bar,
+    App& app, const std::string& path, std::size_t pieceLength, ProgressBar& bar, std::uint64_t atLeast = 0,
     const std::function<bool()>& stop = [] { return false; });
 
 /// The open dialog's filter for the product's firmware files.
