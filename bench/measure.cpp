@@ -12,6 +12,7 @@
 #include "Display.h"
 #include "HeadlessProgram.h"
 #include "Line.h"
+#include "Transfers.h"
 #include "link/VKComSubs.h"
 
 namespace vk32::bench {
@@ -157,6 +158,10 @@ bool Measure(const std::string& desktop) {
   Table table;
   table.Row("RB2000 upload at 9600 bit/s: line time / needed", Upload().Ratio(PacedLine::BaudRate), 1.03, "");
   table.Row("RB2000 download at 9600 bit/s: line time / needed", Download().Ratio(PacedLine::BaudRate), 1.03, "");
+  table.Row("firmware stream, unpaced: time / that of cat", StreamAgainstCat(), 1.25, "");
+  table.Row("firmware stream at 19200 bit/s: time / the bytes' own", PacedStream(), 1.02, "");
+  if (const auto ratio = XmodemAgainstSx()) table.Row("Xmodem, unpaced: time / that of sx", *ratio, 1, "");
+  table.Row("Xmodem at 19200 bit/s: time / 132 + 1 bytes a block", PacedXmodem(), 1.02, "");
   SilentWait(table);
   ScriptStart(table);
   if (!desktop.empty() && std::getenv("DISPLAY") != nullptr) Desktop(table, desktop);
