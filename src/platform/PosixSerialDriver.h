@@ -43,6 +43,7 @@ class PosixSerialDriver : public SerialDriver {
   struct Port {
     int fd = -1;
     bool gone = false;
+    bool pseudo = false;  // a pseudo-terminal: it counts no line errors and can't tell what has left
     Time byteTime{0};
     CommTimeouts timeouts;
     ErrorCounts counts{};
