@@ -62,6 +62,9 @@ void FormWindow::AddWidget(Control& control, QWidget& parent) {
   entryOf_[&control] = index;
   controlOf_[&widget->AsWidget()] = &control;
   widget->AsWidget().installEventFilter(this);
+  // A frame that shows nothing of its own must not take the clicks of a field that reaches below its edge.
+  const auto* frame = dynamic_cast<const Frame*>(&control);
+  if (frame && frame->fill == Fill::None) widget->AsWidget().lower();
   // Else a move over it would not get through to the form.
   if (hasMouseTracking()) widget->AsWidget().setMouseTracking(true);
   namesDue_ = true;

@@ -84,6 +84,26 @@ TEST_F(AllFormsTest, WhatTakesTheFocusLiesOnTopAndPictureButtonsAreRestoredOutsi
   }
 }
 
+TEST_F(AllFormsTest, FieldsTakeClicksUpToTheirEdgesOnEveryPage) {
+  for (const char* name : {"Configuration_RB2000", "Configuration_RB3000"}) {
+    SCOPED_TRACE(name);
+    Form& form = Show(name);
+    const FormWindow& window = WindowOf(form);
+    for (int page = 0; page <= app.globals.LastPage; ++page) {
+      for (const Control* stop : TabStops(form)) {
+        SCOPED_TRACE(stop->FullName());
+        const QRect place = PlaceOnForm(*stop);
+        for (const int y : {place.top() + 3, place.bottom() - 3}) {
+          EXPECT_EQ(window.childAt(place.center().x(), y), window.WidgetOf(*stop));
+        }
+      }
+      if (page < app.globals.LastPage) form.Get<ImageButton>("NextCmd").Click();
+      Settle();
+    }
+    app.forms.Unload(form);
+  }
+}
+
 TEST_F(AllFormsTest, NoLabelIsCutOff) {
   ForEachControl([](const Control&, const QWidget& widget) {
     const auto* label = dynamic_cast<const LabelWidget*>(&widget);
