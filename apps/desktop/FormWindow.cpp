@@ -27,6 +27,7 @@ constexpr auto RefreshIsDue = static_cast<QEvent::Type>(QEvent::User + 1);
 
 FormWindow::FormWindow(Form& form, Theme& theme) : form_(form), theme_(theme), ring_(*this) {
   setWindowFlags(Flags());
+  if (form_.style == FormStyle::Modal) setWindowModality(Qt::ApplicationModal);
   setFocusPolicy(Qt::ClickFocus);
   const auto& controls = form_.Controls();
   setMouseTracking(std::any_of(controls.begin(), controls.end(),
@@ -43,7 +44,7 @@ FormWindow::~FormWindow() = default;
 Qt::WindowFlags FormWindow::Flags() const {
   if (form_.style == FormStyle::Splash) return Qt::SplashScreen | Qt::FramelessWindowHint;
   Qt::WindowFlags flags = Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowSystemMenuHint;
-  flags |= form_.style == FormStyle::Dialog ? Qt::Dialog : Qt::Window | Qt::WindowMinimizeButtonHint;
+  flags |= IsDialog() ? Qt::Dialog : Qt::Window | Qt::WindowMinimizeButtonHint;
   if (form_.CloseEnabled) flags |= Qt::WindowCloseButtonHint;
   return flags;
 }
@@ -120,7 +121,7 @@ void FormWindow::Open(QPoint middle, const QWidget* below) {
     // Not moved there, which would be the place of the frame: window after window would sink by its title bar.
     setGeometry(place);
     FocusFirst({});
-    if (below && form_.style == FormStyle::Dialog) {
+    if (below && IsDialog()) {
       create();
       windowHandle()->setTransientParent(below->windowHandle());
     }

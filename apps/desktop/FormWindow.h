@@ -64,6 +64,7 @@ class FormWindow : public QWidget, public FormObserver {
   void NameWidgets();
   void LetGoOfAll();
   Qt::WindowFlags Flags() const;
+  bool IsDialog() const { return form_.style == FormStyle::Dialog || form_.style == FormStyle::Modal; }
 
   // Focus
   Control* FocusedControl() const;

@@ -54,13 +54,14 @@ void ListWidget::Sync() {
   model_.Sync();
   setCurrentIndex(list_.ListIndex);
   const QString shown = FromBytes(list_.Text.Value());
+  if (isEditable()) lineEdit()->setReadOnly(list_.Locked);
   if (isEditable() && currentText() != shown) setEditText(shown);
   ColorField(*this, list_);
   update();
 }
 
 QString ListWidget::Tip() const {
-  return list_.EntryToolTip ? FromWords(list_.EntryToolTip(list_.Text.Value())) : QString();
+  return FromWords(list_.EntryToolTip ? list_.EntryToolTip(list_.Text.Value()) : list_.ToolTip.Value());
 }
 
 void ListWidget::Picked(int index) {
@@ -73,7 +74,7 @@ void ListWidget::Picked(int index) {
 
 void ListWidget::showPopup() {
   Sync();
-  QComboBox::showPopup();
+  if (!list_.Locked) QComboBox::showPopup();
 }
 
 void ListWidget::keyPressEvent(QKeyEvent* event) {

@@ -5,9 +5,13 @@
 #include "firmware/DownloadingMsg.h"
 #include "firmware/Firmware.h"
 #include "firmware/OfflineMngr.h"
+#include "models/mapping/ABModMapping.h"
 #include "models/serial/Configuration_RB2000.h"
 #include "models/serial/Configuration_RB3000.h"
 #include "models/serial/DDTAExplanationFrm.h"
+#include "models/vkrtx/Configuration_VKRTX.h"
+#include "models/vkrtx/DelRoute.h"
+#include "models/vkrtx/Route.h"
 #include "shell/Shell.h"
 
 namespace vk32 {
@@ -28,6 +32,10 @@ void StartProgram(App& app) {
   RegisterForm<Configuration_RB2000>(app);
   RegisterForm<Configuration_RB3000>(app);
   RegisterForm<DDTAExplanationFrm>(app);
+  RegisterForm<Configuration_VKRTX>(app);
+  RegisterForm<Route>(app);
+  RegisterForm<DelRoute>(app);
+  RegisterForm<ABModMapping>(app);
   app.forms.dispatcher.Dispatch([&] { app.forms.Show("Splash"); });
 }
 

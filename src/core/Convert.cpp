@@ -111,6 +111,24 @@ std::string Str(std::int32_t value) { return Digits(value, 10); }
 
 std::string Oct(std::int32_t value) { return Digits(value, 8); }
 
+std::string Str(double value) {
+  char text[512];
+  const auto end = std::to_chars(text, text + sizeof text, value, std::chars_format::fixed).ptr;
+  return {text, end};
+}
+
+std::vector<std::string> SplitAddress(const std::string& text) {
+  std::vector<std::string> parts;
+  std::size_t start = 0;
+  for (std::size_t point = text.find('.'); point != std::string::npos && parts.size() < 3;
+       point = text.find('.', start)) {
+    parts.push_back(text.substr(start, point - start));
+    start = point + 1;
+  }
+  parts.push_back(text.substr(start));
+  return parts;
+}
+
 void SplitWord(std::int32_t value, std::int32_t& low, std::int32_t& high) {
   low = value & 255;
   high = value / 256;

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "platform/SerialDriver.h"
 
@@ -30,6 +31,10 @@ Bytes Mid(const Bytes& text, int position);
 /// A whole number in plain decimal or octal digits.
 std::string Str(std::int32_t value);
 std::string Oct(std::int32_t value);
+/// A number in as many decimal digits as it needs.
+std::string Str(double value);
+/// The parts of a dotted address. At most four: the fourth takes all the rest of the text.
+std::vector<std::string> SplitAddress(const std::string& text);
 
 /// value = low + 256 x high, for values that are not negative.
 void SplitWord(std::int32_t value, std::int32_t& low, std::int32_t& high);

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "core/Parameters.h"
 #include "platform/SerialDriver.h"
 
 namespace vk32 {
@@ -14,15 +15,6 @@ namespace vk32 {
 using Flag = std::uint16_t;
 constexpr Flag FlagFalse = 0;
 constexpr Flag FlagTrue = 65535;
-
-/// The parameter set that is being edited. A file that is refused leaves it as it was.
-struct Parameters {
-  // The device's parameter registers of the RB products and of the second half of the VK5300: element i of each makes
-  // up register i; values 0 to 255. RegisterHigh[i] is the first byte on the wire and in a file, RegisterLow[i] the
-  // second.
-  std::array<std::int32_t, 257> RegisterHigh{};
-  std::array<std::int32_t, 257> RegisterLow{};
-};
 
 /// All start out at 0 or empty. Nothing is kept between two runs of the program.
 struct Globals : Parameters {
@@ -51,6 +43,15 @@ struct Globals : Parameters {
   std::int16_t LastPage = 0;  // where NextCmd means Finish
   std::int16_t FirmwarePage = 0;
   std::int16_t FirmwareLastPage = 0;
+
+  // Editors of the wizards' tables. Set before the editor is loaded.
+  std::int16_t RouteFormMode = 0;  // of Route: 0 add, 1 edit
+  std::int16_t AbModMapMode = 0;   // of ABModMapping: 0 add, 1 edit, 2 delete
+  std::string OwnerForm;           // name of the wizard whose mapping table ABModMapping edits
+
+  // VK5300
+  Flag HighwayDefaultsOn = FlagFalse;  // True: the choice of a network type loads its defaults
+  std::string FileVersionText;         // first line of a configuration file
 
   void ClearRegisters();
   /// Bytes RegisterHigh[i], RegisterLow[i] for i from `first`. Empty if `count` is below 1. An index above 256 faults

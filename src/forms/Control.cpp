@@ -62,6 +62,7 @@ bool Control::Shown() const {
 
 Act Control::Reachable() const {
   if (!Shown()) return Act::Hidden;
+  if (OwnerForm().IsBlocked()) return Act::Disabled;
   for (const Control* control = this; control; control = control->Parent()) {
     if (!control->Enabled) return Act::Disabled;
   }
@@ -76,6 +77,13 @@ Act Control::Click() { return Reachable(); }
 
 void Control::MouseMove() {
   Perform([this] { Raise(OnMouseMove); });
+}
+
+void PutInTabOrder(const std::vector<Control*>& controls) {
+  std::vector<int> places;
+  for (const Control* control : controls) places.push_back(control->TabIndex);
+  std::sort(places.begin(), places.end());
+  for (std::size_t i = 0; i < controls.size(); ++i) controls[i]->TabIndex = places[i];
 }
 
 void Control::Dispatch(const std::function<void()>& act) { OwnerForm().Registry().dispatcher.Dispatch(act); }

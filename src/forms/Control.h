@@ -134,6 +134,9 @@ class Control : public Element {
   ControlName name_;
 };
 
+/// Gives the controls, among themselves, the tab order in which they stand here.
+void PutInTabOrder(const std::vector<Control*>& controls);
+
 template <class Do>
 Act Control::Perform(Do act) {
   const Act reachable = Reachable();

@@ -143,6 +143,7 @@ ComboBox::ComboBox(const Container& container, ControlName name, Place place, st
     : Control(Kind::ComboBox, container, name, place),
       Text(*this, "Text", {}),
       ListIndex(*this, "ListIndex", -1),
+      Locked(*this, "Locked", false),
       OnClick(std::move(click)),
       style(style_),
       entries_(std::move(entries)) {}
@@ -161,6 +162,7 @@ void ComboBox::Show(const std::string& entry) {
 }
 
 Act ComboBox::Pick(std::string_view entry) {
+  if (Locked) return Act::Locked;
   const std::size_t index = IndexOf(entry);
   bool found = index < entries_.size();
   const Act act = Perform([&] {
@@ -171,6 +173,7 @@ Act ComboBox::Pick(std::string_view entry) {
 
 Act ComboBox::Type(std::string_view text) {
   if (style == Style::ChoiceAlone) return Act::NotThisKind;
+  if (Locked) return Act::Locked;
   return Perform([&] { AssignText(std::string(text)); });
 }
 

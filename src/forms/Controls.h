@@ -141,6 +141,7 @@ class ComboBox : public Control {
   /// The tool tip of an entry, asked for when it is shown. None by default.
   std::function<std::string(const std::string& entry)> EntryToolTip;
 
+  // A locked list takes neither.
   Act Pick(std::string_view entry);
   Act Type(std::string_view text);  // into the text part
 
@@ -155,6 +156,7 @@ class ComboBox : public Control {
   /// and both run nothing. With a text part every text stands; the handler runs for entries alone.
   ActiveProperty<std::string, ComboBox, &ComboBox::AssignText> Text;
   ActiveProperty<int, ComboBox, &ComboBox::AssignListIndex> ListIndex;  // from 0; -1: none. Beyond: fault 5
+  Property<bool> Locked;
   Handler OnClick;
   const Style style;
 

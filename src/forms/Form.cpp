@@ -1,6 +1,8 @@
 // What every form does.
 #include "forms/Form.h"
 
+#include <algorithm>
+
 #include "forms/Forms.h"
 
 namespace vk32 {
@@ -34,18 +36,26 @@ void Form::AssignVisible(const bool& visible) {
   forms_.VisibleChanged(*this);
 }
 
+bool Form::IsBlocked() const {
+  const auto& loaded = forms_.Loaded();
+  return std::any_of(loaded.begin(), loaded.end(), [this](const auto& other) {
+    return other.get() != this && other->style == FormStyle::Modal && other->Visible;
+  });
+}
+
 Act Form::Click() {
   if (!Visible) return Act::Hidden;
+  if (IsBlocked()) return Act::Disabled;
   forms_.dispatcher.Dispatch([this] { Form_Click(); });
   return Act::Done;
 }
 
 void Form::MouseMove() {
-  if (Visible) forms_.dispatcher.Dispatch([this] { Form_MouseMove(); });
+  if (Visible && !IsBlocked()) forms_.dispatcher.Dispatch([this] { Form_MouseMove(); });
 }
 
 void Form::UserCloses() {
-  if (!Visible || !CloseEnabled) return;
+  if (!Visible || !CloseEnabled || IsBlocked()) return;
   forms_.dispatcher.Dispatch([this] { Form_Close(); });
 }
 

@@ -14,8 +14,9 @@ namespace vk32 {
 
 class Forms;
 
-/// Splash: a bare page without a title bar.
-enum class FormStyle { Window, Dialog, Splash };
+/// Dialog: stands above the window from which it was opened. Modal: the other forms take no acts of the user while it
+/// shows. Splash: a bare page without a title bar.
+enum class FormStyle { Window, Dialog, Modal, Splash };
 
 class Form : public Element, public Container {
  public:
@@ -40,6 +41,9 @@ class Form : public Element, public Container {
   /// True from the load to the unload; a form that was unloaded can outlive it while its handlers are on the stack.
   bool IsLoaded() const { return loaded_; }
 
+  /// A modal form shows and takes all acts of the user.
+  bool IsBlocked() const;
+
   // Acts of the user on the form itself.
   Act Click();
   void MouseMove();
@@ -58,6 +62,8 @@ class Form : public Element, public Container {
 
  protected:
   virtual void Form_Load() {}
+  /// Runs while the form is still loaded.
+  virtual void Form_Unload() {}
   virtual void Form_Click() {}
   virtual void Form_MouseMove() {}
   /// The user closed the window by its own close control. Does what Escape does; without such a button the form

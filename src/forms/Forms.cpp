@@ -51,6 +51,8 @@ void Forms::Unload(std::string_view name) {
 }
 
 void Forms::Unload(Form& form) {
+  if (!form.IsLoaded()) return;
+  form.Form_Unload();
   const auto at =
       std::find_if(loaded_.begin(), loaded_.end(), [&](const auto& loaded) { return loaded.get() == &form; });
   if (at == loaded_.end()) return;

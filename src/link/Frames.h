@@ -26,6 +26,7 @@ constexpr std::uint8_t Read = 0xF5;
 constexpr std::uint8_t Write = 0xFA;
 constexpr int Count = 2, Command = 3, AddressHigh = 4, Number = 5, AddressExt = 6, Length = 7, Data = 8;  // offsets
 constexpr int ReadLength = 64;               // data bytes asked for in every read
+constexpr int LongestData = 249;             // of a write: the length byte counts six bytes more
 constexpr int ReplyLength = ReadLength + 2;  // a leading byte, the data, Checksum8 over all before it
 }  // namespace BlockFrame
 

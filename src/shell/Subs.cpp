@@ -12,19 +12,6 @@ namespace {
 
 constexpr int RaisedNext = 111, RaisedFinish = 117, RaisedBack = 113;
 
-/// At most four parts; the fourth takes all the rest.
-std::vector<std::string> SplitAddress(const std::string& text) {
-  std::vector<std::string> parts;
-  std::size_t start = 0;
-  for (std::size_t point = text.find('.'); point != std::string::npos && parts.size() < 3;
-       point = text.find('.', start)) {
-    parts.push_back(text.substr(start, point - start));
-    start = point + 1;
-  }
-  parts.push_back(text.substr(start));
-  return parts;
-}
-
 bool AreFourBytes(const std::string& text, const std::function<double(std::string_view)>& toNumber) {
   const auto parts = SplitAddress(text);
   if (parts.size() < 4) return false;

@@ -87,7 +87,7 @@ class Configuration_RB2000 : public SerialWizard {
   Label        ChaProtocolSettingsLbl {ProtocolSettingsFrame, "ChaProtocolSettingsLbl", { 360, 1200, 8280, 315}, "CHA - DF1 Protocol Settings", TextRole::Heading};
   Frame        ChaProtocolLineFrame   {ProtocolSettingsFrame, "ChaProtocolLineFrame",   { 360, 1560, 6120,  15}, Fill::Hairline};
   Label        ChaDf1StationAddrLbl   {ProtocolSettingsFrame, "ChaDf1StationAddrLbl",   { 360, 1680, 2640, 315}, "Station Address"};
-  RegisterList ChaDf1StationAddrLst   {ProtocolSettingsFrame, "ChaDf1StationAddrLst",   {3120, 1680, 1680, 315}, image, SerialImage::StationAddress, SerialImage::Numbers(0, 255), "1"};
+  RegisterList ChaDf1StationAddrLst   {ProtocolSettingsFrame, "ChaDf1StationAddrLst",   {3120, 1680, 1680, 315}, image, SerialImage::StationAddress, Numbers(0, 255), "1"};
   Label        ChaDf1ErrorModeLbl     {ProtocolSettingsFrame, "ChaDf1ErrorModeLbl",     { 360, 2040, 2640, 315}, "Error Checking"};
   RegisterList ChaDf1ErrorModeLst     {ProtocolSettingsFrame, "ChaDf1ErrorModeLst",     {3120, 2040, 1680, 315}, image, SerialImage::Df1Flags, SerialImage::ErrorChecking(), "BCC"};
   Label        ChbProtocolSettingsLbl {ProtocolSettingsFrame, "ChbProtocolSettingsLbl", { 360, 2520, 8280, 315}, "CHB - Modbus Protocol Settings", TextRole::Heading};

@@ -5,12 +5,6 @@
 
 namespace vk32::SerialImage {
 
-ChoiceTable Numbers(int first, int last) {
-  ChoiceTable choices;
-  for (int n = first; n <= last; ++n) choices.push_back(Code(Str(n), n));
-  return choices;
-}
-
 ChoiceTable SpecificAddresses() {
   ChoiceTable choices = Numbers(1, 247);
   choices[0] = {"1", 254, 0, 255, 1};

@@ -63,8 +63,6 @@ inline ChoiceTable Broadcast() { return {{"Yes", 4, 4, 4}, {"No", 4, 0, 4}}; }
 
 inline ChoiceTable PlcTypes() { return {Code("PLC-5", 0), Code("PLC-3", 1), Code("SLC/MicroLogix/ControlLogix", 2)}; }
 
-/// Decimal numbers from `first` to `last`.
-ChoiceTable Numbers(int first, int last);
 /// "1" stands for 0 as well: a device without a specific address.
 ChoiceTable SpecificAddresses();
 /// The octal texts of 0 to 63. The two directions differ on purpose, as the devices do: a byte picks its octal text,

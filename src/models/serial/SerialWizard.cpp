@@ -6,6 +6,7 @@
 
 #include "core/ConfigMod.h"
 #include "core/Convert.h"
+#include "core/DoesNotFit.h"
 #include "shell/Subs.h"
 
 namespace vk32 {
@@ -142,15 +143,11 @@ void SerialWizard::BuildParameterImage() {
   app.globals.ConfigImage = app.globals.RegistersToString(0, SerialImage::Registers);
 }
 
-bool SerialWizard::BuildParameters() {
+void SerialWizard::BuildParameters() {
   try {
     BuildParameterImage();
-    return true;
   } catch (const RuntimeFault&) {
-    app.forms.MsgBox("Address Mapping, " + FieldThatDoesNotFit() +
-                         ": the device can't hold this number.\r\nEnter a number from 0 to 65535.",
-                     MessageIcon::Critical, "Error!");
-    return false;
+    throw DoesNotFit("Address Mapping, " + FieldThatDoesNotFit(), "Enter a number from 0 to 65535.");
   }
 }
 

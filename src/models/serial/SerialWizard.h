@@ -33,7 +33,7 @@ class SerialWizard : public WizardForm {
   virtual std::span<const FixedByte> FixedBytes() const = 0;
 
   void UploadCmd_Click() override;
-  bool BuildParameters() override;
+  void BuildParameters() override;
   bool Download() override;
   void Record(RecordFile& file, std::string& product, std::string& modelTag) override;
 

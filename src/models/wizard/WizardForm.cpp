@@ -1,6 +1,7 @@
 // What the configuration wizards of all products share.
 #include "models/wizard/WizardForm.h"
 
+#include "core/DoesNotFit.h"
 #include "core/OpenSave.h"
 #include "shell/Subs.h"
 
@@ -50,7 +51,7 @@ bool WizardForm::OpenIfAskedFor() {
 void WizardForm::Finish() {
   const std::string& product = app.globals.CurrentProduct;
   const auto save = [&] { return SaveConfigFile(app, *this, product, ModelTag()); };
-  if (!BuildParameters()) return;
+  if (!TakeOver([this] { BuildParameters(); })) return;
   if (SaveOpt.Value) {
     if (save()) UnloadMe();
     return;
@@ -60,6 +61,19 @@ void WizardForm::Finish() {
   if (!Download()) return;
   app.forms.MsgBox("Configuration has been downloaded to the " + product, MessageIcon::Information, "Success!");
   UnloadMe();
+}
+
+bool WizardForm::TakeOver(const std::function<void()>& step) {
+  Parameters& parameters = app.globals;
+  const Parameters before = parameters;
+  try {
+    step();
+    return true;
+  } catch (const DoesNotFit& misfit) {
+    parameters = before;
+    app.forms.MsgBox(misfit.Description(), MessageIcon::Critical, "Error!");
+    return false;
+  }
 }
 
 void WizardForm::CancelCmd_Click() { UnloadMe(); }

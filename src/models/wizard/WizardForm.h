@@ -2,6 +2,7 @@
 // Finish.
 #pragma once
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -33,8 +34,8 @@ class WizardForm : public ConfigurationForm {
   virtual void BackCmd_Click() = 0;
   virtual void UploadCmd_Click() = 0;
 
-  /// Makes what is sent and saved from the parameters. False if a value does not fit; the user has been told.
-  virtual bool BuildParameters() = 0;
+  /// Makes what is sent and saved from the parameters. DoesNotFit if the device can't hold a value.
+  virtual void BuildParameters() = 0;
   /// Writes the parameters to the device. False on a failure; the user has been told.
   virtual bool Download() = 0;
 
@@ -48,6 +49,9 @@ class WizardForm : public ConfigurationForm {
   bool OpenIfAskedFor();
   /// Carries out the selected option; unloads the form when it is done.
   void Finish();
+  /// Runs a step that takes values from the pages. False if the device can't hold one: the user has been told, and the
+  /// parameters are what they were.
+  bool TakeOver(const std::function<void()>& step);
 
   App& app;
 

@@ -1,0 +1,39 @@
+// The fields of a parameter block, as rows that are walked to make the block and to take it apart.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <variant>
+#include <vector>
+
+#include "core/NumberRef.h"
+#include "platform/SerialDriver.h"
+
+namespace vk32 {
+
+/// How a field stands in a block. Words are 16-bit, in two's complement. A reversed address has its last part first.
+enum class Format { Byte, WordLowFirst, WordHighFirst, ThreeBytesLowFirst, AddressReversed, AddressForward };
+
+struct BlockField {
+  int offset;
+  Format format;
+  /// The number, the text of an address, or a constant that goes out and is not read back.
+  std::variant<NumberRef, std::string*, int> value;
+  std::string name;  // page and field, for the user who entered a value that doesn't fit
+};
+using BlockFields = std::vector<BlockField>;
+
+/// Puts the fields into the block, whose other bytes stay. Offsets count from `start`. DoesNotFit if a value has no
+/// form in its bytes.
+void WriteFields(const BlockFields& fields, Bytes& block, int start = 0);
+/// A block of `size` bytes with these fields; the others are 0.
+Bytes MakeBlock(int size, const BlockFields& fields);
+/// Takes the fields out of the data. A field beyond their end keeps its value.
+void ReadFields(const BlockFields& fields, const Bytes& data, int start = 0);
+
+/// The 16-bit number that `convert` finds in the text. DoesNotFit, with the field's name and the advice, if it finds
+/// none.
+std::int16_t TextNumber(const std::string& text, double (*convert)(std::string_view), const std::string& field,
+                        const std::string& advice);
+
+}  // namespace vk32

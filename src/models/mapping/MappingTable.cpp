@@ -1,0 +1,143 @@
+// The table of Allen-Bradley/Modbus maps.
+#include "models/mapping/MappingTable.h"
+
+#include <algorithm>
+
+#include "core/Convert.h"
+
+namespace vk32 {
+namespace {
+
+constexpr int RowHeight = 480;
+constexpr int VisibleRows = 5;
+
+/// The columns behind the slot number.
+constexpr const char* Columns[] = {"AbModMapAddrLbl",     "AbModMapModStartLbl",   "AbModMapAbDataFiletLbl",
+                                   "AbModMapDataTypeLbl", "AbModMapDataPointsLbl", "AbModMapAbFncLbl"};
+
+const MappingCode* FindCode(const MappingCodes& codes, int code) {
+  const auto found = std::find_if(codes.begin(), codes.end(), [&](const auto& row) { return row.code == code; });
+  return found == codes.end() ? nullptr : &*found;
+}
+
+}  // namespace
+
+// The order is that of the editor's lists.
+
+const MappingCodes& ABFunctions() {
+  static const MappingCodes codes{
+      {1, "Typed R/W", "TypedRW"}, {0, "Prot Typed R/W", "ProtTypedRW"}, {2, "Word Range R/W", "WordRangeRW"}};
+  return codes;
+}
+
+const MappingCodes& DataTypes() {
+  static const MappingCodes codes{{0, "Integer", "Int"}, {1, "Binary", "Bin"}, {3, "Floating Pt", "Float"}};
+  return codes;
+}
+
+const MappingCodes& ModbusReferences() {
+  static const MappingCodes codes{{0, "0X", "", 0}, {1, "1X", "", 10000}, {3, "3X", "", 30000}, {4, "4X", "", 40000}};
+  return codes;
+}
+
+std::vector<std::string> ListTexts(const MappingCodes& codes) {
+  std::vector<std::string> texts;
+  for (const MappingCode& code : codes) texts.emplace_back(code.listText);
+  return texts;
+}
+
+int MappingTable::CountRowsInUse() const {
+  int count = 0;
+  for (int row = 1; row <= Slots; ++row) count += InUse(row) ? 1 : 0;
+  return count;
+}
+
+void MappingTable::ProcessAddMapCmd() {
+  OpenEditor(Slots, "There is no more slots available in the Mapping Table.", 0);
+}
+
+void MappingTable::ProcessEditMapCmd() { OpenEditor(0, "There is no entries in the Mapping Table to edit.", 1); }
+
+void MappingTable::ProcessDelMapCmd() { OpenEditor(0, "There is no entries in the Mapping Table to delete.", 2); }
+
+void MappingTable::OpenEditor(int refusedCount, const char* message, std::int16_t mode) {
+  if (CountRowsInUse() == refusedCount) {
+    app_.forms.MsgBox(message, MessageIcon::Critical);
+    return;
+  }
+  app_.globals.AbModMapMode = mode;
+  app_.forms.Load("ABModMapping").Visible = true;
+}
+
+void MappingTable::ProcessClrMapTableCmd() {
+  for (int i = 1; i <= Slots; ++i) {
+    EmptyRow(i);
+    ClearAbModMapRecord(i);
+  }
+  AdjustAbModMapVScrollBar();
+  app_.globals.AbModMapCount = 0;
+}
+
+void MappingTable::ClearAbModMapRecord(int slot) { app_.globals.AbModMapTable[slot] = {}; }
+
+void MappingTable::AdjustAbModMapData(int mode, int slot) {
+  auto& records = app_.globals.AbModMapTable;
+  const int count = app_.globals.AbModMapCount;
+  if (mode == 1) {
+    if (slot > count) return;
+    for (int i = count + 1; i >= slot; --i) records[i] = records[i - 1];
+    return;
+  }
+  for (int i = slot; i < count; ++i) records[i] = records[i + 1];
+  ClearAbModMapRecord(count);
+}
+
+void MappingTable::AdjustAbModMappingTable(int mode, int slot) {
+  int last = Slots;
+  while (last > 0 && !InUse(last)) --last;
+  if (mode == 1) {
+    for (int i = last; i >= slot; --i) CopyRow(i, i + 1);
+    return;
+  }
+  for (int i = slot; i < last; ++i) CopyRow(i + 1, i);
+  if (last > 0) EmptyRow(last);
+}
+
+void MappingTable::CopyRow(int from, int to) {
+  Cell("AbModMapSlotLbl", to).Caption = Str(to);
+  for (const char* column : Columns) Cell(column, to).Caption = Cell(column, from).Caption.Value();
+}
+
+void MappingTable::EmptyRow(int row) {
+  Cell("AbModMapSlotLbl", row).Caption = "";
+  for (const char* column : Columns) Cell(column, row).Caption = "";
+}
+
+void MappingTable::AdjustAbModMapVScrollBar() {
+  auto& bar = owner_.Get<VScrollBar>("AbModMapVScroll");
+  bar.SmallChange = RowHeight;
+  bar.LargeChange = VisibleRows * RowHeight;
+  bar.Max = std::max(0, CountRowsInUse() - VisibleRows) * RowHeight;
+}
+
+void MappingTable::UpdateAbModMapTableFromData() {
+  // A code that is none leaves base or text as the row before had it.
+  int base = 0;
+  std::string dataType, function;
+  const int count = std::min<int>(app_.globals.AbModMapCount, Slots);
+  for (int i = 1; i <= count; ++i) {
+    const AbModMapRecord& record = app_.globals.AbModMapTable[i];
+    if (const auto* code = FindCode(ModbusReferences(), record.ModbusReference)) base = code->base;
+    if (const auto* code = FindCode(DataTypes(), record.DataType)) dataType = code->rowText;
+    if (const auto* code = FindCode(ABFunctions(), record.ABFunction)) function = code->rowText;
+    Cell("AbModMapSlotLbl", i).Caption = Str(i);
+    Cell("AbModMapAddrLbl", i).Caption = Str(record.LowAddress) + " - " + Str(record.HighAddress);
+    Cell("AbModMapModStartLbl", i).Caption = Str(base + record.ModbusStart + 1);
+    Cell("AbModMapAbDataFiletLbl", i).Caption = Str(record.ABFile) + ":" + Str(record.ABWord);
+    Cell("AbModMapDataTypeLbl", i).Caption = dataType;
+    Cell("AbModMapDataPointsLbl", i).Caption = Str(record.DataPoints);
+    Cell("AbModMapAbFncLbl", i).Caption = function;
+  }
+}
+
+}  // namespace vk32

@@ -1,0 +1,63 @@
+// The table of Allen-Bradley/Modbus maps: the records that are sent and kept, and the rows of labels on the wizard that
+// owns it, which the editor reads back.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "app/App.h"
+
+namespace vk32 {
+
+/// A code of the table under its three faces. `base`: of a reference code, added to the start address in a row.
+struct MappingCode {
+  int code;
+  const char* listText;  // in the editor
+  const char* rowText;   // on the wizard; of a reference: unused
+  int base = 0;
+};
+using MappingCodes = std::vector<MappingCode>;
+
+const MappingCodes& ABFunctions();
+const MappingCodes& DataTypes();
+const MappingCodes& ModbusReferences();
+std::vector<std::string> ListTexts(const MappingCodes& codes);
+
+/// Reaches the rows by name: AbModMapSlotLbl and the six others, elements 1 to 20, and AbModMapVScroll. A row is in use
+/// when its AbModMapAddrLbl is not empty.
+class MappingTable {
+ public:
+  static constexpr int Slots = 20;
+
+  MappingTable(App& app, Form& owner) : app_(app), owner_(owner) {}
+
+  // The commands of the wizard's page.
+  void ProcessAddMapCmd();
+  void ProcessEditMapCmd();
+  void ProcessDelMapCmd();
+  /// Empties rows, records and count, without a question.
+  void ProcessClrMapTableCmd();
+
+  // Mode 1 opens a gap at the slot, any other mode closes the slot. A slot beyond the table faults 9.
+  void AdjustAbModMapData(int mode, int slot);
+  void AdjustAbModMappingTable(int mode, int slot);
+  void AdjustAbModMapVScrollBar();
+  /// Rewrites rows 1 to AbModMapCount from the records; the rows below stay, and so does the scroll bar.
+  void UpdateAbModMapTableFromData();
+
+  bool InUse(int row) const { return !Cell("AbModMapAddrLbl", row).Caption.Value().empty(); }
+  Label& Cell(const char* column, int row) const { return owner_.Get<Label>(column, row); }
+
+ private:
+  int CountRowsInUse() const;
+  void OpenEditor(int refusedCount, const char* message, std::int16_t mode);
+  void ClearAbModMapRecord(int slot);
+  void CopyRow(int from, int to);
+  void EmptyRow(int row);
+
+  App& app_;
+  Form& owner_;
+};
+
+}  // namespace vk32

@@ -1,0 +1,230 @@
+// The wizard of the VK-RTX: its pages, how they follow each other, and its blocks.
+#include "models/vkrtx/Configuration_VKRTX.h"
+
+#include <algorithm>
+
+#include "core/ConfigMod.h"
+#include "core/Convert.h"
+#include "core/DoesNotFit.h"
+#include "link/Frames.h"
+#include "models/vkrtx/ParameterBlocks.h"
+#include "shell/Subs.h"
+
+namespace vk32 {
+namespace {
+
+constexpr int TimeOutInterval = 3000;  // ms
+
+/// Of both models; see Pages.
+enum Page {
+  Ethernet = 2,
+  SerialProtocolA = 3,
+  SerialProtocolB = 4,
+  EthernetProtocol = 5,
+  Routing = 6,
+  Clients = 7,
+  Conversion = 8
+};
+
+}  // namespace
+
+Configuration_VKRTX& VKRTXWizard(App& app) {
+  if (auto* wizard = dynamic_cast<Configuration_VKRTX*>(app.forms.Find(Configuration_VKRTX::FormName))) return *wizard;
+  throw RuntimeFault(RuntimeFault::InvalidCall);
+}
+
+Configuration_VKRTX::Configuration_VKRTX(App& app_) : WizardForm(app_, FormName, TimeOutInterval, 6300, 6660) {}
+
+std::vector<WizardPage> Configuration_VKRTX::Pages() {
+  // The first frame of a page is shown; the other model's stay hidden with it.
+  std::vector<WizardPage> pages{
+      {&OpenConfigLbl, {&ConfigFrame}},
+      {&SerComSetLbl, {&ports.SerComFrame}},
+      {&EthComSetLbl, {&ethernet.EthComFrame}},
+      {&SerProtSetLbl, {&ports.SerProtoFrame[0]}},
+      {&SerProtSetLbl, {&ports.SerProtoFrame[1]}},
+      {&EthProtSetLbl, {&ports.EthProtoFrame}},
+  };
+  if (IsDf1Model()) {
+    pages.push_back({&RoutingSetLbl, {&routing.RoutingFrame, &nodeIp.NodeIpFrame}});
+    pages.push_back({&RoutingSetLbl, {&ascii.EIPClientSetupFrame, &mapping.AbModMappingFrame}});
+    pages.push_back({&ConvSetLbl, {&ascii.ConversionFrame}});
+  } else {
+    pages.push_back({&RoutingSetLbl, {&nodeIp.NodeIpFrame, &routing.RoutingFrame}});
+    pages.push_back({&ConvSetLbl, {&mapping.AbModMappingFrame, &ascii.EIPClientSetupFrame, &ascii.ConversionFrame}});
+  }
+  pages.push_back({&ApplySetLbl, {&ApplyFrame}});
+  return pages;
+}
+
+void Configuration_VKRTX::Form_Load() {
+  app.globals.CurrentPage = 0;
+  app.globals.LastPage = IsDf1Model() ? 9 : 8;
+  DeviceLbl.Caption = app.globals.CurrentProduct;
+  AdaptToPort();
+  if (app.globals.ComPortText == "None") SaveOpt.Value = true;
+  ports.SetDefaults();
+  ethernet.SetDefaults();
+  if (IsDf1Model()) {
+    ports.SetUpDf1Model();
+    routing.SetUpDf1Model();
+    ascii.SetUpDf1Model();
+  }
+  if (IsModbusModel()) {
+    ports.SetUpModbusModel();
+    mapping.SetUpModbusModel();
+    nodeIp.SetUpModbusModel();
+  }
+  SetTabOrder();
+  ShowCurrentPage();
+  ports.ShowChannelBFields();
+}
+
+void Configuration_VKRTX::Form_Unload() {
+  // Their tables go with the wizard.
+  for (const char* editor : {"Route", "DelRoute", "ABModMapping"}) app.forms.Unload(editor);
+}
+
+void Configuration_VKRTX::NextCmd_Click() {
+  std::int16_t& page = app.globals.CurrentPage;
+  const std::int16_t shown = page;
+  if (!LeavePage()) {
+    page = shown;
+    return;
+  }
+  if (page == app.globals.LastPage) {
+    Finish();
+    return;
+  }
+  if (page < app.globals.LastPage) {
+    ++page;
+    ShowWizardStep(page);
+    ShowWizardFrame(page);
+  }
+  UpdateWizardButtons(*this, page, app.globals.LastPage);
+}
+
+/// Checks the page and takes over what the next ones are made of. The steps run on the current page one after the
+/// other, so that a page that is passed over still does its own. False if the page is not to be left.
+bool Configuration_VKRTX::LeavePage() {
+  std::int16_t& page = app.globals.CurrentPage;
+  if (!OpenIfAskedFor()) return false;
+  if (page == Ethernet && app.globals.DHCPEnabled == 0 && CheckEthernetFields(app, *this) == 1) return false;
+  if (page == SerialProtocolA && !ports.ChannelBIsEnabled()) ++page;
+  if (page == EthernetProtocol && IsModbusModel() && ports.ChannelAIsMaster()) ++page;
+  if (page == Routing && IsDf1Model()) {
+    if (!LeaveRouting()) return false;
+    if (app.globals.EIPClients[0].IPAddress.empty()) ++page;
+  } else if (page == Routing && IsModbusModel()) {
+    if (!nodeIp.CheckNodeIpTable()) return false;
+  }
+  if (page == Clients && IsDf1Model()) {
+    app.globals.ConvChannelA = 0;
+    app.globals.ConvChannelB = 0;
+    app.globals.ConvNeeded = FlagFalse;
+    ascii.FindConversionChannels();
+    if (app.globals.ConvNeeded == FlagTrue) {
+      ascii.ArrangeConversionPage();
+    } else {
+      ++page;
+    }
+  }
+  return true;
+}
+
+bool Configuration_VKRTX::LeaveRouting() {
+  if (!TakeOver([this] { routing.ReadRouteRows(routing.CountRowsInUse()); })) return false;
+  ascii.BuildEIPClientList();
+  return true;
+}
+
+void Configuration_VKRTX::BackCmd_Click() {
+  std::int16_t& page = app.globals.CurrentPage;
+  if (page > 0) {
+    --page;
+    if (page == SerialProtocolB && !ports.ChannelBIsEnabled()) --page;
+    if (page == Routing && IsModbusModel() && ports.ChannelAIsMaster()) --page;
+    if (IsDf1Model()) {
+      if (page == Conversion && app.globals.ConvNeeded == FlagFalse) page = Clients;
+      if (page == Clients && app.globals.EIPClients[0].IPAddress.empty()) page = Routing;
+    }
+    ShowWizardStep(page);
+    ShowWizardFrame(page);
+  }
+  UpdateWizardButtons(*this, page, app.globals.LastPage);
+}
+
+void Configuration_VKRTX::UploadCmd_Click() {
+  ShowConfigureReminder(app);
+  UploadBlocks(app, *this);
+}
+
+bool Configuration_VKRTX::Download() { return DownloadBlocks(app, *this); }
+
+void Configuration_VKRTX::CollectTextFields() {
+  routing.CollectMessageTimeout();
+  ethernet.CollectTextFields();
+  ascii.CollectTextFields();
+  if (IsModbusModel()) ports.CollectRequestTimeout();
+}
+
+void Configuration_VKRTX::BuildParameterBlocks() {
+  CollectTextFields();
+  Globals& globals = app.globals;
+  auto blocks = globals.BlockTable;
+  BuildPortBlocks(globals, blocks);
+  if (IsModbusModel()) BuildModbusModelBlocks(globals, blocks);
+  if (IsDf1Model()) {
+    BuildClientBlocks(globals, blocks);
+    globals.RouteCount = static_cast<std::int16_t>(routing.CountRowsInUse());
+    routing.ReadRouteRows(globals.RouteCount);
+    BuildRouteBlocks(globals, blocks);
+    FindConvNodes();
+    BuildConversionBlock(globals, blocks);
+  }
+  if (!SaveOpt.Value) CheckBlockLengths(blocks);
+  globals.BlockTable = std::move(blocks);
+}
+
+void Configuration_VKRTX::FindConvNodes() {
+  const auto find = [this](std::int16_t port, std::int16_t& node) {
+    for (int i = 1; i <= app.globals.RouteCount; ++i) {
+      const RouteRecord& route = app.globals.Routes[i];
+      if (route.SourceProtocol != ASCIIProtocol || route.SourcePort != port) continue;
+      node = route.DestLow;
+      return;
+    }
+  };
+  if (app.globals.ConvChannelA == 1) find(ChannelAPort, app.globals.ConvNode[0]);
+  if (app.globals.ConvChannelB == 1) find(ChannelBPort, app.globals.ConvNode[1]);
+}
+
+void Configuration_VKRTX::CheckBlockLengths(const std::array<Bytes, 256>& blocks) const {
+  // Only the maps can outgrow their block.
+  const bool tooLong = std::any_of(blocks.begin(), blocks.end(),
+                                   [](const Bytes& block) { return block.size() > BlockFrame::LongestData; });
+  if (!tooLong) return;
+  throw DoesNotFit(std::string(MappingPageTitle) + ", Mapping Table",
+                   "A download takes 19 maps at most: delete one, or choose Save Configuration.");
+}
+
+void Configuration_VKRTX::RemoveData(const Bytes& reply) {
+  DecodeBlock(app.globals.BlockNumber, Mid(reply, 2), app.globals);
+}
+
+void Configuration_VKRTX::Parameter_Setup_VK() {
+  ports.SetupSerial();
+  ethernet.Setup();
+  ports.SetupProtocols();
+  if (IsDf1Model()) {
+    ascii.SetupClients();
+    routing.Setup();
+    ascii.SetupConversion();
+  }
+  if (IsModbusModel()) {
+    nodeIp.Setup();
+    mapping.table.UpdateAbModMapTableFromData();
+  }
+}
+
+}  // namespace vk32

@@ -1,0 +1,70 @@
+// The Slave/IP mapping of the VK-RTX.
+#include "models/vkrtx/NodeIpPage.h"
+
+#include <algorithm>
+
+#include "shell/Subs.h"
+
+namespace vk32 {
+namespace {
+
+constexpr std::int16_t EtherNetIPPort = 2222;  // of every entry
+
+}  // namespace
+
+void NodeIpPage::SetUpModbusModel() {
+  std::vector<Control*> fields;
+  for (int row = 1; row <= Rows; ++row) fields.insert(fields.end(), {&NodeIpNodeTxt[row], &NodeIpIpAddrTxt[row]});
+  PutInTabOrder(fields);
+  app_.globals.NodeIpCount = 0;
+  app_.globals.NodeIpPortCount = 0;
+}
+
+bool NodeIpPage::RowIsValid(const std::string& node, const std::string& address) {
+  if (node.empty() != address.empty()) return false;
+  if (node.empty()) return true;
+  try {
+    const double number = CDbl(node);
+    return number >= 0 && number <= 255 && IsIPAddress(address);
+  } catch (const RuntimeFault&) {
+    return false;  // not a number at all
+  }
+}
+
+bool NodeIpPage::CheckNodeIpTable() {
+  Parameters& parameters = app_.globals;
+  parameters.NodeIpCount = 0;
+  parameters.NodeIpPortCount = 0;
+  for (int row = 1; row <= Rows; ++row) {
+    const std::string& node = NodeIpNodeTxt[row].Text;
+    const std::string& address = NodeIpIpAddrTxt[row].Text;
+    if (!RowIsValid(node, address)) {
+      app_.forms.MsgBox("One or more Mapping slots contain invalid entries.", MessageIcon::Critical);
+      return false;
+    }
+    if (node.empty()) return true;  // the end of the table
+    ++parameters.NodeIpCount;
+    parameters.NodeIpTable[row] = {CInt(Val(node)), address};
+    ++parameters.NodeIpPortCount;
+    parameters.NodeIpPorts[row] = {address, EtherNetIPPort};
+  }
+  return true;
+}
+
+void NodeIpPage::NodeIpClrTablCmd_Click() {
+  for (int row = 1; row <= Rows; ++row) {
+    NodeIpNodeTxt[row].Text = "";
+    NodeIpIpAddrTxt[row].Text = "";
+  }
+}
+
+void NodeIpPage::Setup() {
+  const Parameters& parameters = app_.globals;
+  // A device may count more rows than there are.
+  for (int r = 1; r <= std::min<int>(parameters.NodeIpCount, Rows); ++r) {
+    NodeIpNodeTxt[r].Text = Str(parameters.NodeIpTable[r].Node);
+    NodeIpIpAddrTxt[r].Text = parameters.NodeIpTable[r].IPAddress;
+  }
+}
+
+}  // namespace vk32

@@ -1,0 +1,61 @@
+// The Slave/IP mapping of the VK-RTX as a Modbus slave: which Modbus slave is reached at which IP address.
+#pragma once
+
+#include "app/App.h"
+#include "core/Convert.h"
+#include "forms/ControlArray.h"
+#include "models/wizard/WizardForm.h"
+
+namespace vk32 {
+
+constexpr const char* NodeIpPageTitle = "Slave/IP Address Mapping";
+
+/// The fields are the working copy; NodeIpTable and NodeIpPorts are made from them when the page is left.
+class NodeIpPage {
+ public:
+  static constexpr int Rows = 10;
+
+  NodeIpPage(Form& form, App& app) : form_(form), app_(app) {}
+
+  void SetUpModbusModel();
+  /// Takes the rows over, up to the first empty one. False if one is invalid, after telling the user; the counts then
+  /// stand at the rows that passed.
+  bool CheckNodeIpTable();
+  /// Shows NodeIpTable, 1 to NodeIpCount; the rows below stay.
+  void Setup();
+
+ private:
+  static bool RowIsValid(const std::string& node, const std::string& address);
+  void NodeIpClrTablCmd_Click();
+
+  static int RowTop(int row) { return 2340 + 360 * (row - 1); }
+  ControlArray<TextBox> Column(const char* name, int left, int width) {
+    return {name, 1, Rows, [=, this](ControlName element, int row) {
+              return std::make_unique<TextBox>(NodeIpFrame, element, Place{left, RowTop(row), width, 315});
+            }};
+  }
+
+  Form& form_;
+  App& app_;
+
+ public:
+  // clang-format off
+  Frame               NodeIpFrame      {form_, "NodeIpFrame", PagePlace};
+  Label               NodeIpTitleLbl   {NodeIpFrame, "NodeIpTitleLbl", { 360,  240, 8280,  480}, NodeIpPageTitle, TextRole::Title};
+  Label               NodeIpLbl        {NodeIpFrame, "NodeIpLbl",      { 360,  780, 8280, 1080},
+                                        "The Slave/IP mapping table is used when the VK-RTX is configured as a Modbus Slave.  Use the table below to map slave "
+                                        "addresses to an IP address so that messages addressed to the specified slave will be forwarded to the device at the that "
+                                        "IP address."};
+  Label               NodeIpNodeLbl    {NodeIpFrame, "NodeIpNodeLbl",   {1200, 1980, 1080, 315}, "Slave ID", TextRole::TableHead};
+  Label               NodeIpIpAddrLbl  {NodeIpFrame, "NodeIpIpAddrLbl", {2640, 1980, 2160, 315}, "IP Address", TextRole::TableHead};
+  ControlArray<Label> NodeIpSlotLbl    {"NodeIpSlotLbl", 0, Rows, [this](ControlName element, int row) {  // element 0 is the head
+    return row == 0 ? std::make_unique<Label>(NodeIpFrame, element, Place{360, 1980, 720, 315}, "Slot", TextRole::TableHead)
+                    : std::make_unique<Label>(NodeIpFrame, element, Place{360, RowTop(row), 720, 315}, Str(row));
+  }};
+  ControlArray<TextBox> NodeIpNodeTxt   = Column("NodeIpNodeTxt",   1200, 1080);
+  ControlArray<TextBox> NodeIpIpAddrTxt = Column("NodeIpIpAddrTxt", 2640, 2160);
+  CommandButton       NodeIpClrTablCmd {NodeIpFrame, "NodeIpClrTablCmd", {6120, 6240, 2520, 390}, "Clear Mapping Table", [this] { NodeIpClrTablCmd_Click(); }};
+  // clang-format on
+};
+
+}  // namespace vk32

@@ -1,0 +1,315 @@
+// The parameter blocks of the VK-RTX: their tables, and the walks over them in both directions.
+#include "models/vkrtx/ParameterBlocks.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "core/Convert.h"
+#include "models/ethernet/EthernetBlock.h"
+#include "models/vkrtx/AsciiPages.h"
+#include "models/vkrtx/MappingPage.h"
+#include "models/vkrtx/NodeIpPage.h"
+#include "models/vkrtx/RoutingPage.h"
+
+namespace vk32 {
+namespace {
+
+using enum Format;
+
+/// "Serial Communication Settings, Channel A, Baud Rate"
+std::string Name(const std::string& page, const std::string& part, const char* field) {
+  return page + ", " + part + ", " + field;
+}
+
+std::string ChannelText(int i) { return i == 0 ? ChannelAText : ChannelBText; }
+
+// The blocks of the ports. Offset, form, variable, name.
+
+constexpr int ChannelSize = 11;  // 8 and 9 are 0
+
+BlockFields ChannelFields(Parameters& p, int i) {
+  SerialRecord& serial = p.SerialConfig[i];
+  const auto name = [i](const char* field) { return Name("Serial Communication Settings", ChannelText(i), field); };
+  return {
+      // Channel A is always enabled: what a device says of it is not read.
+      i == 0 ? BlockField{0, Byte, 1, ""} : BlockField{0, Byte, p.ChannelBEnabled, name("Enabled")},
+      {1, ThreeBytesLowFirst, serial.Baud, name("Baud Rate")},
+      {4, Byte, serial.DataBits, name("Data Bits")},
+      {5, Byte, serial.StopBits, name("Stop Bits")},
+      {6, Byte, serial.Parity, name("Parity")},
+      {7, Byte, serial.Handshake, name("Handshaking")},
+      {10, Byte, p.SerialProtocol[i], Name("Serial Protocol Settings", ChannelText(i), "Protocol")},
+  };
+}
+
+constexpr int NoProtocolSize = 1, Df1Size = 1, ModbusSize = 4;
+
+/// Of block 4 and 5. A channel whose protocol has no settings sends a byte 0.
+BlockFields ProtocolFields(Parameters& p, int i) {
+  const auto name = [i](const char* field) { return Name("Serial Protocol Settings", ChannelText(i), field); };
+  if (p.SerialProtocol[i] == DF1Protocol) return {{0, Byte, p.DF1Flags[i], name("DF1 Settings")}};
+  // Channel B never speaks Modbus.
+  if (p.SerialProtocol[i] == ModbusProtocol && i == 0) {
+    return {
+        {0, Byte, p.ModbusConfig[0].Protocol, name("Modbus Protocol")},
+        {1, Byte, p.ModbusConfig[0].Mode, name("Modbus Mode")},
+        {2, WordLowFirst, p.ModbusConfig[0].RequestTimeout, name("Request Timeout")},
+    };
+  }
+  return {};
+}
+
+int ProtocolSize(const BlockFields& fields) {
+  return fields.empty() ? NoProtocolSize : fields.size() == 1 ? Df1Size : ModbusSize;
+}
+
+// The block of the conversion: two halves, 7 to 15 of each are 0.
+
+constexpr int ConversionHalf = 16;
+
+BlockFields ConversionFields(Parameters& p, int i) {
+  const auto name = [i](const char* field) { return std::string(ConversionPageTitle) + OfChannel(i) + ", " + field; };
+  return {
+      {0, Byte, p.ConvNode[i], std::string(RoutingPageTitle) + ", Low of the ASCII route of " + ChannelText(i)},
+      {1, WordHighFirst, p.ConvFile[i], name("File Number")},
+      {3, WordHighFirst, p.ConvElement[i], name("Element Number")},
+      {5, Byte, p.ConvFileType[i], name("File Type")},
+      {6, Byte, p.ConvFunction[i], name("DF1 Msg Function")},
+  };
+}
+
+// The block of a client.
+
+constexpr int ClientSize = 6;
+
+BlockFields ClientFields(Parameters& p, int i) {
+  const auto name = [](const char* field) { return std::string(ClientPageTitle) + ", " + field; };
+  EIPClientRecord& client = p.EIPClients[i];
+  return {
+      {0, AddressReversed, &client.IPAddress, name("Client IP Address")},
+      {4, Byte, client.Routing, name("Routing Required")},
+      {5, Byte, client.Slot, name("Controller Slot Number (shown with Routing Required)")},
+  };
+}
+
+// The tables: a head in each block, then records.
+
+constexpr int Everything = 255;
+constexpr int Nothing = 0;
+
+struct TableLayout {
+  int firstBlock, lastBlock;
+  int lastRow;
+  int head;                           // bytes; in the blocks behind the first they are 0
+  int record;                         // bytes
+  int perBlockWritten, perBlockRead;  // records
+  BlockFields (*headFields)(Parameters&);
+  BlockFields (*recordFields)(Parameters&, int row);
+};
+
+/// The addresses and their TCP ports. Not read back: the list is made anew from the Slave/IP rows.
+constexpr TableLayout NodeIpPortLayout{
+    20,
+    23,
+    10,
+    1,
+    6,
+    10,
+    Nothing,
+    [](Parameters& p) -> BlockFields {
+      return {{0, Byte, p.NodeIpPortCount, NodeIpPageTitle}};
+    },
+    [](Parameters& p, int row) -> BlockFields {
+      const std::string slot = "slot " + Str(row);
+      return {
+          {0, AddressReversed, &p.NodeIpPorts[row].IPAddress, Name(NodeIpPageTitle, slot, "IP Address")},
+          {4, WordLowFirst, p.NodeIpPorts[row].Port, Name(NodeIpPageTitle, slot, "Port")},
+      };
+    }};
+
+constexpr TableLayout NodeIpLayout{
+    24,
+    26,
+    10,
+    1,
+    5,
+    12,
+    12,
+    [](Parameters& p) -> BlockFields {
+      return {{0, Byte, p.NodeIpCount, NodeIpPageTitle}};
+    },
+    [](Parameters& p, int row) -> BlockFields {
+      const std::string slot = "slot " + Str(row);
+      return {
+          {0, Byte, p.NodeIpTable[row].Node, Name(NodeIpPageTitle, slot, "Slave ID")},
+          {1, AddressReversed, &p.NodeIpTable[row].IPAddress, Name(NodeIpPageTitle, slot, "IP Address")},
+      };
+    }};
+
+/// The device takes all maps in block 30, and gives them back four to a block.
+constexpr TableLayout MapLayout{30,
+                                43,
+                                20,
+                                1,
+                                13,
+                                Everything,
+                                4,
+                                [](Parameters& p) -> BlockFields {
+                                  return {{0, Byte, p.AbModMapCount, MappingPageTitle}};
+                                },
+                                [](Parameters& p, int row) -> BlockFields {
+                                  const auto name = [row](const char* field) {
+                                    return Name(MappingPageTitle, "slot " + Str(row), field);
+                                  };
+                                  AbModMapRecord& map = p.AbModMapTable[row];
+                                  return {
+                                      {0, Byte, map.LowAddress, name("Low Address")},
+                                      {1, Byte, map.HighAddress, name("High Address")},
+                                      {2, Byte, map.ModbusReference, name("Modbus Register/Coil Refrence")},
+                                      {3, WordLowFirst, map.ModbusStart, name("Modbus Start Address")},
+                                      {5, WordLowFirst, map.ABFile, name("File")},
+                                      {7, WordLowFirst, map.ABWord, name("Word")},
+                                      {9, Byte, map.ABFunction, name("Allen-Bradley Function")},
+                                      {10, WordLowFirst, map.DataPoints, name("Number of Data Points")},
+                                      {12, Byte, map.DataType, name("Data Type")},
+                                  };
+                                }};
+
+/// Their addresses stand forward, unlike all others.
+constexpr TableLayout RouteLayout{
+    100,
+    103,
+    20,
+    3,
+    10,
+    6,
+    6,
+    [](Parameters& p) -> BlockFields {
+      return {
+          {0, Byte, p.RouteCount, RoutingPageTitle},
+          {1, WordHighFirst, p.MessageTimeout, std::string(RoutingPageTitle) + ", Message Timeout"},
+      };
+    },
+    [](Parameters& p, int row) -> BlockFields {
+      const auto name = [row](const char* field) { return Name(RoutingPageTitle, "slot " + Str(row), field); };
+      RouteRecord& route = p.Routes[row];
+      return {
+          {0, Byte, route.SourceProtocol, name("Source Port")},
+          {1, Byte, route.SourcePort, name("Source Port")},
+          {2, Byte, route.DestLow, name("Low")},
+          {3, Byte, route.DestHigh, name("High")},
+          {4, Byte, route.DestProtocol, name("Destination Port")},
+          {5, Byte, route.DestPort, name("Destination Port")},
+          {6, AddressForward, &route.IPAddress, name("IP Address")},
+      };
+    }};
+
+/// The blocks of a table with records 1 to `count`.
+void WriteTable(const TableLayout& layout, Parameters& p, int count, BlockImages& blocks) {
+  const auto image = [&](int block) -> Bytes& { return blocks[static_cast<std::size_t>(block)]; };
+  image(layout.firstBlock) = MakeBlock(layout.head, layout.headFields(p));
+  for (int block = layout.firstBlock + 1; block <= layout.lastBlock; ++block) image(block) = MakeBlock(layout.head, {});
+  for (int row = 1; row <= count; ++row) {
+    image(layout.firstBlock + (row - 1) / layout.perBlockWritten) +=
+        MakeBlock(layout.record, layout.recordFields(p, row));
+  }
+}
+
+/// The records of one block. The first is taken whatever `count` says, and none behind row `count`.
+void ReadTable(const TableLayout& layout, int block, const Bytes& data, int count, Parameters& p) {
+  int row = (block - layout.firstBlock) * layout.perBlockRead + 1;
+  if (row > layout.lastRow) return;
+  int k = 0;
+  do {
+    ReadFields(layout.recordFields(p, row), data, layout.head + layout.record * k);
+    ++k;
+    ++row;
+  } while (k < layout.perBlockRead && row <= layout.lastRow && row <= count);
+}
+
+bool IsIn(const TableLayout& layout, int block) { return block >= layout.firstBlock && block <= layout.lastBlock; }
+
+/// Head and records. A device may count more rows than there are.
+void ReadCountedTable(const TableLayout& layout, std::int16_t& count, int block, const Bytes& data, Parameters& p) {
+  if (block == layout.firstBlock) {
+    ReadFields(layout.headFields(p), data);
+    count = static_cast<std::int16_t>(std::min<int>(count, layout.lastRow));
+  }
+  ReadTable(layout, block, data, count, p);
+}
+
+void ReadClient(int i, const Bytes& data, Parameters& p) {
+  ReadFields(ClientFields(p, i), data);
+  // Without routing the byte behind is not a slot.
+  if (p.EIPClients[i].Routing != 1) p.EIPClients[i].Slot = 0;
+}
+
+constexpr int FirstClientBlock = 50;
+constexpr int ConversionBlock = 10;
+
+}  // namespace
+
+void BuildPortBlocks(Parameters& p, BlockImages& blocks) {
+  blocks[EthernetBlockNumber] = MakeEthernetBlock(p);
+  for (int i = 0; i <= 1; ++i) {
+    const auto channel = static_cast<std::size_t>(i);
+    blocks[1 + channel] = MakeBlock(ChannelSize, ChannelFields(p, i));
+    const BlockFields protocol = ProtocolFields(p, i);
+    blocks[4 + channel] = MakeBlock(ProtocolSize(protocol), protocol);
+  }
+}
+
+void BuildModbusModelBlocks(Parameters& p, BlockImages& blocks) {
+  if (p.NodeIpPortCount > 0) WriteTable(NodeIpPortLayout, p, p.NodeIpPortCount, blocks);
+  if (p.NodeIpCount > 0) WriteTable(NodeIpLayout, p, p.NodeIpCount, blocks);
+  if (p.AbModMapCount >= 1) WriteTable(MapLayout, p, p.AbModMapCount, blocks);
+}
+
+void BuildClientBlocks(const Parameters& parameters, BlockImages& blocks) {
+  Parameters sent = parameters;
+  for (int i = 0; i <= 1; ++i) {
+    EIPClientRecord& client = sent.EIPClients[i];
+    if (client.IPAddress <= "0.0.0.0") client = {"0.0.0.0"};
+    blocks[FirstClientBlock + static_cast<std::size_t>(i)] = MakeBlock(ClientSize, ClientFields(sent, i));
+  }
+}
+
+void BuildRouteBlocks(const Parameters& parameters, BlockImages& blocks) {
+  Parameters sent = parameters;
+  for (int row = 1; row <= sent.RouteCount; ++row) {
+    if (sent.Routes[row].IPAddress.empty()) sent.Routes[row].IPAddress = "0.0.0.0";
+  }
+  WriteTable(RouteLayout, sent, sent.RouteCount, blocks);
+}
+
+void BuildConversionBlock(Parameters& p, BlockImages& blocks) {
+  Bytes& block = blocks[ConversionBlock];
+  block.clear();
+  if (p.ConvChannelA != 1 && p.ConvChannelB != 1) return;
+  block.resize(2 * ConversionHalf);
+  if (p.ConvChannelA == 1) WriteFields(ConversionFields(p, 0), block);
+  if (p.ConvChannelB == 1) WriteFields(ConversionFields(p, 1), block, ConversionHalf);
+}
+
+void DecodeBlock(int block, const Bytes& data, Parameters& p) {
+  switch (block) {
+    case 1:
+    case 2: return ReadFields(ChannelFields(p, block - 1), data);
+    case EthernetBlockNumber: return ReadFields(EthernetFields(p), data);
+    case 4:
+    case 5: return ReadFields(ProtocolFields(p, block - 4), data);
+    case ConversionBlock:
+      ReadFields(ConversionFields(p, 0), data);
+      return ReadFields(ConversionFields(p, 1), data, ConversionHalf);
+    default: break;
+  }
+  if (block >= FirstClientBlock && block <= FirstClientBlock + 2) return ReadClient(block - FirstClientBlock, data, p);
+  if (IsIn(NodeIpLayout, block)) return ReadCountedTable(NodeIpLayout, p.NodeIpCount, block, data, p);
+  if (IsIn(MapLayout, block)) return ReadCountedTable(MapLayout, p.AbModMapCount, block, data, p);
+  if (!IsIn(RouteLayout, block)) return;
+  // All records of a block are routes, whether they were in use or not.
+  if (block == RouteLayout.firstBlock) ReadFields(RouteLayout.headFields(p), data);
+  ReadTable(RouteLayout, block, data, RouteLayout.lastRow, p);
+}
+
+}  // namespace vk32

@@ -1,0 +1,104 @@
+// Adds a route to the routing table, or edits one.
+#include "models/vkrtx/Route.h"
+
+#include "core/Convert.h"
+#include "models/vkrtx/Configuration_VKRTX.h"
+
+namespace vk32 {
+namespace {
+
+constexpr Color White = 0xFFFFFF, Gray = 0xE0E0E0;
+
+}  // namespace
+
+void Route::Form_Load() {
+  OfferPorts();
+  DestinationLst_Click();
+  if (Adds()) {
+    RouteTitleLbl.Caption = "Enter New Route";
+    PerformRouteCmd.Caption = "Add Route";
+    OfferSlotsToAdd();
+  } else {
+    RouteTitleLbl.Caption = "Edit Existing Route";
+    PerformRouteCmd.Caption = "Edit Route";
+    OfferSlotsToEdit();
+  }
+}
+
+void Route::OfferPorts() {
+  const bool channelB = VKRTXWizard(app_).ports.ChannelBIsEnabled();
+  for (ComboBox* list : {&SourceLst, &DestinationLst}) {
+    list->SetEntries(channelB ? std::vector<std::string>{ChannelAText, ChannelBText, EthernetText}
+                              : std::vector<std::string>{ChannelAText, EthernetText});
+  }
+}
+
+void Route::OfferSlotsToAdd() {
+  const RoutingPage& routing = VKRTXWizard(app_).routing;
+  std::vector<std::string> slots;
+  for (int slot = 1; slot <= RoutingPage::Rows; ++slot) {
+    slots.push_back(Str(slot));
+    if (!routing.InUse(slot)) break;
+  }
+  SlotLst.SetEntries(slots);
+  SlotLst.Text = slots.back();
+}
+
+void Route::OfferSlotsToEdit() {
+  const std::vector<std::string> slots = VKRTXWizard(app_).routing.SlotsInUse();
+  SlotLst.SetEntries(slots);
+  SlotLst.Text = slots.front();
+}
+
+void Route::SlotLst_Click() {
+  if (Adds()) return;
+  const int slot = CInt(Val(SlotLst.Text.Value()));
+  const RoutingPage& routing = VKRTXWizard(app_).routing;
+  // A port that has left the lists shows as empty, and not as what another slot had.
+  SourceLst.Text = "";
+  DestinationLst.Text = "";
+  SourceLst.Text = routing.RouteSrcPortLbl[slot].Caption;
+  RemDstLowTxt.Text = routing.RouteDstLowLbl[slot].Caption.Value();
+  RemDstHighTxt.Text = routing.RouteDstHighLbl[slot].Caption.Value();
+  DestinationLst.Text = routing.RouteDestinationPortLbl[slot].Caption;
+  DestinationLst_Click();
+  IPAddressTxt.Text = routing.RouteIPAddressLbl[slot].Caption.Value();
+}
+
+void Route::DestinationLst_Click() {
+  const bool ethernet = DestinationLst.Text.Value() == EthernetText;
+  IPAddressLbl.Enabled = ethernet;
+  IPAddressTxt.Enabled = ethernet;
+  IPAddressTxt.BackColor = ethernet ? White : Gray;
+}
+
+bool Route::EntriesAreMissing() const {
+  for (const std::string& entry :
+       {SlotLst.Words(), SourceLst.Words(), RemDstLowTxt.Words(), RemDstHighTxt.Words(), DestinationLst.Words()}) {
+    if (entry.empty()) return true;
+  }
+  return IPAddressTxt.Enabled && IPAddressTxt.Text.Value().empty();
+}
+
+void Route::PerformRouteCmd_Click() {
+  if (EntriesAreMissing()) return;
+  try {
+    const int slot = CInt(Val(SlotLst.Text.Value()));
+    RoutingPage& routing = VKRTXWizard(app_).routing;
+    if (slot > routing.CountRowsInUse() + 1) return;  // the table has shrunk meanwhile: it must not get a gap
+    if (Adds()) routing.AdjustRouteTable(1, slot);
+    routing.RouteSlotLbl[slot].Caption = SlotLst.Text;
+    routing.RouteSrcPortLbl[slot].Caption = SourceLst.Text;
+    routing.RouteDstLowLbl[slot].Caption = RemDstLowTxt.Text;
+    routing.RouteDstHighLbl[slot].Caption = RemDstHighTxt.Text;
+    routing.RouteDestinationPortLbl[slot].Caption = DestinationLst.Text;
+    routing.RouteIPAddressLbl[slot].Caption = DestinationLst.Text.Value() == EthernetText ? IPAddressTxt.Words() : "";
+    routing.RouteInUse[slot] = FlagTrue;
+    routing.AdjustRouteVScrollBar();
+    UnloadMe();
+  } catch (const RuntimeFault&) {
+    // The form stays open.
+  }
+}
+
+}  // namespace vk32

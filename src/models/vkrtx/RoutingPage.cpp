@@ -1,0 +1,181 @@
+// The routing table of the VK-RTX.
+#include "models/vkrtx/RoutingPage.h"
+
+#include <algorithm>
+
+#include "core/Convert.h"
+#include "core/DoesNotFit.h"
+#include "models/blocks/BlockFields.h"
+
+namespace vk32 {
+namespace {
+
+constexpr int RowHeight = 480;
+constexpr int VisibleRows = 5;
+
+/// Nothing for a code that is no port.
+const char* PortText(int code) {
+  switch (code) {
+    case ChannelAPort: return ChannelAText;
+    case ChannelBPort: return ChannelBText;
+    case EthernetPort: return EthernetText;
+    default: return nullptr;
+  }
+}
+
+void ShowPort(Label& label, int code) {
+  if (const char* text = PortText(code)) label.Caption = text;
+}
+
+}  // namespace
+
+RoutingPage::RoutingPage(Form& form, App& app) : form_(form), app_(app) {}
+
+void RoutingPage::SetUpDf1Model() {
+  ClrTableCmd_Click();
+  MsgTimeOutTxt.Text = "10000";
+}
+
+int RoutingPage::CountRowsInUse() const {
+  int count = 0;
+  for (int row = 1; row <= Rows; ++row) count += InUse(row) ? 1 : 0;
+  return count;
+}
+
+std::vector<std::string> RoutingPage::SlotsInUse() const {
+  std::vector<std::string> slots;
+  for (int row = 1; row <= Rows; ++row) {
+    if (InUse(row)) slots.push_back(Str(row));
+  }
+  return slots;
+}
+
+bool RoutingPage::Refused(bool refuse, const char* message) {
+  if (refuse) app_.forms.MsgBox(message, MessageIcon::Critical);
+  return refuse;
+}
+
+void RoutingPage::AddRouteCmd_Click() {
+  if (Refused(CountRowsInUse() == Rows, "There is no more slot available in the Routing Table.")) return;
+  OpenEditor(0);
+}
+
+void RoutingPage::EditRouteCmd_Click() {
+  if (Refused(CountRowsInUse() == 0, "There is no entries in the Routing Table to edit.")) return;
+  OpenEditor(1);
+}
+
+void RoutingPage::OpenEditor(std::int16_t mode) {
+  // An editor that is open keeps its mode, and what was typed into it.
+  if (!app_.forms.Find("Route")) app_.globals.RouteFormMode = mode;
+  app_.forms.Show("Route");
+}
+
+void RoutingPage::DelRouteCmd_Click() {
+  if (Refused(CountRowsInUse() == 0, "There is no entries in the Routing Table to delete.")) return;
+  app_.forms.Show("DelRoute");
+}
+
+void RoutingPage::ClrTableCmd_Click() {
+  for (int row = 1; row <= Rows; ++row) EmptyRow(row);
+  AdjustRouteVScrollBar();
+}
+
+void RoutingPage::EmptyRow(int row) {
+  RouteSlotLbl[row].Caption = "";
+  for (Label* cell : Cells(row)) cell->Caption = "";
+  RouteInUse[row] = FlagFalse;
+}
+
+void RoutingPage::CopyRow(int from, int to) {
+  const auto source = Cells(from), target = Cells(to);
+  RouteSlotLbl[to].Caption = Str(to);
+  for (std::size_t i = 0; i < source.size(); ++i) target[i]->Caption = source[i]->Caption.Value();
+  RouteInUse[to] = FlagTrue;
+}
+
+void RoutingPage::AdjustRouteTable(int mode, int slot) {
+  int last = Rows;
+  while (last > 0 && !InUse(last)) --last;
+  if (mode == 1) {
+    for (int i = last; i >= slot; --i) CopyRow(i, i + 1);
+    return;
+  }
+  for (int i = slot; i < last; ++i) CopyRow(i + 1, i);
+  if (last > 0) EmptyRow(last);
+}
+
+void RoutingPage::AdjustRouteVScrollBar() {
+  RouteVScroll.SmallChange = RowHeight;
+  RouteVScroll.LargeChange = VisibleRows * RowHeight;
+  RouteVScroll.Max = std::max(0, CountRowsInUse() - VisibleRows) * RowHeight;
+}
+
+std::string RoutingPage::RowName(int row, const char* field) {
+  return std::string(RoutingPageTitle) + ", slot " + Str(row) + ", " + field;
+}
+
+void RoutingPage::ReadRouteRows(int count) {
+  for (int i = 1; i <= count; ++i) {
+    RouteRecord& route = Route(i);
+    ReadSource(route, RouteSrcPortLbl[i].Caption);
+    route.DestLow = TextNumber(RouteDstLowLbl[i].Caption, Val, RowName(i, "Low"), EnterByte);
+    route.DestHigh = TextNumber(RouteDstHighLbl[i].Caption, Val, RowName(i, "High"), EnterByte);
+    ReadDestination(route, RouteDestinationPortLbl[i].Caption);
+    route.IPAddress = RouteIPAddressLbl[i].Caption;
+  }
+}
+
+void RoutingPage::ReadSource(RouteRecord& route, const std::string& port) {
+  const Parameters& parameters = app_.globals;
+  if (port == ChannelAText) {
+    route.SourcePort = ChannelAPort;
+    route.SourceProtocol = parameters.SerialProtocol[0];
+  } else if (port == ChannelBText) {
+    route.SourcePort = ChannelBPort;
+    route.SourceProtocol = parameters.SerialProtocol[1];
+  } else if (port == EthernetText) {
+    route.SourcePort = EthernetPort;
+    route.SourceProtocol = parameters.EthernetProtocol;
+  }
+}
+
+void RoutingPage::ReadDestination(RouteRecord& route, const std::string& port) {
+  const Parameters& parameters = app_.globals;
+  if (port == ChannelAText) {
+    route.DestPort = ChannelAPort;
+    route.DestProtocol = parameters.SerialProtocol[0];
+  } else if (port == ChannelBText) {
+    route.DestPort = ChannelBPort;
+    route.DestProtocol = parameters.SerialProtocol[1];
+  } else if (port == EthernetText) {
+    route.DestPort = EthernetPort;
+    // A channel that speaks ASCII reaches the Ethernet port as an EtherNet/IP client.
+    const bool isClient = StartsOnAsciiChannel(route);
+    route.DestProtocol = isClient ? EthernetIPProtocol : parameters.EthernetProtocol;
+  }
+}
+
+void RoutingPage::CollectMessageTimeout() {
+  app_.globals.MessageTimeout =
+      TextNumber(MsgTimeOutTxt.Text, Val, std::string(RoutingPageTitle) + ", Message Timeout", EnterWord);
+}
+
+void RoutingPage::Setup() {
+  // A device may count more routes than there are.
+  const int count = std::min<int>(app_.globals.RouteCount, Rows);
+  for (int r = 1; r <= count; ++r) {
+    const RouteRecord& route = Route(r);
+    RouteSlotLbl[r].Caption = Str(r);
+    ShowPort(RouteSrcPortLbl[r], route.SourcePort);
+    RouteDstLowLbl[r].Caption = Str(route.DestLow);
+    RouteDstHighLbl[r].Caption = Str(route.DestHigh);
+    ShowPort(RouteDestinationPortLbl[r], route.DestPort);
+    RouteIPAddressLbl[r].Caption = route.DestPort == EthernetPort ? route.IPAddress : "";
+    RouteInUse[r] = FlagTrue;
+  }
+  AdjustRouteVScrollBar();
+  MsgTimeOutTxt.Text = Str(app_.globals.MessageTimeout);
+}
+
+}  // namespace vk32
