@@ -203,6 +203,25 @@ TEST_F(EndToEnd, HeldPortNamesItsHolder) {
   EXPECT_EQ(script.Do("select ProductMenu.COMCbo COM32"), "ok\n");
 }
 
+TEST(Simulator, DumpsItsBlocks) {
+  const TemporaryFile dump("dump");
+  Process sim("vk32-sim", {"VK5300", "--dump", dump.Path()}, "/nowhere");
+  const std::string line = sim.Line();
+  const int terminal =
+      open(line.substr(line.find('/'), line.size() - line.find('/') - 1).c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK);
+  const auto exchange = [&](const char* message, std::size_t answer) {
+    const Bytes bytes = FromHex(message);
+    EXPECT_EQ(write(terminal, bytes.data(), bytes.size()), static_cast<ssize_t>(bytes.size()));
+    pollfd waiting{terminal, POLLIN, 0};
+    for (char byte; answer > 0; --answer) ASSERT_EQ(poll(&waiting, 1, 10'000) + read(terminal, &byte, 1), 2);
+  };
+  exchange("A5 CE 08 FA 00 03 00 02 AA BB 9C", 1);
+  exchange("A5 A5", 0);
+  EXPECT_EQ(sim.Line(), "VK5300 has stored a configuration of 1 block\n");
+  close(terminal);
+  EXPECT_EQ(dump.Content().substr(0, 28), "3: AA BB\nimage: 04 99 00 00 ");
+}
+
 TEST_F(EndToEnd, ExitStatuses) {
   const TemporaryFile commands("commands.vks");
   commands.Fill("# comment\r\n\r\nclick Splash\r\nget MainMenu.ProductModelLbl.Caption\r\nquit\r\nclick Nothing\r\n");
