@@ -33,7 +33,7 @@ struct Options {
   std::string port;
   bool pace = false;
   bool needsButton = false;
-  std::string dump, firmwareDump;
+  std::string dump, firmwareDump, trace;
   int eraseTime = 3000, restartTime = 300;  // ms
   vk32::sim::InfoTexts infoTexts;
   vk32::sim::Misbehaviour misbehaviour;
@@ -138,6 +138,8 @@ void Simulate(const Options& options, const vk32::sim::GatewayKind& kind) {
   const int signals = SignalDescriptor();
   vk32::sim::PseudoTerminal terminal;
   if (!options.port.empty()) terminal.RegisterAs(options.port);
+  std::optional<vk32::Trace> trace;
+  if (!options.trace.empty()) trace.emplace(options.trace);
   std::string title(kind.product);
   if (!kind.model.empty()) title.append(" (").append(kind.model).append(")");
   // Files first: who reads the line may read the file.
@@ -160,8 +162,14 @@ void Simulate(const Options& options, const vk32::sim::GatewayKind& kind) {
       if (signal.ssi_signo != SIGUSR1) return;
       gateway.PressConfigure();
     }
-    if (line.Room() > 0) line.FromHost(terminal.Read(line.Room()), MonotonicNow());
-    terminal.Write(line.ToHost(MonotonicNow()));
+    if (line.Room() > 0) {
+      const vk32::Bytes read = terminal.Read(line.Room());
+      if (trace) trace->Line('>', read);
+      line.FromHost(read, MonotonicNow());
+    }
+    const vk32::Bytes written = line.ToHost(MonotonicNow());
+    if (trace) trace->Line('<', written);
+    terminal.Write(written);
   }
   std::cout << title << " has been unplugged" << std::endl;
 }
@@ -186,6 +194,10 @@ int main(int argc, char** argv) {
           "the VK5300 the image too is a line")
       ->type_name("FILE");
   parser.add_option("--firmware-dump", options.firmwareDump, "file that takes each firmware that was received")
+      ->type_name("FILE");
+  parser
+      .add_option("--trace", options.trace,
+                  "file that takes the time and the bytes of all that passes: > from VK32, < to it")
       ->type_name("FILE");
   parser.add_option("--restart-time", options.restartTime, "how long the VK5300 is deaf when it restarts (300)")
       ->type_name("MS")
