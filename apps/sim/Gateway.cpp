@@ -15,97 +15,8 @@ using namespace std::chrono_literals;
 
 // A message that stands still for so long is given up, so that a broken one does not eat the next.
 constexpr Time MessageGap = 500ms;
-
-/// Registers as (register, first byte, second byte); all others are 0.
-struct RegisterRow {
-  int index, high, low;
-};
-
-Bytes MakeImage(int registers, std::initializer_list<RegisterRow> rows) {
-  Bytes image(static_cast<std::size_t>(registers) * 2, '\0');
-  for (const RegisterRow& row : rows) {
-    image[static_cast<std::size_t>(row.index) * 2] = Chr(row.high);
-    image[static_cast<std::size_t>(row.index) * 2 + 1] = Chr(row.low);
-  }
-  return image;
-}
-
-Bytes Rb2000Image() {
-  return MakeImage(224, {
-                            {0, 4, 153},
-                            {6, 2, 0},
-                            {7, 5, 0},
-                            {8, 9, 0},  // channel A: 19200
-                            {9, 8, 6},  // channel B: 9600, even parity
-                            {10, 8, 0},
-                            {11, 8, 0},
-                            {12, 0, 1},  // CRC
-                            {13, 1, 0},
-                            {20, 17, 36},  // broadcast, specific address 17
-                            {21, 1, 7},    // broadcast 1 to 7
-                            {22, 2, 0},    // SLC
-                            // Slots 1 and 2: 40001 to 40020 in file 7, word 0; 40101 to 40110 in file 8, float
-                            {24, 0x41, 0x9C},
-                            {25, 0x54, 0x9C},
-                            {26, 7, 0},
-                            {27, 0, 0},
-                            {28, 0, 0},
-                            {29, 0xA5, 0x9C},
-                            {30, 0xAE, 0x9C},
-                            {31, 8, 0},
-                            {32, 0, 0},
-                            {33, 1, 0},
-                        });
-}
-
-Bytes Rb3000Image() {
-  return MakeImage(224, {
-                            {0, 4, 153},
-                            {6, 2, 0},
-                            {7, 1, 0},
-                            {8, 8, 0},
-                            {9, 8, 0},
-                            {10, 8, 0},
-                            {11, 8, 0},
-                            {13, 1, 0},
-                            {20, 0, 4},  // slave, broadcast
-                            {21, 2, 5},  // broadcast 2 to 5
-                            {22, 1, 0},  // PLC-3
-                            // Slots 1 and 2: 1 to 64 in file 3, word 0; 30001 to 30010 in file 10, word 5
-                            {24, 1, 0},
-                            {25, 64, 0},
-                            {26, 3, 0},
-                            {27, 0, 0},
-                            {28, 0, 0},
-                            {29, 0x31, 0x75},
-                            {30, 0x3A, 0x75},
-                            {31, 10, 0},
-                            {32, 5, 0},
-                            {33, 0, 0},
-                        });
-}
-
-Bytes Vk5300Image() {
-  return MakeImage(20, {
-                           {0, 4, 153},
-                           {7, 2, 0},  // DH+ node
-                           {8, 8, 0},  // 57.6 kBaud
-                           {9, 11, 0},
-                           {10, 8, 0},
-                       });
-}
-
-Bytes RbCardImage() {
-  return MakeImage(20, {
-                           {0, 4, 153},
-                           {7, 1, 0},  // DH+ node
-                           {8, 8, 0},  // 57.6 kBaud
-                           {9, 8, 0},  // DF1: 9600
-                           {10, 8, 0},
-                           {11, 8, 0},
-                           {13, 1, 0},
-                       });
-}
+// Who writes blocks and then falls silent for so long has given the exchange up.
+constexpr Time ExchangeGap = 3s;
 
 // Serial number 123456, hardware 2-300, distributor 3, a MAC address; the order of bytes is the product's.
 Bytes Identity(InfoStyle style) {
@@ -122,6 +33,17 @@ Bytes Network(InfoStyle style) {
   return addresses;
 }
 
+std::size_t ImageFrameLength(const Bytes& begun) {
+  if (begun.size() < ImageFrame::Prefix) return 0;
+  const int length = Asc(begun, ImageFrame::Length + 1) + 256 * Asc(begun, ImageFrame::Length + 2);
+  return static_cast<std::size_t>(ImageFrame::Prefix + length + ImageFrame::ChecksumLength);
+}
+
+std::size_t BlockFrameLength(const Bytes& begun) {
+  if (begun.size() <= BlockFrame::Count) return 0;
+  return static_cast<std::size_t>(BlockFrame::Count + 1 + Asc(begun, BlockFrame::Count + 1));
+}
+
 /// Texts of 64 and four times 48 bytes; the last byte of all is left for the checksum.
 Bytes FirmwareRecord() {
   Bytes texts;
@@ -136,23 +58,11 @@ Bytes FirmwareRecord() {
 
 }  // namespace
 
-const GatewayKind* FindGatewayKind(std::string_view product) {
-  static const GatewayKind kinds[] = {
-      {"RB2000", 9600, 10, Rb2000Image(), InfoStyle::None, false},
-      {"RB3000", 19200, 10, Rb3000Image(), InfoStyle::None, false},
-      {"RBCard", 19200, 12, RbCardImage(), InfoStyle::None, false},
-      {"VK5300", 19200, 12, Vk5300Image(), InfoStyle::Pieces, true},
-      {"VK-RTX", 19200, 12, {}, InfoStyle::OneRecord, true},
-  };
-  const auto kind = std::find_if(std::begin(kinds), std::end(kinds),
-                                 [&](const GatewayKind& candidate) { return candidate.product == product; });
-  return kind == std::end(kinds) ? nullptr : kind;
-}
-
 Gateway::Gateway(const GatewayKind& kind, Misbehaviour misbehaviour)
     : kind_(kind),
       misbehaviour_(misbehaviour),
       image_(kind.factoryImage),
+      blocks_(kind.factoryBlocks),
       offlineManager_(kind.product, kind.takesXmodem, infoTexts.version, misbehaviour) {}
 
 void Gateway::Receive(std::string_view bytes, Time now) {
@@ -167,12 +77,16 @@ void Gateway::RunDue(Time now) {
 
 void Gateway::PressConfigure() {
   configuring_ = true;
+  blocks_.Abandon();
   offlineManager_.Leave();
 }
 
 void Gateway::TakeByte(char byte, Time now) {
+  if (now < restartEnd_) return;
   if (offlineManager_.Active()) return React(offlineManager_.Take(byte, now), now);
-  if (now - lastByte_ > MessageGap) received_.clear();
+  const bool broken = !received_.empty() && now - lastByte_ > MessageGap;
+  if (broken) received_.clear();
+  if (broken || now - std::max(lastByte_, lastAnswer_) > ExchangeGap) blocks_.Abandon();
   lastByte_ = now;
   if (misbehaviour_.hold > 0ns && received_.empty()) {
     pieces_.push_back({now, Bytes(1, '\x13')});
@@ -183,38 +97,53 @@ void Gateway::TakeByte(char byte, Time now) {
   Understand(now);
 }
 
+/// Its start, its length as soon as that can be told (0 until then), and what it makes the gateway do.
+struct Gateway::Message {
+  const Bytes& start;
+  std::size_t (*length)(const Bytes& begun);
+  void (Gateway::*act)(const Bytes& message, Time now);
+  bool ofBlocks = false;  // every other message breaks off an exchange that writes blocks
+};
+
+const Gateway::Message Gateway::Messages[] = {
+    {ImageFrame::Start, ImageFrameLength, &Gateway::TakeImageFrame},
+    {ImageRequest, nullptr, &Gateway::AnswerImageRequest},
+    {BlockFrame::Start, BlockFrameLength, &Gateway::TakeBlockFrame, true},
+    {EndOfExchange, nullptr, &Gateway::StoreBlocks, true},
+    {Restart, nullptr, &Gateway::Reboot},
+    {InfoRequest, nullptr, &Gateway::AnswerInfoRequest},
+    {InfoContinue, nullptr, &Gateway::ContinueInfo},
+    {RecoveryProbe, nullptr, &Gateway::CallOfflineManager},
+    {RecoveryNewline, nullptr, &Gateway::CallOfflineManager},
+    {FirmwareMode, nullptr, &Gateway::CallOfflineManager},
+};
+
+bool Gateway::Knows(const Message& message) const {
+  if (message.ofBlocks) return !kind_.factoryBlocks.empty();
+  return message.act != &Gateway::Reboot || kind_.restarts;
+}
+
 void Gateway::Understand(Time now) {
   while (!received_.empty()) {
-    const auto begins = [&](const Bytes& start) {
-      return received_.compare(0, std::min(start.size(), received_.size()), start, 0,
-                               std::min(start.size(), received_.size())) == 0;
-    };
-    if (begins(ImageFrame::Start)) {
-      if (!TakeImageFrame(now)) return;
-    } else if (begins(ImageRequest)) {
-      if (received_.size() < ImageRequest.size()) return;
-      received_.erase(0, ImageRequest.size());
-      AnswerImageRequest(now);
-    } else if (OfflineManager::IsCall(received_[0])) {
-      CallOfflineManager(now);
-    } else if (begins(FirmwareMode)) {
-      if (received_.size() < FirmwareMode.size()) return;
-      CallOfflineManager(now);
-    } else if (begins(InfoRequest) && kind_.info != InfoStyle::None) {
-      if (received_.size() < InfoRequest.size()) return;
-      received_.erase(0, InfoRequest.size());
-      AnswerInfoRequest(now);
-    } else if (begins(InfoContinue) && infoPiece_ > 0) {
+    const auto* const message = std::find_if(std::begin(Messages), std::end(Messages), [&](const Message& candidate) {
+      const std::size_t begun = std::min(candidate.start.size(), received_.size());
+      return Knows(candidate) && received_.compare(0, begun, candidate.start, 0, begun) == 0;
+    });
+    if (message == std::end(Messages)) {
       received_.erase(0, 1);
-      SayInfoPiece(now);
-    } else {
-      received_.erase(0, 1);
+      continue;
     }
+    const std::size_t whole = message->length ? message->length(received_) : message->start.size();
+    if (whole == 0 || received_.size() < whole) return;
+    const Bytes taken = received_.substr(0, whole);
+    received_.erase(0, whole);
+    if (!message->ofBlocks) blocks_.Abandon();
+    (this->*message->act)(taken, now);
   }
 }
 
-void Gateway::CallOfflineManager(Time now) {
-  for (const char byte : std::exchange(received_, {})) React(offlineManager_.Take(byte, now), now);
+void Gateway::CallOfflineManager(const Bytes& call, Time now) {
+  for (const char byte : call) React(offlineManager_.Take(byte, now), now);
 }
 
 void Gateway::React(const OfflineManager::Reaction& reaction, Time now) {
@@ -222,39 +151,79 @@ void Gateway::React(const OfflineManager::Reaction& reaction, Time now) {
   if (reaction.hasFirmware && OnFirmware) OnFirmware();
 }
 
-/// False while the frame isn't complete. A frame with a wrong length or checksum is taken, and answered by silence.
-bool Gateway::TakeImageFrame(Time now) {
-  if (received_.size() < ImageFrame::Prefix) return false;
-  const int length = Asc(received_, ImageFrame::Length + 1) + 256 * Asc(received_, ImageFrame::Length + 2);
-  const auto whole = static_cast<std::size_t>(ImageFrame::Prefix + length + ImageFrame::ChecksumLength);
-  if (received_.size() < whole) return false;
-  const Bytes body = Mid(received_, ImageFrame::Prefix + 1, length);
-  const Bytes checksum = Mid(received_, ImageFrame::Prefix + length + 1, ImageFrame::ChecksumLength);
-  received_.erase(0, whole);
+/// A frame with a wrong length or checksum is answered by silence.
+void Gateway::TakeImageFrame(const Bytes& frame, Time now) {
+  const auto length = static_cast<int>(frame.size()) - ImageFrame::Prefix - ImageFrame::ChecksumLength;
+  const Bytes body = Mid(frame, ImageFrame::Prefix + 1, length);
+  const Bytes checksum = Mid(frame, ImageFrame::Prefix + length + 1);
   std::int32_t sum = 0;
   for (int i = 1; i <= length; ++i) sum += Asc(body, i);
   const bool good = !image_.empty() && body.size() == ImageFrame::PrefixLength + image_.size() &&
                     checksum == Bytes{Chr(sum & 255), Chr(sum >> 8 & 255)};
-  if (!good) return true;
+  if (!good) return;
   image_ = body.substr(ImageFrame::PrefixLength);
   Say(Bytes(1, Ack), now);
-  if (OnStored) OnStored();
-  return true;
+  if (OnStored) OnStored(std::to_string(image_.size()) + " bytes");
 }
 
-void Gateway::AnswerInfoRequest(Time now) {
+void Gateway::AnswerImageRequest(const Bytes&, Time now) {
+  if (image_.empty()) return;
+  const Bytes body = Bytes{0, 1} + Bytes(static_cast<std::size_t>(kind_.headerLength) - 2, '\0') + image_;
+  const auto length = static_cast<std::int32_t>(body.size());
+  SayRecord("", ImageReplyStart + Chr(length & 255) + Chr(length >> 8) + body, Checksum16(body, length), now);
+}
+
+/// A frame that is broken, or asks for what the device does not have, is answered by silence.
+void Gateway::TakeBlockFrame(const Bytes& frame, Time now) {
+  const Bytes body = Mid(frame, BlockFrame::Command + 1);
+  if (frame.size() <= BlockFrame::Data || Checksum8(body, static_cast<int>(body.size())) != Bytes(1, '\0')) return;
+  const auto at = [&](int offset) { return Asc(frame, offset + 1); };
+  const int number = at(BlockFrame::Number);
+  if (at(BlockFrame::AddressHigh) != 0 || at(BlockFrame::AddressExt) != 0 || number == misbehaviour_.deafBlock) return;
+  const Bytes data = frame.substr(BlockFrame::Data, frame.size() - BlockFrame::Data - 1);
+  const int command = at(BlockFrame::Command), length = at(BlockFrame::Length);
+  if (command == BlockFrame::Read && length == BlockFrame::ReadLength && data.empty()) AnswerBlockRead(number, now);
+  if (command == BlockFrame::Write && static_cast<std::size_t>(length) == data.size() && blocks_.Stage(number, data)) {
+    Say(Bytes(1, Ack), now);
+  }
+}
+
+void Gateway::AnswerBlockRead(int number, Time now) {
+  blocks_.Abandon();
+  const auto block = blocks_.InForce().find(number);
+  if (block == blocks_.InForce().end()) return;
+  Bytes data = block->second;
+  data.resize(BlockFrame::ReadLength);
+  // The number in front: a reader that takes it for data shows it.
+  const Bytes record = Chr(number) + data;
+  SayRecord(Bytes(1, Ack), record, Checksum8(record, static_cast<int>(record.size())), now);
+}
+
+/// The end of an upload, or of the device information, comes here too, and finds nothing to store.
+void Gateway::StoreBlocks(const Bytes&, Time) {
+  const int count = blocks_.Commit();
+  if (count > 0 && OnStored) OnStored(std::to_string(count) + (count == 1 ? " block" : " blocks"));
+}
+
+void Gateway::Reboot(const Bytes&, Time now) {
+  restartEnd_ = now + restartTime;
+  infoPiece_ = 0;
+}
+
+void Gateway::AnswerInfoRequest(const Bytes&, Time now) {
   infoPiece_ = 0;
   if (kind_.info == InfoStyle::Pieces) {
     Say(Bytes(1, Ack), now);
     SayInfoPiece(now);
-    return;
   }
-  const Bytes record = Identity(kind_.info) + Network(kind_.info) + FirmwareRecord();
-  Bytes checksum = Checksum8(record, static_cast<int>(record.size()));
-  if (misbehaviour_.badChecksum) checksum[0] = static_cast<char>(checksum[0] ^ 0x55);
-  Bytes reply = record + checksum;
-  reply.resize(reply.size() - std::min(reply.size(), static_cast<std::size_t>(misbehaviour_.shortBy)));
-  Say(Ack + reply, now);
+  if (kind_.info == InfoStyle::OneRecord) {
+    const Bytes record = Identity(kind_.info) + Network(kind_.info) + FirmwareRecord();
+    SayRecord(Bytes(1, Ack), record, Checksum8(record, static_cast<int>(record.size())), now);
+  }
+}
+
+void Gateway::ContinueInfo(const Bytes&, Time now) {
+  if (infoPiece_ > 0) SayInfoPiece(now);
 }
 
 void Gateway::SayInfoPiece(Time now) {
@@ -265,22 +234,19 @@ void Gateway::SayInfoPiece(Time now) {
   pieces_.push_back({now + misbehaviour_.late, pieces[piece]});
 }
 
-void Gateway::AnswerImageRequest(Time now) {
-  if (image_.empty()) return;
-  const Bytes header = Bytes{0, 1} + Bytes(static_cast<std::size_t>(kind_.headerLength) - 2, '\0');
-  const Bytes body = header + image_;
-  const auto length = static_cast<std::int32_t>(body.size());
-  Bytes checksum = Checksum16(body, length);
+/// What stands before the record is spared by the faults that the record has to bear.
+void Gateway::SayRecord(const Bytes& before, Bytes record, Bytes checksum, Time now) {
   if (misbehaviour_.badChecksum) checksum[0] = static_cast<char>(checksum[0] ^ 0x55);
-  Bytes reply = ImageReplyStart + Chr(length & 255) + Chr(length >> 8) + body + checksum;
-  reply.resize(reply.size() - std::min(reply.size(), static_cast<std::size_t>(misbehaviour_.shortBy)));
-  Say(reply, now);
+  record += checksum;
+  record.resize(record.size() - std::min(record.size(), static_cast<std::size_t>(misbehaviour_.shortBy)));
+  Say(before + record, now);
 }
 
 void Gateway::Say(Bytes bytes, Time now) {
   if (misbehaviour_.silent) return;
   if (misbehaviour_.junk) bytes.insert(0, "\x15\xFF\x00?", 4);
-  pieces_.push_back({now + misbehaviour_.late, std::move(bytes)});
+  lastAnswer_ = now + misbehaviour_.late;
+  pieces_.push_back({lastAnswer_, std::move(bytes)});
 }
 
 std::optional<Gateway::Piece> Gateway::NextPiece() {

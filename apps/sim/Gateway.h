@@ -9,23 +9,12 @@
 
 #include "platform/EventLoop.h"
 #include "platform/SerialDriver.h"
+#include "sim/BlockStore.h"
+#include "sim/GatewayKind.h"
 #include "sim/Misbehaviour.h"
 #include "sim/OfflineManager.h"
 
 namespace vk32::sim {
-
-/// How a product tells its device information.
-enum class InfoStyle { None, OneRecord, Pieces };
-
-/// What is particular to a product.
-struct GatewayKind {
-  std::string_view product;
-  int baudRate;        // bit/s
-  int headerLength;    // bytes before the image in an upload
-  Bytes factoryImage;  // empty: it has none
-  InfoStyle info;
-  bool takesXmodem;  // in its recovery menu
-};
 
 /// The texts of the device information; any bytes.
 struct InfoTexts {
@@ -33,9 +22,6 @@ struct InfoTexts {
   Bytes version = "Version 2.14";
   Bytes date = "March 3 2019";
 };
-
-/// nullptr for a product that can't be simulated.
-const GatewayKind* FindGatewayKind(std::string_view product);
 
 class Gateway {
  public:
@@ -62,34 +48,50 @@ class Gateway {
   void StartInOperation() { configuring_ = false; }
 
   const Bytes& Image() const { return image_; }
+  const Blocks& BlocksInForce() const { return blocks_.InForce(); }
   /// The firmware file that has come last, or as much as has come of it; empty if none has.
   const Bytes& Firmware() const { return offlineManager_.Firmware(); }
   FlashTimes& Flash() { return offlineManager_.times; }
+  /// From the message that restarts it until it hears again.
+  Time restartTime{std::chrono::milliseconds(300)};
   InfoTexts infoTexts;
-  /// Called whenever a configuration was stored.
-  std::function<void()> OnStored;
+  /// Called whenever a configuration was stored, with its size: "448 bytes" of an image, or "12 blocks".
+  std::function<void(const std::string& size)> OnStored;
   /// Called whenever a firmware file has come to its end.
   std::function<void()> OnFirmware;
 
   const Misbehaviour& Faults() const { return misbehaviour_; }
 
  private:
+  struct Message;
+  static const Message Messages[];
+
   void TakeByte(char byte, Time now);
   void Understand(Time now);
-  void CallOfflineManager(Time now);
+  bool Knows(const Message& message) const;
   void React(const OfflineManager::Reaction& reaction, Time now);
-  bool TakeImageFrame(Time now);
-  void AnswerImageRequest(Time now);
-  void AnswerInfoRequest(Time now);
+  // Each takes a whole message.
+  void CallOfflineManager(const Bytes& call, Time now);
+  void TakeImageFrame(const Bytes& frame, Time now);
+  void AnswerImageRequest(const Bytes&, Time now);
+  void AnswerInfoRequest(const Bytes&, Time now);
+  void ContinueInfo(const Bytes&, Time now);
+  void TakeBlockFrame(const Bytes& frame, Time now);
+  void StoreBlocks(const Bytes&, Time now);
+  void Reboot(const Bytes&, Time now);
+
+  void AnswerBlockRead(int number, Time now);
   void SayInfoPiece(Time now);
+  void SayRecord(const Bytes& before, Bytes record, Bytes checksum, Time now);
   void Say(Bytes bytes, Time now);
 
   const GatewayKind& kind_;
   Misbehaviour misbehaviour_;
   bool configuring_ = true;
   Bytes image_;
+  BlockStore blocks_;
   Bytes received_;  // of a message that is not complete yet
-  Time lastByte_{0};
+  Time lastByte_{0}, lastAnswer_{0}, restartEnd_{0};
   int infoPiece_ = 0;  // the next one, from 0
   std::deque<Piece> pieces_;
   OfflineManager offlineManager_;

@@ -15,6 +15,7 @@ struct Misbehaviour {
   bool badChecksum = false;           // of what it sends
   int shortBy = 0;                    // bytes missing at the end of each long answer
   Time hold{0};                       // XOFF at the first byte of each message, XON so much later
+  int deafBlock = -1;                 // a block that it neither tells nor takes; -1: none
   int infoPieces = 5;                 // of the VK5300's device information, after which it falls silent
   int unplugAfter = -1;               // bytes in both directions together, then it is gone; -1: never
   std::optional<int> bannerLength{};  // bytes of the Offline Manager's banner

@@ -20,6 +20,7 @@
 #include "platform/PosixEventLoop.h"
 #include "sim/PseudoTerminal.h"
 #include "sim/SimulatedLine.h"
+#include "trace/Trace.h"
 
 namespace {
 
@@ -32,15 +33,15 @@ struct Options {
   std::string port;
   bool pace = false;
   bool needsButton = false;
-  std::string dump, firmwareDump;
-  int eraseTime = 3000;  // ms
+  std::string dump, firmwareDump, trace;
+  int eraseTime = 3000, restartTime = 300;  // ms
   vk32::sim::InfoTexts infoTexts;
   vk32::sim::Misbehaviour misbehaviour;
 };
 
 constexpr const char* MisbehaviourHelp =
-    "silent, late=MS, junk, bad-checksum, short=BYTES, info-pieces=N, hold=MS (XOFF), unplug=BYTES; of the recovery: "
-    "banner=BYTES, no-ready, no-burn, hold-for-good, nak=N, cancel; repeatable";
+    "silent, late=MS, junk, bad-checksum, short=BYTES, deaf-block=N, info-pieces=N, hold=MS (XOFF), unplug=BYTES; of "
+    "the recovery: banner=BYTES, no-ready, no-burn, hold-for-good, nak=N, cancel; repeatable";
 
 struct MisbehaviourName {
   std::string_view name;
@@ -54,6 +55,7 @@ constexpr MisbehaviourName MisbehaviourNames[] = {
     {"junk", false, [](auto& how, int) { how.junk = true; }},
     {"bad-checksum", false, [](auto& how, int) { how.badChecksum = true; }},
     {"short", true, [](auto& how, int number) { how.shortBy = number; }},
+    {"deaf-block", true, [](auto& how, int number) { how.deafBlock = number; }},
     {"info-pieces", true, [](auto& how, int number) { how.infoPieces = number; }},
     {"hold", true, [](auto& how, int number) { how.hold = std::chrono::milliseconds(number); }},
     {"unplug", true, [](auto& how, int number) { how.unplugAfter = number; }},
@@ -102,10 +104,33 @@ void Sleep(int terminal, int signals, std::optional<Time> until) {
   ppoll(descriptors, 2, until ? &left : nullptr, nullptr);
 }
 
+/// "RB2000, RB3000 or RBCard"
+std::string NamesOfKinds() {
+  const auto kinds = vk32::sim::GatewayKinds();
+  std::string names;
+  for (const auto& kind : kinds) {
+    if (&kind != &kinds.front()) names += &kind == &kinds.back() ? " or " : ", ";
+    names += kind.name;
+  }
+  return names;
+}
+
+/// The image as it is; of a product with blocks a line for each block, and one for its image if it has that too.
+void DumpConfiguration(const vk32::sim::Gateway& gateway, const std::string& path) {
+  std::ofstream file(path, std::ios::binary);
+  if (gateway.BlocksInForce().empty()) {
+    file << gateway.Image();
+    return;
+  }
+  for (const auto& [number, data] : gateway.BlocksInForce()) file << number << ": " << vk32::HexText(data) << "\n";
+  if (!gateway.Image().empty()) file << "image: " << vk32::HexText(gateway.Image()) << "\n";
+}
+
 void Simulate(const Options& options, const vk32::sim::GatewayKind& kind) {
   vk32::sim::Gateway gateway(kind, options.misbehaviour);
   gateway.infoTexts = options.infoTexts;
   gateway.Flash().erase = std::chrono::milliseconds(options.eraseTime);
+  gateway.restartTime = std::chrono::milliseconds(options.restartTime);
   if (options.needsButton) gateway.StartInOperation();
   const Time byteTime = options.pace ? vk32::sim::SimulatedLine::ByteTime(kind.baudRate) : Time{0};
   vk32::sim::SimulatedLine line(gateway, byteTime);
@@ -113,18 +138,23 @@ void Simulate(const Options& options, const vk32::sim::GatewayKind& kind) {
   const int signals = SignalDescriptor();
   vk32::sim::PseudoTerminal terminal;
   if (!options.port.empty()) terminal.RegisterAs(options.port);
-  gateway.OnStored = [&] {
-    std::cout << kind.product << " has stored a configuration of " << gateway.Image().size() << " bytes" << std::endl;
-    if (!options.dump.empty()) std::ofstream(options.dump, std::ios::binary) << gateway.Image();
+  std::optional<vk32::Trace> trace;
+  if (!options.trace.empty()) trace.emplace(options.trace);
+  std::string title(kind.product);
+  if (!kind.model.empty()) title.append(" (").append(kind.model).append(")");
+  // Files first: who reads the line may read the file.
+  gateway.OnStored = [&](const std::string& size) {
+    if (!options.dump.empty()) DumpConfiguration(gateway, options.dump);
+    std::cout << title << " has stored a configuration of " << size << std::endl;
   };
   gateway.OnFirmware = [&] {
-    std::cout << kind.product << " has received a firmware of " << gateway.Firmware().size() << " bytes" << std::endl;
     if (!options.firmwareDump.empty()) {
       std::ofstream(options.firmwareDump, std::ios::binary) << gateway.Firmware();
     }
+    std::cout << title << " has received a firmware of " << gateway.Firmware().size() << " bytes" << std::endl;
   };
-  std::cout << kind.product << " on "
-            << (options.port.empty() ? terminal.Path() : options.port + ", " + terminal.Path()) << std::endl;
+  std::cout << title << " on " << (options.port.empty() ? terminal.Path() : options.port + ", " + terminal.Path())
+            << std::endl;
   while (!line.Unplugged()) {
     Sleep(line.Room() > 0 ? terminal.Fd() : -1, signals, line.NextDue());
     signalfd_siginfo signal{};
@@ -132,10 +162,16 @@ void Simulate(const Options& options, const vk32::sim::GatewayKind& kind) {
       if (signal.ssi_signo != SIGUSR1) return;
       gateway.PressConfigure();
     }
-    if (line.Room() > 0) line.FromHost(terminal.Read(line.Room()), MonotonicNow());
-    terminal.Write(line.ToHost(MonotonicNow()));
+    if (line.Room() > 0) {
+      const vk32::Bytes read = terminal.Read(line.Room());
+      if (trace) trace->Line('>', read);
+      line.FromHost(read, MonotonicNow());
+    }
+    const vk32::Bytes written = line.ToHost(MonotonicNow());
+    if (trace) trace->Line('<', written);
+    terminal.Write(written);
   }
-  std::cout << kind.product << " has been unplugged" << std::endl;
+  std::cout << title << " has been unplugged" << std::endl;
 }
 
 }  // namespace
@@ -144,16 +180,28 @@ int main(int argc, char** argv) {
   CLI::App parser("A simulated gateway on a pseudo-terminal. Ends on Ctrl-C; SIGUSR1 presses its Configure button.");
   Options options;
   std::vector<std::string> misbehaviours;
-  parser.add_option("PRODUCT", options.product, "RB2000, RB3000, RBCard, VK5300 or VK-RTX")->required();
+  parser.add_option("PRODUCT", options.product, NamesOfKinds())->required();
   parser.add_option("--port", options.port, "port name to stand under, COM1 to COM32")->type_name("COMn");
   parser.add_flag("--pace", options.pace, "carry bytes at the rate of the true line");
   parser.add_flag("--needs-button", options.needsButton, "answer only after the Configure button was pressed");
   parser.add_option("--info-model", options.infoTexts.model, "product model in the device information of the VK5300");
   parser.add_option("--info-version", options.infoTexts.version, "firmware version in it");
   parser.add_option("--info-date", options.infoTexts.date, "firmware date in it");
-  parser.add_option("--dump", options.dump, "file that takes each stored configuration")->type_name("FILE");
+  parser
+      .add_option(
+          "--dump", options.dump,
+          "file that takes each stored configuration: the image as it is, or blocks in hexadecimal, a line each; of "
+          "the VK5300 the image too is a line")
+      ->type_name("FILE");
   parser.add_option("--firmware-dump", options.firmwareDump, "file that takes each firmware that was received")
       ->type_name("FILE");
+  parser
+      .add_option("--trace", options.trace,
+                  "file that takes the time and the bytes of all that passes: > from VK32, < to it")
+      ->type_name("FILE");
+  parser.add_option("--restart-time", options.restartTime, "how long the VK5300 is deaf when it restarts (300)")
+      ->type_name("MS")
+      ->check(CLI::NonNegativeNumber);
   parser.add_option("--erase-time", options.eraseTime, "how long it takes to erase its firmware (3000)")
       ->type_name("MS")
       ->check(CLI::NonNegativeNumber);
@@ -172,7 +220,7 @@ int main(int argc, char** argv) {
 
   const auto* kind = vk32::sim::FindGatewayKind(options.product);
   if (!kind) {
-    std::cerr << "There is no simulated " << options.product << ". Choose RB2000, RB3000, RBCard, VK5300 or VK-RTX.\n";
+    std::cerr << "There is no simulated " << options.product << ". Choose " << NamesOfKinds() << ".\n";
     return 2;
   }
   if (!options.port.empty() && vk32::PortNames::Number(options.port) == 0) {

@@ -3,6 +3,7 @@
 
 #include "core/Convert.h"
 #include "link/Frames.h"
+#include "link/VKComSubs.h"
 
 namespace vk32 {
 namespace {
@@ -14,6 +15,11 @@ bool IsBlockFrame(const Bytes& bytes, std::uint8_t command) {
   return bytes.size() > BlockFrame::Data && bytes.starts_with(BlockFrame::Start) &&
          Asc(bytes, BlockFrame::Command + 1) == command &&
          bytes.size() == static_cast<std::size_t>(BlockFrame::Count + 1 + Asc(bytes, BlockFrame::Count + 1));
+}
+
+/// It bears no mark but its length, and the sum that its checksum makes.
+bool IsBlockReply(const Bytes& bytes) {
+  return bytes.size() == BlockFrame::ReplyLength && Checksum8(bytes, BlockFrame::ReplyLength) == Bytes(1, '\0');
 }
 
 bool IsImageFrame(const Bytes& bytes) {
@@ -49,6 +55,8 @@ std::string_view MessageName(const Bytes& bytes) {
   if (bytes == Bytes(1, Ack)) return "acknowledge";
   if (IsBlockFrame(bytes, BlockFrame::Read)) return "block read";
   if (IsBlockFrame(bytes, BlockFrame::Write)) return "block write";
+  if (IsBlockReply(bytes)) return "block read reply";
+  if (bytes[0] == Ack && IsBlockReply(bytes.substr(1))) return "acknowledge, block read reply";
   if (IsImageFrame(bytes)) return "image download";
   if (IsImageReply(bytes)) return "image upload reply";
   if (bytes.size() == XmodemBlockLength && bytes[0] == Soh) return "Xmodem block";

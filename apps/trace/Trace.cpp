@@ -9,6 +9,17 @@
 
 namespace vk32 {
 
+std::string HexText(const Bytes& bytes) {
+  constexpr char digits[] = "0123456789ABCDEF";
+  std::string text;
+  for (const char c : bytes) {
+    const auto byte = static_cast<unsigned char>(c);
+    if (!text.empty()) text += ' ';
+    text += {digits[byte >> 4], digits[byte & 15]};
+  }
+  return text;
+}
+
 Trace::Trace(const std::string& path) : file_(path, std::ios::binary), start_(MonotonicNow()) {
   if (!file_)
     throw std::runtime_error("The trace " + path + " can't be written. Name a file in a folder that you may write to.");
@@ -16,16 +27,11 @@ Trace::Trace(const std::string& path) : file_(path, std::ios::binary), start_(Mo
 
 void Trace::Line(char direction, const Bytes& bytes) {
   if (bytes.empty()) return;
-  constexpr char digits[] = "0123456789ABCDEF";
   char moment[32];
   const double milliseconds = std::chrono::duration<double, std::milli>(MonotonicNow() - start_).count();
   std::snprintf(moment, sizeof moment, "%12.3f ", milliseconds);
   std::string line = moment;
-  line += direction;
-  for (const char c : bytes) {
-    const auto byte = static_cast<unsigned char>(c);
-    line += {' ', digits[byte >> 4], digits[byte & 15]};
-  }
+  line.append({direction, ' '}).append(HexText(bytes));
   if (const auto name = MessageName(bytes); !name.empty()) line.append("  ").append(name);
   file_ << line << std::endl;
 }

@@ -125,7 +125,7 @@ TEST(DeviceInfo, FailuresShowTheBoxAndNoForm) {
   bad.badChecksum = true;
   truncated.shortBy = 1;
   for (const sim::Misbehaviour& misbehaviour : {bad, truncated}) {
-    GatewayDevice rtx("VK-RTX", misbehaviour);
+    GatewayDevice rtx("VK-RTX-Modbus", misbehaviour);
     Harness other;
     other.GoTo("VKRTXCmd");
     other.Do("click MainMenu.ABEthModbusModelCmd");
@@ -138,7 +138,7 @@ TEST(DeviceInfo, FailuresShowTheBoxAndNoForm) {
 }
 
 TEST(DeviceInfo, ShowsAVkRtxInItsOwnByteOrder) {
-  GatewayDevice rtx("VK-RTX");
+  GatewayDevice rtx("VK-RTX-Modbus");
   Harness h;
   h.GoTo("VKRTXCmd");
   h.Do("click MainMenu.ABEthModbusModelCmd");

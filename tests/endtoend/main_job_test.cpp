@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
+#include <sstream>
 
 #include "endtoend/Process.h"
 #include "support/Harness.h"
@@ -201,6 +202,30 @@ TEST_F(EndToEnd, HeldPortNamesItsHolder) {
   EXPECT_EQ(script.Do("get ProductMenu.COMCbo.Text"), "value \"None\"\nok\n");
   close(held);
   EXPECT_EQ(script.Do("select ProductMenu.COMCbo COM32"), "ok\n");
+}
+
+TEST(Simulator, DumpsItsBlocksAndTracesWhatPasses) {
+  const TemporaryFile dump("dump"), trace("trace");
+  Process sim("vk32-sim", {"VK5300", "--dump", dump.Path(), "--trace", trace.Path()}, "/nowhere");
+  const std::string line = sim.Line();
+  const int terminal =
+      open(line.substr(line.find('/'), line.size() - line.find('/') - 1).c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK);
+  const auto exchange = [&](const char* message, std::size_t answer) {
+    const Bytes bytes = FromHex(message);
+    EXPECT_EQ(write(terminal, bytes.data(), bytes.size()), static_cast<ssize_t>(bytes.size()));
+    pollfd waiting{terminal, POLLIN, 0};
+    for (char byte; answer > 0; --answer) ASSERT_EQ(poll(&waiting, 1, 10'000) + read(terminal, &byte, 1), 2);
+  };
+  exchange("A5 CE 08 FA 00 03 00 02 AA BB 9C", 1);
+  exchange("A5 A5", 0);
+  EXPECT_EQ(sim.Line(), "VK5300 has stored a configuration of 1 block\n");
+  exchange("A5 CE 06 F5 00 03 00 40 C8", 67);
+  close(terminal);
+  EXPECT_EQ(dump.Content().substr(0, 28), "3: AA BB\nimage: 04 99 00 00 ");
+  std::string passed;
+  std::istringstream lines(trace.Content());
+  for (std::string text; std::getline(lines, text);) passed += text[13] + text.substr(text.rfind("  ") + 1) + "\n";
+  EXPECT_EQ(passed, "> block write\n< acknowledge\n> end of exchange\n> block read\n< acknowledge, block read reply\n");
 }
 
 TEST_F(EndToEnd, ExitStatuses) {

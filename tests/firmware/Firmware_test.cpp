@@ -215,7 +215,7 @@ TEST_F(FirmwareTest, NothingIsErasedOnceTheProbeWasLeft) {
 }
 
 TEST_F(FirmwareTest, AWholeInstallationOnASimulatedGateway) {
-  GatewayDevice gateway("VK-RTX", {}, true);
+  GatewayDevice gateway("VK-RTX-DF1", {}, true);
   h.driver.Plug("COM3", &gateway);
   Choose(5000);
   Next();

@@ -16,7 +16,7 @@ const Bytes Ok("\x06"), Refused("\x15"), Cancelled("\x18"), Xoff("\x13"), Xon("\
 
 /// A gateway, and what it says at which moment.
 struct Device {
-  explicit Device(std::string_view product = "VK-RTX", Misbehaviour how = {})
+  explicit Device(std::string_view product = "VK-RTX-DF1", Misbehaviour how = {})
       : gateway(*FindGatewayKind(product), how) {
     gateway.OnFirmware = [this] { ++files; };
   }
@@ -60,7 +60,7 @@ const Bytes DataA(128, 'a'), DataB(128, '\xFE'), Eot("\x04");
 const std::string Received256 = "\r\nReceived 256 bytes" + Menu;
 
 TEST(Recovery, BannerHoldsMoreThanTheProbeReads) {
-  for (const char* product : {"RB2000", "RB3000", "RBCard", "VK5300", "VK-RTX"}) {
+  for (const char* product : {"RB2000", "RB3000", "RBCard", "VK5300", "VK-RTX-DF1", "VK-RTX-Modbus"}) {
     const Bytes banner = Device(product).Answer(Escape);
     EXPECT_GT(banner.size(), 340u) << product;
     EXPECT_LT(banner.size(), 500u) << product;  // at 9600 bit/s it must fit into the second
@@ -172,7 +172,7 @@ TEST(Recovery, TakesAPlainStream) {
       {"RB2000", ":"},
       {"RB2000", Block(1, DataA)},  // it knows no Xmodem
       {"RBCard", ":10\r\n" + FromHex("00 A5 A5 FB 0D 08 11 13 FF")},
-      {"VK-RTX", Bytes(":") + Bytes(20000, '\x01')},
+      {"VK-RTX-Modbus", Bytes(":") + Bytes(20000, '\x01')},
       {"VK5300", FromHex("A5 3A A5 A5")},
   };
   for (const auto& row : rows) {

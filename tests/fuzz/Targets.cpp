@@ -100,8 +100,8 @@ void TerminalData(std::string_view data) {
 }
 
 void SimulatorInput(std::string_view data) {
-  for (const char* const product : {"RB2000", "RB3000", "VK5300", "VK-RTX", "RBCard"}) {
-    GatewayDevice device(product);
+  for (const sim::GatewayKind& kind : sim::GatewayKinds()) {
+    GatewayDevice device(kind.name);
     Time now{0};
     for (const char byte : data) {
       now += 1ms;

@@ -6,6 +6,7 @@
 #include "link/BuildFrame.h"
 #include "link/Frames.h"
 #include "link/VKComSubs.h"
+#include "sim/Device.h"
 #include "support/Harness.h"
 
 namespace vk32::sim {
@@ -33,22 +34,6 @@ Bytes Reply() {
   return "TR" + FromHex("CA 01") + body + Checksum16(body, static_cast<int>(body.size()));
 }
 
-/// A gateway, and all that it has said.
-struct Device {
-  explicit Device(Misbehaviour misbehaviour = {}) : gateway(Kind(), misbehaviour) {
-    gateway.OnStored = [this] { ++stored; };
-  }
-  Bytes Hear(const Bytes& bytes, Time now = 0ms) {
-    gateway.Receive(bytes, now);
-    Bytes said;
-    while (const auto piece = gateway.NextPiece()) said += piece->bytes;
-    return said;
-  }
-
-  Gateway gateway;
-  int stored = 0;
-};
-
 const Bytes Ok(1, Ack);
 const Bytes Image(448, '\x21');
 
@@ -59,7 +44,7 @@ TEST(Gateway, AnswersTheMessagesOfItsCatalogue) {
   EXPECT_EQ(device.Hear(Ok), "");
   EXPECT_EQ(device.Hear(ImageFrameOf(Image)), Ok);
   EXPECT_EQ(device.gateway.Image(), Image);
-  EXPECT_EQ(device.stored, 1);
+  EXPECT_EQ(device.stored, "448 bytes\n");
   EXPECT_EQ(device.Hear("TEE").substr(14, 448), Image);
   EXPECT_EQ(device.Hear(ImageFrameOf(Kind().factoryImage) + "TEE"), Ok + Reply());
 }
@@ -93,7 +78,7 @@ TEST(Gateway, KeepsSilentAtABrokenFrame) {
   for (const auto& row : rows) {
     Device device;
     EXPECT_EQ(device.Hear(row.frame), "") << row.fault;
-    EXPECT_EQ(device.stored, 0) << row.fault;
+    EXPECT_EQ(device.stored, "") << row.fault;
     EXPECT_EQ(device.gateway.Image(), Kind().factoryImage) << row.fault;
     EXPECT_EQ(device.Hear(good), Ok) << row.fault;
   }
@@ -129,7 +114,7 @@ TEST(Gateway, SpoilsWhatItSendsAndNotWhatItTakes) {
   const Bytes spoiled = With(Reply(), 462, static_cast<char>(Reply()[462] ^ 0x55));
   EXPECT_EQ(ToHex(device.Hear("TEE")), ToHex(junk + spoiled.substr(0, 463)));
   EXPECT_EQ(ToHex(device.Hear(ImageFrameOf(Image))), ToHex(junk + Ok));
-  EXPECT_EQ(device.stored, 1);
+  EXPECT_EQ(device.stored, "448 bytes\n");
   EXPECT_EQ(Device({.shortBy = 1000}).Hear("TEE"), "");
 }
 
