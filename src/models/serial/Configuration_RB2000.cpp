@@ -6,6 +6,12 @@
 
 namespace vk32 {
 
+namespace {
+
+enum Page { ProtocolPage = 2, MappingPage = 3 };
+
+}  // namespace
+
 Configuration_RB2000::Configuration_RB2000(App& app_) : SerialWizard(app_, FormName, 3600, 3960) {}
 
 std::vector<WizardPage> Configuration_RB2000::Pages() {
@@ -49,32 +55,14 @@ void Configuration_RB2000::Form_Load() {
   ShowFloatColumn(true);
 }
 
-void Configuration_RB2000::NextCmd_Click() {
+bool Configuration_RB2000::LeavePage() {
   std::int16_t& page = app.globals.CurrentPage;
-  if (!OpenIfAskedFor()) return;
-  if (page == 2 && IsMaster()) ++page;  // first half of skipping the mapping page
-  if (page == 3 && !IsMaster()) {
-    int result = 0;
-    ValidateMappingSlots(result);
-    if (result != 0) return;
-  }
-  if (page < app.globals.LastPage) {
-    ++page;
-    ShowCurrentPage();
-    return;
-  }
-  if (page == app.globals.LastPage) Finish();
+  if (page == ProtocolPage && IsMaster()) ++page;
+  return page != MappingPage || IsMaster() || SlotsAreValid();
 }
 
-void Configuration_RB2000::BackCmd_Click() {
-  std::int16_t& page = app.globals.CurrentPage;
-  if (page == 4 && IsMaster()) --page;
-  if (page > 0) {
-    --page;
-    ShowWizardStep(page);
-    ShowWizardFrame(page);
-  }
-  UpdateWizardButtons(*this, page, app.globals.LastPage);
+void Configuration_RB2000::PassPagesBack() {
+  if (app.globals.CurrentPage == MappingPage && IsMaster()) --app.globals.CurrentPage;
 }
 
 void Configuration_RB2000::ChbModDeviceTypeLst_Click() {

@@ -21,8 +21,8 @@ class Configuration_RB2000 : public SerialWizard {
  private:
   void Form_Load() override;
   std::vector<WizardPage> Pages() override;
-  void NextCmd_Click() override;
-  void BackCmd_Click() override;
+  bool LeavePage() override;
+  void PassPagesBack() override;
   std::span<const FixedByte> FixedBytes() const override;
 
   void ChbModDeviceTypeLst_Click();
@@ -58,9 +58,9 @@ class Configuration_RB2000 : public SerialWizard {
   Label        ChaParityLbl          {SerialSettingsFrame, "ChaParityLbl",         { 360, 2040, 1800, 315}, "Parity"};
   RegisterList ChaParityLst          {SerialSettingsFrame, "ChaParityLst",         {2280, 2040, 1680, 315}, image, SerialImage::LineFlagsA, SerialImage::Parity(),      "None"};
   Label        ChaDataBitsLbl        {SerialSettingsFrame, "ChaDataBitsLbl",       { 360, 2400, 1800, 315}, "Data Bits"};
-  RegisterList ChaDataBitsLst        {SerialSettingsFrame, "ChaDataBitsLst",       {2280, 2400, 1680, 315}, image, SerialImage::LineFlagsA, SerialImage::DataBits(),    "8"};
+  RegisterList ChaDataBitsLst        {SerialSettingsFrame, "ChaDataBitsLst",       {2280, 2400, 1680, 315}, image, SerialImage::LineFlagsA, LineChoices::DataBits(),    "8"};
   Label        ChaStopBitsLbl        {SerialSettingsFrame, "ChaStopBitsLbl",       { 360, 2760, 1800, 315}, "Stop Bits"};
-  RegisterList ChaStopBitsLst        {SerialSettingsFrame, "ChaStopBitsLst",       {2280, 2760, 1680, 315}, image, SerialImage::LineFlagsA, SerialImage::StopBits(),    "1"};
+  RegisterList ChaStopBitsLst        {SerialSettingsFrame, "ChaStopBitsLst",       {2280, 2760, 1680, 315}, image, SerialImage::LineFlagsA, LineChoices::StopBits(),    "1"};
   Label        ChaHandshakingLbl     {SerialSettingsFrame, "ChaHandshakingLbl",    { 360, 3120, 1800, 315}, "Handshaking"};
   RegisterList ChaHandshakingLst     {SerialSettingsFrame, "ChaHandshakingLst",    {2280, 3120, 1680, 315}, image, SerialImage::LineFlagsA, SerialImage::Handshaking(), "None"};
   Label        ChaConnectionLbl      {SerialSettingsFrame, "ChaConnectionLbl",     { 360, 3480, 1800, 315}, "Connection"};
@@ -73,9 +73,9 @@ class Configuration_RB2000 : public SerialWizard {
   Label        ChbParityLbl          {SerialSettingsFrame, "ChbParityLbl",         {4680, 2040, 1800, 315}, "Parity"};
   RegisterList ChbParityLst          {SerialSettingsFrame, "ChbParityLst",         {6600, 2040, 1680, 315}, image, SerialImage::LineFlagsB, SerialImage::Parity(),      "None"};
   Label        ChbDataBitsLbl        {SerialSettingsFrame, "ChbDataBitsLbl",       {4680, 2400, 1800, 315}, "Data Bits"};
-  RegisterList ChbDataBitsLst        {SerialSettingsFrame, "ChbDataBitsLst",       {6600, 2400, 1680, 315}, image, SerialImage::LineFlagsB, SerialImage::DataBits(),    "8"};
+  RegisterList ChbDataBitsLst        {SerialSettingsFrame, "ChbDataBitsLst",       {6600, 2400, 1680, 315}, image, SerialImage::LineFlagsB, LineChoices::DataBits(),    "8"};
   Label        ChbStopBitsLbl        {SerialSettingsFrame, "ChbStopBitsLbl",       {4680, 2760, 1800, 315}, "Stop Bits"};
-  RegisterList ChbStopBitsLst        {SerialSettingsFrame, "ChbStopBitsLst",       {6600, 2760, 1680, 315}, image, SerialImage::LineFlagsB, SerialImage::StopBits(),    "1"};
+  RegisterList ChbStopBitsLst        {SerialSettingsFrame, "ChbStopBitsLst",       {6600, 2760, 1680, 315}, image, SerialImage::LineFlagsB, LineChoices::StopBits(),    "1"};
   Label        ChbHandshakingLbl     {SerialSettingsFrame, "ChbHandshakingLbl",    {4680, 3120, 1800, 315}, "Handshaking"};
   RegisterList ChbHandshakingLst     {SerialSettingsFrame, "ChbHandshakingLst",    {6600, 3120, 1680, 315}, image, SerialImage::LineFlagsB, SerialImage::Handshaking(), "None"};
   Label        ChbConnectionLbl      {SerialSettingsFrame, "ChbConnectionLbl",     {4680, 3480, 1800, 315}, "Connection"};
@@ -89,7 +89,7 @@ class Configuration_RB2000 : public SerialWizard {
   Label        ChaDf1StationAddrLbl   {ProtocolSettingsFrame, "ChaDf1StationAddrLbl",   { 360, 1680, 2640, 315}, "Station Address"};
   RegisterList ChaDf1StationAddrLst   {ProtocolSettingsFrame, "ChaDf1StationAddrLst",   {3120, 1680, 1680, 315}, image, SerialImage::StationAddress, Numbers(0, 255), "1"};
   Label        ChaDf1ErrorModeLbl     {ProtocolSettingsFrame, "ChaDf1ErrorModeLbl",     { 360, 2040, 2640, 315}, "Error Checking"};
-  RegisterList ChaDf1ErrorModeLst     {ProtocolSettingsFrame, "ChaDf1ErrorModeLst",     {3120, 2040, 1680, 315}, image, SerialImage::Df1Flags, SerialImage::ErrorChecking(), "BCC"};
+  RegisterList ChaDf1ErrorModeLst     {ProtocolSettingsFrame, "ChaDf1ErrorModeLst",     {3120, 2040, 1680, 315}, image, SerialImage::Df1Flags, LineChoices::ErrorChecking(), "BCC"};
   Label        ChbProtocolSettingsLbl {ProtocolSettingsFrame, "ChbProtocolSettingsLbl", { 360, 2520, 8280, 315}, "CHB - Modbus Protocol Settings", TextRole::Heading};
   Frame        ChbProtocolLineFrame   {ProtocolSettingsFrame, "ChbProtocolLineFrame",   { 360, 2880, 6120,  15}, Fill::Hairline};
   Label        ChbModDeviceTypeLbl    {ProtocolSettingsFrame, "ChbModDeviceTypeLbl",    { 360, 3000, 2640, 315}, "Modbus Device Type"};

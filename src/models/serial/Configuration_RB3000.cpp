@@ -6,7 +6,7 @@
 namespace vk32 {
 namespace {
 
-constexpr int MappingPage = 2;
+enum Page { SettingsPage = 1, MappingPage = 2 };
 
 }  // namespace
 
@@ -43,36 +43,15 @@ void Configuration_RB3000::Form_Load() {
   ShowFloatColumn(true);
 }
 
-void Configuration_RB3000::NextCmd_Click() {
+bool Configuration_RB3000::LeavePage() {
   std::int16_t& page = app.globals.CurrentPage;
-  if (!OpenIfAskedFor()) return;
-  if (page == MappingPage) {
-    int result = 0;
-    ValidateMappingSlots(result);
-    if (result != 0) return;
-  }
-  if (page < app.globals.LastPage) {
-    ++page;
-    if (IsMaster() && page == MappingPage) ++page;
-    ShowCurrentPage();
-    return;
-  }
-  if (page == app.globals.LastPage) {
-    Finish();
-  } else {
-    UpdateWizardButtons(*this, page, app.globals.LastPage);
-  }
+  if (page == MappingPage && !SlotsAreValid()) return false;
+  if (page == SettingsPage && IsMaster()) ++page;
+  return true;
 }
 
-void Configuration_RB3000::BackCmd_Click() {
-  std::int16_t& page = app.globals.CurrentPage;
-  if (page > 0) {
-    --page;
-    if (IsMaster() && page == MappingPage) --page;
-    ShowWizardStep(page);
-    ShowWizardFrame(page);
-  }
-  UpdateWizardButtons(*this, page, app.globals.LastPage);
+void Configuration_RB3000::PassPagesBack() {
+  if (app.globals.CurrentPage == MappingPage && IsMaster()) --app.globals.CurrentPage;
 }
 
 void Configuration_RB3000::ModDeviceTypeLst_Click() {

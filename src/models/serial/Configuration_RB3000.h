@@ -21,8 +21,8 @@ class Configuration_RB3000 : public SerialWizard {
  private:
   void Form_Load() override;
   std::vector<WizardPage> Pages() override;
-  void NextCmd_Click() override;
-  void BackCmd_Click() override;
+  bool LeavePage() override;
+  void PassPagesBack() override;
   std::span<const FixedByte> FixedBytes() const override;
 
   void ModDeviceTypeLst_Click();

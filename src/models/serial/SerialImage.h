@@ -1,6 +1,7 @@
 // The parameter image of the RB2000 and RB3000: 224 registers of two bytes, as the devices define it.
 #pragma once
 
+#include "models/registers/LineChoices.h"
 #include "models/registers/RegisterList.h"
 
 namespace vk32 {
@@ -37,24 +38,15 @@ constexpr bool InFile(int r) { return r >= 6 && r < Registers && r != 11 && !(r 
 // The lists. Every row: text, then when it is picked (byte & test == value), then the mask of the bits that it writes.
 
 inline ChoiceTable Speed() {
-  return {Code("300", 3),    Code("600", 4),     Code("1200", 5),   Code("2400", 6),
-          Code("4800", 7),   Code("9600", 8),    Code("19200", 9),  Code("38400", 10),
-          Code("57600", 11), Code("115200", 12), Code("230400", 13)};
+  ChoiceTable speeds = LineChoices::Speeds();
+  speeds.push_back(Code("230400", 13));
+  return speeds;
 }
 
 // Line flags
-inline ChoiceTable Parity() {
-  return {{"None", 2, 0, 2},  // the even bit keeps what it had
-          {"Odd", 6, 2, 6},
-          {"Even", 6, 6, 6}};
-}
-inline ChoiceTable DataBits() { return {{"7", 16, 16, 16}, {"8", 16, 0, 16}}; }
-inline ChoiceTable StopBits() { return {{"1", 8, 0, 8}, {"2", 8, 8, 8}}; }
+inline ChoiceTable Parity() { return {LineChoices::NoParity, LineChoices::OddParity, LineChoices::EvenParity}; }
 inline ChoiceTable Handshaking() { return {{"None", 1, 0, 1}, {"Active", 1, 1, 1}}; }
 inline ChoiceTable Connection() { return {{"RS-232", 32, 0, 96}, {"RS-422", 96, 32, 96}, {"RS-485", 96, 96, 96}}; }
-
-// DF1 flags
-inline ChoiceTable ErrorChecking() { return {{"BCC", 1, 0, 1}, {"CRC", 1, 1, 1}}; }
 
 // Modbus flags
 inline ChoiceTable DeviceType() { return {{"Slave", 2, 0, 2}, {"Master", 2, 2, 2}}; }

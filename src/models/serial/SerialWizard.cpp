@@ -4,7 +4,6 @@
 #include <cmath>
 #include <limits>
 
-#include "core/ConfigMod.h"
 #include "core/Convert.h"
 #include "core/DoesNotFit.h"
 #include "shell/Subs.h"
@@ -37,7 +36,7 @@ bool IsModbusAddress(double value) {
 }  // namespace
 
 SerialWizard::SerialWizard(App& app_, const char* name, int finalizeTop, int applyTop)
-    : WizardForm(app_, name, TimeOutInterval, finalizeTop, applyTop) {
+    : ImageWizard(app_, name, TimeOutInterval, finalizeTop, applyTop) {
   for (int i = 0; i < SerialImage::SlotCount; ++i) SlotNumLbl[i].Caption = Str(i + 1);
 }
 
@@ -138,11 +137,6 @@ int SerialWizard::ValidateSlot(int slot) const {
   return file < 0 || file > 999 || word < 0 || word > 9999 ? Invalid : Good;
 }
 
-void SerialWizard::BuildParameterImage() {
-  for (const FixedByte& fixed : FixedBytes()) Register(fixed.byte) = fixed.value;
-  app.globals.ConfigImage = app.globals.RegistersToString(0, SerialImage::Registers);
-}
-
 void SerialWizard::BuildParameters() {
   try {
     BuildParameterImage();
@@ -160,13 +154,6 @@ std::string SerialWizard::FieldThatDoesNotFit() {
     }
   }
   return "slots";
-}
-
-bool SerialWizard::Download() { return DownloadImage(app, *this); }
-
-void SerialWizard::UploadCmd_Click() {
-  ShowConfigureReminder(app);
-  UploadImage(app, *this);
 }
 
 void SerialWizard::Record(RecordFile& file, std::string& product, std::string& modelTag) {

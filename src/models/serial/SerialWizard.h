@@ -2,39 +2,32 @@
 #pragma once
 
 #include <initializer_list>
-#include <span>
 #include <string>
 #include <vector>
 
 #include "forms/ControlArray.h"
+#include "models/registers/ImageWizard.h"
 #include "models/serial/SerialImage.h"
-#include "models/wizard/WizardForm.h"
 
 namespace vk32 {
 
-/// A byte that the image holds whatever the user sets; written when the image is built.
-struct FixedByte {
-  RegisterByte byte;
-  int value;
-};
-
-class SerialWizard : public WizardForm {
+class SerialWizard : public ImageWizard {
  public:
   /// Shows or hides the float column; a hidden check box keeps its value.
   void ShowFloatColumn(bool visible);
-  /// Writes the fixed bytes and makes ConfigImage, 448 bytes. Faults 6 if a register holds no byte.
-  void BuildParameterImage();
   /// `result`: 0 if all slots are good; 1 an invalid entry, 2 a missing one, after telling the user.
   void ValidateMappingSlots(int& result);
+  bool SlotsAreValid() {
+    int result = 0;
+    ValidateMappingSlots(result);
+    return result == 0;
+  }
 
  protected:
   SerialWizard(App& app, const char* name, int finalizeTop, int applyTop);
 
-  virtual std::span<const FixedByte> FixedBytes() const = 0;
-
-  void UploadCmd_Click() override;
+  int RegisterCount() const override { return SerialImage::Registers; }
   void BuildParameters() override;
-  bool Download() override;
   void Record(RecordFile& file, std::string& product, std::string& modelTag) override;
 
   /// Selects the option of the destination address decoding; a byte that is no decoding leaves them.
@@ -48,7 +41,6 @@ class SerialWizard : public WizardForm {
   void SetSlotTabOrder();
   std::vector<Frame*> MappingFrames() const;
   void SetDecoding(int code) { Register(SerialImage::AddressDecoding) = code; }
-  std::int32_t& Register(RegisterByte byte) { return byte.In(app.globals); }
 
  private:
   static constexpr int Panes = 3;

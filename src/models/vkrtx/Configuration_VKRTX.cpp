@@ -85,30 +85,9 @@ void Configuration_VKRTX::Form_Unload() {
   for (const char* editor : {"Route", "DelRoute", "ABModMapping"}) app.forms.Unload(editor);
 }
 
-void Configuration_VKRTX::NextCmd_Click() {
-  std::int16_t& page = app.globals.CurrentPage;
-  const std::int16_t shown = page;
-  if (!LeavePage()) {
-    page = shown;
-    return;
-  }
-  if (page == app.globals.LastPage) {
-    Finish();
-    return;
-  }
-  if (page < app.globals.LastPage) {
-    ++page;
-    ShowWizardStep(page);
-    ShowWizardFrame(page);
-  }
-  UpdateWizardButtons(*this, page, app.globals.LastPage);
-}
-
-/// Checks the page and takes over what the next ones are made of. The steps run on the current page one after the
-/// other, so that a page that is passed over still does its own. False if the page is not to be left.
+/// The steps run on the current page one after the other, so that a page that is passed still does its own.
 bool Configuration_VKRTX::LeavePage() {
   std::int16_t& page = app.globals.CurrentPage;
-  if (!OpenIfAskedFor()) return false;
   if (page == Ethernet && app.globals.DHCPEnabled == 0 && CheckEthernetFields(app, *this) == 1) return false;
   if (page == SerialProtocolA && !ports.ChannelBIsEnabled()) ++page;
   if (page == EthernetProtocol && IsModbusModel() && ports.ChannelAIsMaster()) ++page;
@@ -138,20 +117,14 @@ bool Configuration_VKRTX::LeaveRouting() {
   return true;
 }
 
-void Configuration_VKRTX::BackCmd_Click() {
+void Configuration_VKRTX::PassPagesBack() {
   std::int16_t& page = app.globals.CurrentPage;
-  if (page > 0) {
-    --page;
-    if (page == SerialProtocolB && !ports.ChannelBIsEnabled()) --page;
-    if (page == Routing && IsModbusModel() && ports.ChannelAIsMaster()) --page;
-    if (IsDf1Model()) {
-      if (page == Conversion && app.globals.ConvNeeded == FlagFalse) page = Clients;
-      if (page == Clients && app.globals.EIPClients[0].IPAddress.empty()) page = Routing;
-    }
-    ShowWizardStep(page);
-    ShowWizardFrame(page);
+  if (page == SerialProtocolB && !ports.ChannelBIsEnabled()) --page;
+  if (page == Routing && IsModbusModel() && ports.ChannelAIsMaster()) --page;
+  if (IsDf1Model()) {
+    if (page == Conversion && app.globals.ConvNeeded == FlagFalse) page = Clients;
+    if (page == Clients && app.globals.EIPClients[0].IPAddress.empty()) page = Routing;
   }
-  UpdateWizardButtons(*this, page, app.globals.LastPage);
 }
 
 void Configuration_VKRTX::UploadCmd_Click() {

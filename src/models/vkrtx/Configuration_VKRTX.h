@@ -28,8 +28,8 @@ class Configuration_VKRTX : public WizardForm {
   void Form_Load() override;
   void Form_Unload() override;
   std::vector<WizardPage> Pages() override;
-  void NextCmd_Click() override;
-  void BackCmd_Click() override;
+  bool LeavePage() override;
+  void PassPagesBack() override;
   void UploadCmd_Click() override;
   void BuildParameters() override { BuildParameterBlocks(); }
   bool Download() override;
@@ -39,7 +39,6 @@ class Configuration_VKRTX : public WizardForm {
   bool IsDf1Model() const { return app.globals.CurrentModel == "AB Ethernet, ASCII, DF1"; }
   bool IsModbusModel() const { return app.globals.CurrentModel == "AB Ethernet, Modbus"; }
 
-  bool LeavePage();
   bool LeaveRouting();
   void CollectTextFields();
   void BuildParameterBlocks();

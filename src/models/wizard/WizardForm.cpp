@@ -43,6 +43,27 @@ void WizardForm::SetTabOrder() {
   for (Control* control : {&UploadCmd, &BackCmd, &NextCmd, &CancelCmd}) control->TabIndex = index++;
 }
 
+void WizardForm::NextCmd_Click() {
+  std::int16_t& page = app.globals.CurrentPage;
+  const std::int16_t shown = page;
+  if (!OpenIfAskedFor() || !LeavePage()) {
+    page = shown;
+    return;
+  }
+  if (page == app.globals.LastPage) return Finish();
+  if (page < app.globals.LastPage) ++page;
+  ShowCurrentPage();
+}
+
+void WizardForm::BackCmd_Click() {
+  std::int16_t& page = app.globals.CurrentPage;
+  if (page > 0) {
+    --page;
+    PassPagesBack();
+  }
+  ShowCurrentPage();
+}
+
 bool WizardForm::OpenIfAskedFor() {
   if (app.globals.CurrentPage != 0 || OpenConfigChk.Value == 0) return true;
   return OpenConfigFile(app, *this, app.globals.CurrentProduct, ModelTag());

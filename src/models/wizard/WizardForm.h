@@ -29,9 +29,11 @@ class WizardForm : public ConfigurationForm {
   /// From page 0 to LastPage.
   virtual std::vector<WizardPage> Pages() = 0;
 
-  // The walk of each product.
-  virtual void NextCmd_Click() = 0;
-  virtual void BackCmd_Click() = 0;
+  /// What Next does before it goes on: checks the page, takes over what the later ones need, and counts CurrentPage up
+  /// over pages that are passed. False if the page is not to be left.
+  virtual bool LeavePage() { return true; }
+  /// Counts CurrentPage, which is one less already, down over pages that are passed on the way back.
+  virtual void PassPagesBack() {}
   virtual void UploadCmd_Click() = 0;
 
   /// Makes what is sent and saved from the parameters. DoesNotFit if the device can't hold a value.
@@ -45,10 +47,6 @@ class WizardForm : public ConfigurationForm {
   void AdaptToPort();
   /// The buttons at the foot come behind all pages.
   void SetTabOrder();
-  /// False if the open dialog, asked for on the welcome page, did not lead to an open file.
-  bool OpenIfAskedFor();
-  /// Carries out the selected option; unloads the form when it is done.
-  void Finish();
   /// Runs a step that takes values from the pages. False if the device can't hold one: the user has been told, and the
   /// parameters are what they were.
   bool TakeOver(const std::function<void()>& step);
@@ -56,8 +54,14 @@ class WizardForm : public ConfigurationForm {
   App& app;
 
  private:
+  void NextCmd_Click();
+  void BackCmd_Click();
   void CancelCmd_Click();
   void TimeOutTmr_Timer();
+  /// False if the open dialog, asked for on the welcome page, did not lead to an open file.
+  bool OpenIfAskedFor();
+  /// Carries out the selected option; unloads the form when it is done.
+  void Finish();
   void OpenConfigChkLbl_Click();
 
  public:
