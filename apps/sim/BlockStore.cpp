@@ -19,11 +19,25 @@ constexpr struct {
     {10, 10, 32},    // protocol conversion
     {20, 23, 61},    // addresses and ports: a head, ten records of 6
     {24, 26, 61},    // slaves and addresses: a head, twelve records of 5
-    {30, 30, 248},   // mapping: a head, and as many records of 13 as a frame holds
-    {31, 43, 53},    // more of it: a head, four records of 13
+    {30, 30, 248},   // maps: a head, and as many records of 13 as a frame holds
+    {31, 43, 53},    // more of them: a head, four records of 13
     {50, 51, 6},     // EtherNet/IP client
     {100, 103, 63},  // routes: a head of 3, six records of 10
 };
+
+constexpr int FirstMapBlock = 30;
+constexpr std::size_t MapBytes = 4 * 13;  // of a block that is told
+
+/// All maps arrive in their first block, and are told four to a block.
+void SpreadMaps(Blocks& blocks) {
+  const Bytes arrived = blocks.at(FirstMapBlock);
+  if (arrived.size() <= 1 + MapBytes) return;
+  blocks[FirstMapBlock] = arrived.substr(0, 1 + MapBytes);
+  int number = FirstMapBlock + 1;
+  for (std::size_t at = 1 + MapBytes; at < arrived.size(); at += MapBytes) {
+    blocks[number++] = Bytes(1, '\0') + arrived.substr(at, MapBytes);
+  }
+}
 
 }  // namespace
 
@@ -39,6 +53,7 @@ bool BlockStore::Stage(int number, const Bytes& data) {
 int BlockStore::Commit() {
   const auto count = static_cast<int>(staged_.size());
   for (auto& [number, data] : staged_) inForce_[number] = std::move(data);
+  if (staged_.contains(FirstMapBlock)) SpreadMaps(inForce_);
   staged_.clear();
   return count;
 }

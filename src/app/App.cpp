@@ -5,6 +5,8 @@
 #include "firmware/DownloadingMsg.h"
 #include "firmware/Firmware.h"
 #include "firmware/OfflineMngr.h"
+#include "models/highway/Configuration_RBCard.h"
+#include "models/highway/Configuration_VK5300.h"
 #include "models/mapping/ABModMapping.h"
 #include "models/serial/Configuration_RB2000.h"
 #include "models/serial/Configuration_RB3000.h"
@@ -32,6 +34,8 @@ void StartProgram(App& app) {
   RegisterForm<Configuration_RB2000>(app);
   RegisterForm<Configuration_RB3000>(app);
   RegisterForm<DDTAExplanationFrm>(app);
+  RegisterForm<Configuration_VK5300>(app);
+  RegisterForm<Configuration_RBCard>(app);
   RegisterForm<Configuration_VKRTX>(app);
   RegisterForm<Route>(app);
   RegisterForm<DelRoute>(app);

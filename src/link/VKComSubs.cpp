@@ -95,6 +95,17 @@ std::int32_t ReadBytes(App& app, Bytes& buffer, std::int32_t count, Form& form) 
   return app.globals.TimeOutFlag < FlagTrue ? received : -1;
 }
 
+void WaitForTimeOut(App& app, Form& form) {
+  Timer& timer = TimeOutTmrOf(form);
+  app.globals.TimeOutFlag = FlagFalse;
+  timer.Enabled = true;
+  while (app.globals.TimeOutFlag != FlagTrue) {
+    app.forms.dispatcher.Idle(-1);
+    app.forms.dispatcher.DoEvents();
+    EndIfStopped(app.globals, timer);
+  }
+}
+
 void SetTimeOut(Form& form, int milliseconds) {
   Timer& timer = TimeOutTmrOf(form);
   timer.Interval = milliseconds;

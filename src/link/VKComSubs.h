@@ -32,6 +32,8 @@ Flag WaitForAck(App& app, Form& form);
 /// Appends up to `count` bytes to `buffer`. Returns the number of bytes read, -1 on time-out; what did arrive stays in
 /// the buffer. The timer is disabled on return.
 std::int32_t ReadBytes(App& app, Bytes& buffer, std::int32_t count, Form& form);
+/// Lets events run until the timer's tick. The timer is left enabled.
+void WaitForTimeOut(App& app, Form& form);
 /// Sets the time allowed for the waits to come; the timer stays off until a wait starts it. Milliseconds.
 void SetTimeOut(Form& form, int milliseconds);
 /// CommWrite to the chosen port. False if there is none: the exchange takes it for a device that does not answer.

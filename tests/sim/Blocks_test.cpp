@@ -98,7 +98,10 @@ TEST(Blocks, AreToldIn64Bytes) {
   EXPECT_EQ(device.Hear(Frame(Read, 4, 64)), Ok + FromHex("04 01 01 C4 09") + Bytes(60, '\0') + "\x2D");
   device.Hear(Frame(Write, 4, 0) + Frame(Write, 30, 248, Bytes(63, '\0') + Bytes(185, '\x01')) + EndOfExchange);
   EXPECT_EQ(device.Hear(Frame(Read, 4, 64)), Ok + "\x04" + Bytes(64, '\0') + "\xFC");
-  EXPECT_EQ(device.Hear(Frame(Read, 30, 64)), Ok + "\x1E" + Bytes(63, '\0') + "\x01\xE1");
+  // Of 19 maps each block tells four.
+  EXPECT_EQ(device.Hear(Frame(Read, 30, 64)), Ok + "\x1E" + Bytes(64, '\0') + "\xE2");
+  EXPECT_EQ(device.Hear(Frame(Read, 31, 64)),
+            Ok + "\x1F" + Bytes(11, '\0') + Bytes(42, '\x01') + Bytes(11, '\0') + Chr(256 - 31 - 42));
 }
 
 TEST(Blocks, AHangUpInAnyOfThemLeavesTheOldOnes) {

@@ -63,7 +63,7 @@ std::string ToAddress(const Bytes& bytes) {
 Bytes FieldBytes(const BlockField& field) {
   Bytes bytes;
   if (const auto* number = std::get_if<NumberRef>(&field.value)) bytes = NumberBytes(number->Get(), field);
-  if (const auto* constant = std::get_if<int>(&field.value)) bytes = NumberBytes(*constant, field);
+  if (const auto* constant = std::get_if<Constant>(&field.value)) bytes = NumberBytes(constant->value, field);
   if (auto* const* address = std::get_if<std::string*>(&field.value)) bytes = AddressBytes(**address, field);
   if (LastByteFirst(field.format)) std::reverse(bytes.begin(), bytes.end());
   return bytes;

@@ -14,11 +14,15 @@ namespace vk32 {
 /// How a field stands in a block. Words are 16-bit, in two's complement. A reversed address has its last part first.
 enum class Format { Byte, WordLowFirst, WordHighFirst, ThreeBytesLowFirst, AddressReversed, AddressForward };
 
+/// What goes out whatever the parameters are, and is not read back.
+struct Constant {
+  int value;
+};
+
 struct BlockField {
   int offset;
   Format format;
-  /// The number, the text of an address, or a constant that goes out and is not read back.
-  std::variant<NumberRef, std::string*, int> value;
+  std::variant<NumberRef, std::string*, Constant> value;  // the text is an address
   std::string name;  // page and field, for the user who entered a value that doesn't fit
 };
 using BlockFields = std::vector<BlockField>;

@@ -32,7 +32,7 @@ BlockFields ChannelFields(Parameters& p, int i) {
   const auto name = [i](const char* field) { return Name("Serial Communication Settings", ChannelText(i), field); };
   return {
       // Channel A is always enabled: what a device says of it is not read.
-      i == 0 ? BlockField{0, Byte, 1, ""} : BlockField{0, Byte, p.ChannelBEnabled, name("Enabled")},
+      i == 0 ? BlockField{0, Byte, Constant{1}, ""} : BlockField{0, Byte, p.ChannelBEnabled, name("Enabled")},
       {1, ThreeBytesLowFirst, serial.Baud, name("Baud Rate")},
       {4, Byte, serial.DataBits, name("Data Bits")},
       {5, Byte, serial.StopBits, name("Stop Bits")},
