@@ -49,7 +49,7 @@ class AsciiPages {
   ControlArray<T> PerClient(const char* name, int row, int left, int width, Rest... rest) {
     return {name, 0, 1, [=, this](ControlName element, int i) {
               auto control = std::make_unique<T>(EIPClientSetupFrame, element,
-                                                 Place{left, 2280 + 360 * row + 1440 * i, width, 315}, rest...);
+                                                 Place{left, 2520 + 360 * row + 1440 * i, width, 315}, rest...);
               control->Visible = false;
               return control;
             }};
@@ -84,7 +84,7 @@ class AsciiPages {
   ControlArray<Label>    EIPClientIpAddrLbl     = PerClient<Label>   ("EIPClientIpAddrLbl",    0,  360, 2640, "Client IP Address:");
   ControlArray<Label>    EIPClientIpAddrValLbl  = PerClient<Label>   ("EIPClientIpAddrValLbl", 0, 3120, 2160, "");
   ControlArray<CheckBox> EIPClientRoutingChk    {"EIPClientRoutingChk", 0, 1, [this](ControlName element, int i) {
-    auto check = std::make_unique<CheckBox>(EIPClientSetupFrame, element, Place{360, 2640 + 1440 * i, 2640, 315}, "Routing Required", [this, i] { EIPClientRoutingChk_Click(i); });
+    auto check = std::make_unique<CheckBox>(EIPClientSetupFrame, element, Place{360, 2880 + 1440 * i, 2640, 315}, "Routing Required", [this, i] { EIPClientRoutingChk_Click(i); });
     check->Visible = false;
     return check;
   }};
