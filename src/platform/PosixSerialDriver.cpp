@@ -269,7 +269,8 @@ bool PosixSerialDriver::SetupQueues(Handle handle, std::uint32_t, std::uint32_t)
 bool PosixSerialDriver::Purge(Handle handle, std::uint32_t flags) {
   Port* port = Live(handle);
   if (port == nullptr) return false;
-  const bool output = (flags & 4) != 0;
+  // What was written to a pseudo-terminal has left: it waits at the other end, and is not this side's to take back.
+  const bool output = (flags & 4) != 0 && !port->pseudo;
   const bool input = (flags & 8) != 0;
   if (!output && !input) return true;
   const int queue = output && input ? TCIOFLUSH : output ? TCOFLUSH : TCIFLUSH;
