@@ -1,6 +1,7 @@
 // The program without a screen, as the measurements drive it.
 #pragma once
 
+#include <initializer_list>
 #include <stdexcept>
 #include <string>
 
@@ -21,10 +22,10 @@ struct HeadlessProgram {
     if (!session.RunLine(command)) throw std::runtime_error(command + ":\n" + printed);
   }
 
-  /// From the splash page to the product menu of the RB2000.
-  void GoToProductMenu() {
+  /// From the splash page to a product menu, by the buttons of the main menu.
+  void GoToProductMenu(std::initializer_list<const char*> buttons) {
     Do("click Splash");
-    Do("click MainMenu.RB2000Cmd");
+    for (const char* button : buttons) Do(std::string("click MainMenu.") + button);
   }
 
   std::string printed;

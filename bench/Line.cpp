@@ -12,13 +12,17 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr Time ByteTime = Time(std::chrono::seconds(10)) / PacedLine::BaudRate;
 constexpr Time Quiet = 20ms;  // between two looks at whether the measurement is over
 
 }  // namespace
 
-PacedLine::PacedLine()
-    : gateway_(*sim::FindGatewayKind("RB2000")), line_(gateway_, ByteTime), thread_([this] { Run(); }) {}
+PacedLine::PacedLine(std::string_view kind)
+    : gateway_(*sim::FindGatewayKind(kind)),
+      byteTime_(sim::SimulatedLine::ByteTime(sim::FindGatewayKind(kind)->baudRate)),
+      line_(gateway_, byteTime_) {
+  gateway_.OnStored = [this](const std::string&) { stored_ = true; };
+  thread_ = std::thread([this] { Run(); });
+}
 
 PacedLine::~PacedLine() { Finish(); }
 
@@ -47,7 +51,7 @@ void PacedLine::FromHost(Time now) {
   const int count = static_cast<int>(bytes.size());
   if (use_.bytes == 0) use_.first = now;
   use_.bytes += count;
-  use_.last = std::max(use_.last, now) + count * ByteTime;
+  use_.last = std::max(use_.last, now) + count * byteTime_;
   line_.FromHost(bytes, now);
 }
 

@@ -16,16 +16,16 @@ struct LineUse {
   int bytes = 0;  // both directions
   Time first{0}, last{0};
 
-  /// The time taken, divided by the time that the bytes need at that rate: 1 is the best there is.
-  double Ratio(int baudRate) const {
-    return static_cast<double>((last - first).count()) * baudRate / (1e10 * bytes);  // 10 bits a byte, in ns
+  /// The time taken, divided by the time that the bytes need: 1 is the best there is.
+  double Ratio(Time byteTime) const {
+    return static_cast<double>((last - first).count()) / static_cast<double>((byteTime * bytes).count());
   }
 };
 
-/// An RB2000 behind a line that is paced at its true rate.
+/// A simulated gateway behind a line that is paced at its true rate.
 class PacedLine {
  public:
-  PacedLine();
+  explicit PacedLine(std::string_view kind);
   ~PacedLine();
   PacedLine(const PacedLine&) = delete;
   PacedLine& operator=(const PacedLine&) = delete;
@@ -34,7 +34,9 @@ class PacedLine {
   /// Ends the thread and gives what it has noted.
   LineUse Finish();
 
-  static constexpr int BaudRate = 9600;
+  Time ByteTime() const { return byteTime_; }
+  /// After Finish: the gateway has stored a configuration.
+  bool HasStored() const { return stored_; }
 
  private:
   void Run();
@@ -43,7 +45,9 @@ class PacedLine {
 
   sim::PseudoTerminal terminal_;
   sim::Gateway gateway_;
+  Time byteTime_;
   sim::SimulatedLine line_;
+  bool stored_ = false;
   LineUse use_;
   std::atomic<bool> ending_ = false;
   std::thread thread_;

@@ -105,7 +105,7 @@ class Receiver {
 struct OpenPort : HeadlessProgram {
   explicit OpenPort(const std::string& device) {
     names.Assign("COM1", device);
-    GoToProductMenu();
+    GoToProductMenu({"RB2000Cmd"});
     Do("select ProductMenu.COMCbo COM1");
     Do("click ProductMenu.OfflineCmd");
     form = app.forms.Find("OfflineMngr");

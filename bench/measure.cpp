@@ -48,7 +48,6 @@ class Table {
 };
 
 /// What an upload and a download move alike, the request or the ACK included.
-constexpr int ExchangeBytes = 468;
 
 double Milliseconds(Time span) { return std::chrono::duration<double, std::milli>(span).count(); }
 
@@ -68,11 +67,11 @@ Time Used() {
   return span(usage.ru_utime) + span(usage.ru_stime);
 }
 
-/// The wizard of the RB2000 with a device behind COM1.
+/// A wizard with a device behind COM1.
 struct Wizard : HeadlessProgram {
-  explicit Wizard(const std::string& device) {
+  Wizard(std::initializer_list<const char*> buttons, const std::string& device) {
     names.Assign("COM1", device);
-    GoToProductMenu();
+    GoToProductMenu(buttons);
     Do("select ProductMenu.COMCbo COM1");
     Do("click ProductMenu.ConfigureCmd");
   }
@@ -80,7 +79,7 @@ struct Wizard : HeadlessProgram {
 
 void SilentWait(Table& table) {
   const sim::PseudoTerminal silent;
-  Wizard wizard(silent.Path());
+  Wizard wizard({"RB2000Cmd"}, silent.Path());
   Form& form = *wizard.app.forms.Find("Configuration_RB2000");  // its timer is set to 15 s
   OpenLink(wizard.app);
   const Time start = MonotonicNow(), used = Used();
@@ -89,23 +88,21 @@ void SilentWait(Table& table) {
   table.Row("processor time of a silent wait of 15 s for ACK", share * 100, 0.3, "%");
 }
 
-LineUse Upload() {
-  PacedLine line;
-  Wizard wizard(line.Path());
-  wizard.Do("click Configuration_RB2000.UploadCmd");
-  const LineUse use = line.Finish();
-  if (use.bytes != ExchangeBytes) throw std::runtime_error("the upload has failed");
-  return use;
-}
+/// Reads a configuration over one paced line and writes it over another.
+void Transfers(Table& table, const std::string& words, std::string_view kind,
+               std::initializer_list<const char*> buttons, const std::string& form) {
+  PacedLine source(kind);
+  Wizard wizard(buttons, source.Path());
+  wizard.Do("click " + form + ".UploadCmd");
+  if (wizard.printed.find("Error!") != std::string::npos) throw std::runtime_error(words + ": the upload has failed");
+  table.Row(words + " upload: line time / needed", source.Finish().Ratio(source.ByteTime()), 1.03, "");
 
-LineUse Download() {
-  PacedLine line;
-  Wizard wizard(line.Path());
-  for (int page = 0; page < 4; ++page) wizard.Do("click Configuration_RB2000.NextCmd");
-  wizard.Do("click Configuration_RB2000.NextCmd");
-  const LineUse use = line.Finish();
-  if (use.bytes != ExchangeBytes) throw std::runtime_error("the download has failed");
-  return use;
+  PacedLine target(kind);
+  wizard.names.Assign("COM1", target.Path());
+  while (wizard.app.forms.Find(form)) wizard.Do("click " + form + ".NextCmd");
+  const LineUse use = target.Finish();
+  if (!target.HasStored()) throw std::runtime_error(words + ": the download has failed");
+  table.Row(words + " download: line time / needed", use.Ratio(target.ByteTime()), 1.03, "");
 }
 
 void ScriptStart(Table& table) {
@@ -156,8 +153,9 @@ void Desktop(Table& table, const std::string& program) {
 
 bool Measure(const std::string& desktop) {
   Table table;
-  table.Row("RB2000 upload at 9600 bit/s: line time / needed", Upload().Ratio(PacedLine::BaudRate), 1.03, "");
-  table.Row("RB2000 download at 9600 bit/s: line time / needed", Download().Ratio(PacedLine::BaudRate), 1.03, "");
+  Transfers(table, "RB2000, 9600 bit/s:", "RB2000", {"RB2000Cmd"}, "Configuration_RB2000");
+  Transfers(table, "VK-RTX, 25 blocks, 19200 bit/s:", "VK-RTX-Modbus", {"VKRTXCmd", "ABEthModbusModelCmd"},
+            "Configuration_VKRTX");
   table.Row("firmware stream, unpaced: time / that of cat", StreamAgainstCat(), 1.25, "");
   table.Row("firmware stream at 19200 bit/s: time / the bytes' own", PacedStream(), 1.02, "");
   if (const auto ratio = XmodemAgainstSx()) table.Row("Xmodem, unpaced: time / that of sx", *ratio, 1, "");

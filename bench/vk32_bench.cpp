@@ -42,7 +42,7 @@ BENCHMARK(SumBytes<&Checksum16>)->Name("Checksum16")->Arg(458);
 /// The wizard with its defaults.
 struct Wizard : HeadlessProgram {
   Wizard() {
-    GoToProductMenu();
+    GoToProductMenu({"RB2000Cmd"});
     Do("click ProductMenu.ConfigureCmd");
   }
 
@@ -105,7 +105,7 @@ BENCHMARK(ReadFile)->Unit(benchmark::kMicrosecond);
 void StartToProductMenu(benchmark::State& state) {
   for (auto _ : state) {
     HeadlessProgram program;
-    program.GoToProductMenu();
+    program.GoToProductMenu({"RB2000Cmd"});
   }
 }
 BENCHMARK(StartToProductMenu)->Unit(benchmark::kMicrosecond);

@@ -3,6 +3,7 @@
 
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <sys/statvfs.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -63,6 +64,8 @@ int CreateBeside(const std::string& folder, std::string& path) {
 /// File systems that have no such step leave it out.
 bool Sync(int fd) { return fsync(fd) == 0 || errno == EINVAL || errno == ENOSYS || errno == ENOTSUP; }
 
+constexpr unsigned long SmallFile = 16 * 1024;  // more than any configuration
+
 std::string WhyNotInFolder(const std::string& folder) {
   struct stat found {};
   if (stat(folder.c_str(), &found) != 0) {
@@ -70,9 +73,14 @@ std::string WhyNotInFolder(const std::string& folder) {
     return "The folder \"" + folder + "\" can't be reached (" + strerrordesc_np(errno) + "): choose another one.";
   }
   if (!S_ISDIR(found.st_mode)) return "\"" + folder + "\" is not a folder: choose another place.";
-  if (Allowed(folder, W_OK | X_OK)) return "";
-  if (errno == EROFS) return "The disk of the folder \"" + folder + "\" is read-only: choose another folder.";
-  return "You may not save files in the folder \"" + folder + "\": choose another one.";
+  if (!Allowed(folder, W_OK | X_OK)) {
+    if (errno == EROFS) return "The disk of the folder \"" + folder + "\" is read-only: choose another folder.";
+    return "You may not save files in the folder \"" + folder + "\": choose another one.";
+  }
+  struct statvfs disk {};
+  const bool full =
+      statvfs(folder.c_str(), &disk) == 0 && disk.f_blocks > 0 && disk.f_bavail * disk.f_frsize < SmallFile;
+  return full ? "The disk of the folder \"" + folder + "\" is full: choose another folder or make room." : "";
 }
 
 std::string WhyNotReplaced(const std::string& target) {
