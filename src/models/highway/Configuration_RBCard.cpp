@@ -38,12 +38,7 @@ std::vector<RegisterList*> Configuration_RBCard::Df1Lists() {
 
 void Configuration_RBCard::Form_Load() {
   SetupDone = FlagFalse;
-  app.globals.CurrentPage = 0;
-  app.globals.LastPage = 3;
-  ShowCurrentPage();
-  DeviceLbl.Caption = app.globals.CurrentProduct;
-  AdaptToPort();
-  SetTabOrder();
+  Begin(3);
   DhpOpt.Value = true;
   for (RegisterList* list : Df1Lists()) list->SelectDefault();
   // Whatever an earlier wizard left: "None" for the parity keeps the even bit.

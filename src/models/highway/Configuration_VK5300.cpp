@@ -39,12 +39,7 @@ std::span<const FixedByte> Configuration_VK5300::FixedBytes() const {
 }
 
 void Configuration_VK5300::Form_Load() {
-  app.globals.CurrentPage = 0;
-  app.globals.LastPage = 3;
-  ShowCurrentPage();
-  DeviceLbl.Caption = app.globals.CurrentProduct;
-  AdaptToPort();
-  SetTabOrder();
+  Begin(3);
   app.globals.HighwayDefaultsOn = FlagTrue;
   DhNetworkLst.Text = "DH+";
   ethernet.SetDefaults();

@@ -53,11 +53,7 @@ void ABModMapping::Form_Load() {
   MappingTitleLbl.Caption = words[mode].title;
   MapCmd.Caption = words[mode].command;
   if (mode == Delete) LockFields();
-  if (mode == Add) {
-    OfferSlotsToAdd();
-  } else {
-    OfferSlotsInUse();
-  }
+  OfferSlots(mode == Add ? OwnersTable().SlotsToAdd() : OwnersTable().SlotsInUse());
 }
 
 void ABModMapping::LockFields() {
@@ -67,24 +63,12 @@ void ABModMapping::LockFields() {
   for (ComboBox* list : {&ABFncLst, &ModRefLst, &DataTypeLst}) list->Locked = true;
 }
 
-void ABModMapping::OfferSlotsToAdd() {
-  const MappingTable table = OwnersTable();
-  std::vector<std::string> slots;
-  for (int i = 1; i <= MappingTable::Slots; ++i) {
-    slots.push_back(Str(i));
-    if (!table.InUse(i)) break;
-  }
+void ABModMapping::OfferSlots(const std::vector<std::string>& slots) {
   SlotLst.SetEntries(slots);
-  SlotLst.Text = slots.back();
-}
-
-void ABModMapping::OfferSlotsInUse() {
-  const MappingTable table = OwnersTable();
-  std::vector<std::string> slots;
-  for (int i = 1; i <= MappingTable::Slots; ++i) {
-    if (table.InUse(i)) slots.push_back(Str(i));
+  if (app_.globals.AbModMapMode == Add) {
+    SlotLst.Text = slots.back();
+    return;
   }
-  SlotLst.SetEntries(slots);
   // From the last to the first: a code that no list holds shows as the slot behind it had it.
   for (auto slot = slots.rbegin(); slot != slots.rend(); ++slot) SlotLst.Text = *slot;
 }

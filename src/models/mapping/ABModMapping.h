@@ -21,8 +21,7 @@ class ABModMapping : public Form {
 
   /// A mapping table that has changed under the editor, or a field that is no 16-bit number, faults.
   void CommitMap();
-  void OfferSlotsToAdd();
-  void OfferSlotsInUse();
+  void OfferSlots(const std::vector<std::string>& slots);
   void LockFields();
   void WriteRecord(int slot);
   void WriteRow(int slot);

@@ -8,9 +8,6 @@
 namespace vk32 {
 namespace {
 
-constexpr int RowHeight = 480;
-constexpr int VisibleRows = 5;
-
 /// The columns behind the slot number.
 constexpr const char* Columns[] = {"AbModMapAddrLbl",     "AbModMapModStartLbl",   "AbModMapAbDataFiletLbl",
                                    "AbModMapDataTypeLbl", "AbModMapDataPointsLbl", "AbModMapAbFncLbl"};
@@ -46,15 +43,7 @@ std::vector<std::string> ListTexts(const MappingCodes& codes) {
   return texts;
 }
 
-int MappingTable::CountRowsInUse() const {
-  int count = 0;
-  for (int row = 1; row <= Slots; ++row) count += InUse(row) ? 1 : 0;
-  return count;
-}
-
-void MappingTable::ProcessAddMapCmd() {
-  OpenEditor(Slots, "There is no more slots available in the Mapping Table.", 0);
-}
+void MappingTable::ProcessAddMapCmd() { OpenEditor(Rows, "There is no more slots available in the Mapping Table.", 0); }
 
 void MappingTable::ProcessEditMapCmd() { OpenEditor(0, "There is no entries in the Mapping Table to edit.", 1); }
 
@@ -70,7 +59,7 @@ void MappingTable::OpenEditor(int refusedCount, const char* message, std::int16_
 }
 
 void MappingTable::ProcessClrMapTableCmd() {
-  for (int i = 1; i <= Slots; ++i) {
+  for (int i = 1; i <= Rows; ++i) {
     EmptyRow(i);
     ClearAbModMapRecord(i);
   }
@@ -92,17 +81,6 @@ void MappingTable::AdjustAbModMapData(int mode, int slot) {
   ClearAbModMapRecord(count);
 }
 
-void MappingTable::AdjustAbModMappingTable(int mode, int slot) {
-  int last = Slots;
-  while (last > 0 && !InUse(last)) --last;
-  if (mode == 1) {
-    for (int i = last; i >= slot; --i) CopyRow(i, i + 1);
-    return;
-  }
-  for (int i = slot; i < last; ++i) CopyRow(i + 1, i);
-  if (last > 0) EmptyRow(last);
-}
-
 void MappingTable::CopyRow(int from, int to) {
   Cell("AbModMapSlotLbl", to).Caption = Str(to);
   for (const char* column : Columns) Cell(column, to).Caption = Cell(column, from).Caption.Value();
@@ -113,18 +91,11 @@ void MappingTable::EmptyRow(int row) {
   for (const char* column : Columns) Cell(column, row).Caption = "";
 }
 
-void MappingTable::AdjustAbModMapVScrollBar() {
-  auto& bar = owner_.Get<VScrollBar>("AbModMapVScroll");
-  bar.SmallChange = RowHeight;
-  bar.LargeChange = VisibleRows * RowHeight;
-  bar.Max = std::max(0, CountRowsInUse() - VisibleRows) * RowHeight;
-}
-
 void MappingTable::UpdateAbModMapTableFromData() {
   // A code that is none leaves base or text as the row before had it.
   int base = 0;
   std::string dataType, function;
-  const int count = std::min<int>(app_.globals.AbModMapCount, Slots);
+  const int count = std::min<int>(app_.globals.AbModMapCount, Rows);
   for (int i = 1; i <= count; ++i) {
     const AbModMapRecord& record = app_.globals.AbModMapTable[i];
     if (const auto* code = FindCode(ModbusReferences(), record.ModbusReference)) base = code->base;

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "app/App.h"
+#include "models/tables/SlotRows.h"
 
 namespace vk32 {
 
@@ -26,10 +27,8 @@ std::vector<std::string> ListTexts(const MappingCodes& codes);
 
 /// Reaches the rows by name: AbModMapSlotLbl and the six others, elements 1 to 20, and AbModMapVScroll. A row is in use
 /// when its AbModMapAddrLbl is not empty.
-class MappingTable {
+class MappingTable : public SlotRows {
  public:
-  static constexpr int Slots = 20;
-
   MappingTable(App& app, Form& owner) : app_(app), owner_(owner) {}
 
   // The commands of the wizard's page.
@@ -41,20 +40,19 @@ class MappingTable {
 
   // Mode 1 opens a gap at the slot, any other mode closes the slot. A slot beyond the table faults 9.
   void AdjustAbModMapData(int mode, int slot);
-  void AdjustAbModMappingTable(int mode, int slot);
-  void AdjustAbModMapVScrollBar();
+  void AdjustAbModMappingTable(int mode, int slot) { MoveRows(mode, slot); }
+  void AdjustAbModMapVScrollBar() { AdjustScrollBar(owner_.Get<VScrollBar>("AbModMapVScroll")); }
   /// Rewrites rows 1 to AbModMapCount from the records; the rows below stay, and so does the scroll bar.
   void UpdateAbModMapTableFromData();
 
-  bool InUse(int row) const { return !Cell("AbModMapAddrLbl", row).Caption.Value().empty(); }
+  bool InUse(int row) const override { return !Cell("AbModMapAddrLbl", row).Caption.Value().empty(); }
   Label& Cell(const char* column, int row) const { return owner_.Get<Label>(column, row); }
 
  private:
-  int CountRowsInUse() const;
   void OpenEditor(int refusedCount, const char* message, std::int16_t mode);
   void ClearAbModMapRecord(int slot);
-  void CopyRow(int from, int to);
-  void EmptyRow(int row);
+  void CopyRow(int from, int to) override;
+  void EmptyRow(int row) override;
 
   App& app_;
   Form& owner_;

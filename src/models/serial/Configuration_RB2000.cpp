@@ -41,16 +41,11 @@ std::vector<RegisterList*> Configuration_RB2000::Lists() {
 }
 
 void Configuration_RB2000::Form_Load() {
-  app.globals.CurrentPage = 0;
-  app.globals.LastPage = 4;
-  ShowCurrentPage();
+  Begin(4);
   app.globals.ClearRegisters();
-  DeviceLbl.Caption = app.globals.CurrentProduct;
-  AdaptToPort();
   for (RegisterList* list : Lists()) list->SelectDefault();
   ChbModSlaveSpecificAddrLst.SelectDefault();
   ChbModSlaveSpecificAddrLst.Visible = false;
-  SetTabOrder();
   SetSlotTabOrder();
   ShowFloatColumn(true);
 }

@@ -29,16 +29,11 @@ std::span<const FixedByte> Configuration_RB3000::FixedBytes() const {
 }
 
 void Configuration_RB3000::Form_Load() {
-  app.globals.CurrentPage = 0;
-  app.globals.LastPage = 3;
-  ShowCurrentPage();
+  Begin(3);
   app.globals.ClearRegisters();
-  DeviceLbl.Caption = app.globals.CurrentProduct;
-  AdaptToPort();
   for (RegisterList* list : {&ModDeviceTypeLst, &PLCTypeLst, &BroadcastLst, &BroadStartLst, &BroadEndLst}) {
     list->SelectDefault();
   }
-  SetTabOrder();
   SetSlotTabOrder();
   ShowFloatColumn(true);
 }

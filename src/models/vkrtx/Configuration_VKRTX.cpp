@@ -58,10 +58,7 @@ std::vector<WizardPage> Configuration_VKRTX::Pages() {
 }
 
 void Configuration_VKRTX::Form_Load() {
-  app.globals.CurrentPage = 0;
-  app.globals.LastPage = IsDf1Model() ? 9 : 8;
-  DeviceLbl.Caption = app.globals.CurrentProduct;
-  AdaptToPort();
+  Begin(IsDf1Model() ? 9 : 8);
   if (app.globals.ComPortText == "None") SaveOpt.Value = true;
   ports.SetDefaults();
   ethernet.SetDefaults();
@@ -75,8 +72,6 @@ void Configuration_VKRTX::Form_Load() {
     mapping.SetUpModbusModel();
     nodeIp.SetUpModbusModel();
   }
-  SetTabOrder();
-  ShowCurrentPage();
   ports.ShowChannelBFields();
 }
 

@@ -79,7 +79,7 @@ void Configuration_VKRTX::RecordEthernet(RecordFile& file) {
 
 void Configuration_VKRTX::RecordModbusModel(RecordFile& file) {
   Parameters& parameters = app.globals;
-  CountLine(file, parameters.AbModMapCount, MappingTable::Slots);
+  CountLine(file, parameters.AbModMapCount, MappingTable::Rows);
   for (int i = 1; i <= parameters.AbModMapCount; ++i) {
     AbModMapRecord& map = parameters.AbModMapTable[i];
     for (std::int16_t* field : {&map.LowAddress, &map.HighAddress, &map.ModbusReference, &map.ModbusStart, &map.ABFile,

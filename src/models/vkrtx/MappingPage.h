@@ -24,7 +24,7 @@ class MappingPage {
   static int RowTop(int row) { return 120 + 480 * (row - 1); }
   /// Element 0 is the head of the column.
   ControlArray<Label> Column(const char* name, int left, int width, const char* head) {
-    return {name, 0, MappingTable::Slots, [=, this](ControlName element, int row) {
+    return {name, 0, MappingTable::Rows, [=, this](ControlName element, int row) {
               return row == 0 ? std::make_unique<Label>(AbModMapHeadFrame, element, Place{left, 0, width, 735}, head,
                                                         TextRole::TableHead)
                               : std::make_unique<Label>(AbModMapFrame, element, Place{left, RowTop(row), width, 240},

@@ -12,17 +12,14 @@ constexpr Color White = 0xFFFFFF, Gray = 0xE0E0E0;
 }  // namespace
 
 void Route::Form_Load() {
+  const RoutingPage& routing = VKRTXWizard(app_).routing;
   OfferPorts();
   DestinationLst_Click();
-  if (Adds()) {
-    RouteTitleLbl.Caption = "Enter New Route";
-    PerformRouteCmd.Caption = "Add Route";
-    OfferSlotsToAdd();
-  } else {
-    RouteTitleLbl.Caption = "Edit Existing Route";
-    PerformRouteCmd.Caption = "Edit Route";
-    OfferSlotsToEdit();
-  }
+  RouteTitleLbl.Caption = Adds() ? "Enter New Route" : "Edit Existing Route";
+  PerformRouteCmd.Caption = Adds() ? "Add Route" : "Edit Route";
+  const std::vector<std::string> slots = Adds() ? routing.SlotsToAdd() : routing.SlotsInUse();
+  SlotLst.SetEntries(slots);
+  SlotLst.Text = Adds() ? slots.back() : slots.front();
 }
 
 void Route::OfferPorts() {
@@ -31,23 +28,6 @@ void Route::OfferPorts() {
     list->SetEntries(channelB ? std::vector<std::string>{ChannelAText, ChannelBText, EthernetText}
                               : std::vector<std::string>{ChannelAText, EthernetText});
   }
-}
-
-void Route::OfferSlotsToAdd() {
-  const RoutingPage& routing = VKRTXWizard(app_).routing;
-  std::vector<std::string> slots;
-  for (int slot = 1; slot <= RoutingPage::Rows; ++slot) {
-    slots.push_back(Str(slot));
-    if (!routing.InUse(slot)) break;
-  }
-  SlotLst.SetEntries(slots);
-  SlotLst.Text = slots.back();
-}
-
-void Route::OfferSlotsToEdit() {
-  const std::vector<std::string> slots = VKRTXWizard(app_).routing.SlotsInUse();
-  SlotLst.SetEntries(slots);
-  SlotLst.Text = slots.front();
 }
 
 void Route::SlotLst_Click() {

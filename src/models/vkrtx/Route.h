@@ -20,8 +20,6 @@ class Route : public Form {
   void CancelCmd_Click() { UnloadMe(); }
 
   void OfferPorts();
-  void OfferSlotsToAdd();
-  void OfferSlotsToEdit();
   bool EntriesAreMissing() const;
   bool Adds() const { return app_.globals.RouteFormMode == 0; }
 

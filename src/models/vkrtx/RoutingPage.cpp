@@ -10,9 +10,6 @@
 namespace vk32 {
 namespace {
 
-constexpr int RowHeight = 480;
-constexpr int VisibleRows = 5;
-
 /// Nothing for a code that is no port.
 const char* PortText(int code) {
   switch (code) {
@@ -34,20 +31,6 @@ RoutingPage::RoutingPage(Form& form, App& app) : form_(form), app_(app) {}
 void RoutingPage::SetUpDf1Model() {
   ClrTableCmd_Click();
   MsgTimeOutTxt.Text = "10000";
-}
-
-int RoutingPage::CountRowsInUse() const {
-  int count = 0;
-  for (int row = 1; row <= Rows; ++row) count += InUse(row) ? 1 : 0;
-  return count;
-}
-
-std::vector<std::string> RoutingPage::SlotsInUse() const {
-  std::vector<std::string> slots;
-  for (int row = 1; row <= Rows; ++row) {
-    if (InUse(row)) slots.push_back(Str(row));
-  }
-  return slots;
 }
 
 bool RoutingPage::Refused(bool refuse, const char* message) {
@@ -92,23 +75,6 @@ void RoutingPage::CopyRow(int from, int to) {
   RouteSlotLbl[to].Caption = Str(to);
   for (std::size_t i = 0; i < source.size(); ++i) target[i]->Caption = source[i]->Caption.Value();
   RouteInUse[to] = FlagTrue;
-}
-
-void RoutingPage::AdjustRouteTable(int mode, int slot) {
-  int last = Rows;
-  while (last > 0 && !InUse(last)) --last;
-  if (mode == 1) {
-    for (int i = last; i >= slot; --i) CopyRow(i, i + 1);
-    return;
-  }
-  for (int i = slot; i < last; ++i) CopyRow(i + 1, i);
-  if (last > 0) EmptyRow(last);
-}
-
-void RoutingPage::AdjustRouteVScrollBar() {
-  RouteVScroll.SmallChange = RowHeight;
-  RouteVScroll.LargeChange = VisibleRows * RowHeight;
-  RouteVScroll.Max = std::max(0, CountRowsInUse() - VisibleRows) * RowHeight;
 }
 
 std::string RoutingPage::RowName(int row, const char* field) {

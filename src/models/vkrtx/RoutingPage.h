@@ -3,6 +3,7 @@
 
 #include "app/App.h"
 #include "forms/ControlArray.h"
+#include "models/tables/SlotRows.h"
 #include "models/wizard/WizardForm.h"
 
 namespace vk32 {
@@ -13,22 +14,15 @@ constexpr const char* ChannelBText = "Channel B";
 constexpr const char* EthernetText = "Ethernet";
 
 /// The rows are the working copy on which all editing acts; Routes is made from them by ReadRouteRows.
-class RoutingPage {
+class RoutingPage : public SlotRows {
  public:
-  static constexpr int Rows = 20;
-
   RoutingPage(Form& form, App& app);
 
   void SetUpDf1Model();
-  /// Rows 1 to n are in use, with no gap.
-  bool InUse(int row) const { return RouteInUse[row] == FlagTrue; }
-  int CountRowsInUse() const;
-  /// Their numbers, for a list.
-  std::vector<std::string> SlotsInUse() const;
-  /// Moves the rows from `slot` on: mode 1 opens a gap at the slot, any other mode closes the row there. A move beyond
-  /// row 20 faults 9.
-  void AdjustRouteTable(int mode, int slot);
-  void AdjustRouteVScrollBar();
+  bool InUse(int row) const override { return RouteInUse[row] == FlagTrue; }
+  /// Mode 1 opens a gap at the slot, any other mode closes the row there. A move beyond row 20 faults 9.
+  void AdjustRouteTable(int mode, int slot) { MoveRows(mode, slot); }
+  void AdjustRouteVScrollBar() { AdjustScrollBar(RouteVScroll); }
   /// Makes Routes, 1 to `count`, from the rows. DoesNotFit if an end of a range is no 16-bit number.
   void ReadRouteRows(int count);
   /// Takes the message time-out into the parameters. DoesNotFit if it is no 16-bit number.
@@ -45,8 +39,8 @@ class RoutingPage {
   void ClrTableCmd_Click();
   void OpenEditor(std::int16_t mode);
   bool Refused(bool refuse, const char* message);
-  void CopyRow(int from, int to);
-  void EmptyRow(int row);
+  void CopyRow(int from, int to) override;
+  void EmptyRow(int row) override;
 
   static int RowTop(int row) { return 120 + 480 * (row - 1); }
   static std::string RowName(int row, const char* field);

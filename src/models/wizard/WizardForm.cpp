@@ -23,6 +23,15 @@ void WizardForm::ShowWizardStep(int page) { ShowPageStep(Pages(), page, StepMark
 
 void WizardForm::ShowWizardFrame(int page) { ShowPageFrame(Pages(), page); }
 
+void WizardForm::Begin(std::int16_t lastPage) {
+  app.globals.CurrentPage = 0;
+  app.globals.LastPage = lastPage;
+  ShowCurrentPage();
+  DeviceLbl.Caption = app.globals.CurrentProduct;
+  AdaptToPort();
+  SetTabOrder();
+}
+
 void WizardForm::ShowCurrentPage() {
   ShowWizardStep(app.globals.CurrentPage);
   ShowWizardFrame(app.globals.CurrentPage);

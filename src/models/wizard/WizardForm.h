@@ -41,12 +41,8 @@ class WizardForm : public ConfigurationForm {
   /// Writes the parameters to the device. False on a failure; the user has been told.
   virtual bool Download() = 0;
 
-  /// Shows CurrentPage, with its step and its buttons.
-  void ShowCurrentPage();
-  /// Without a port only the work on files is left.
-  void AdaptToPort();
-  /// The buttons at the foot come behind all pages.
-  void SetTabOrder();
+  /// At the load: shows the welcome page, and what the port allows.
+  void Begin(std::int16_t lastPage);
   /// Runs a step that takes values from the pages. False if the device can't hold one: the user has been told, and the
   /// parameters are what they were.
   bool TakeOver(const std::function<void()>& step);
@@ -58,6 +54,12 @@ class WizardForm : public ConfigurationForm {
   void BackCmd_Click();
   void CancelCmd_Click();
   void TimeOutTmr_Timer();
+  /// Shows CurrentPage, with its step and its buttons.
+  void ShowCurrentPage();
+  /// Without a port only the work on files is left.
+  void AdaptToPort();
+  /// The buttons at the foot come behind all pages.
+  void SetTabOrder();
   /// False if the open dialog, asked for on the welcome page, did not lead to an open file.
   bool OpenIfAskedFor();
   /// Carries out the selected option; unloads the form when it is done.

@@ -1,0 +1,52 @@
+// A table of numbered slots.
+#include "models/tables/SlotRows.h"
+
+#include <algorithm>
+
+#include "core/Convert.h"
+
+namespace vk32 {
+namespace {
+
+constexpr int RowHeight = 480;
+constexpr int VisibleRows = 5;
+
+}  // namespace
+
+int SlotRows::CountRowsInUse() const { return static_cast<int>(SlotsInUse().size()); }
+
+std::vector<std::string> SlotRows::SlotsInUse() const {
+  std::vector<std::string> slots;
+  for (int row = 1; row <= Rows; ++row) {
+    if (InUse(row)) slots.push_back(Str(row));
+  }
+  return slots;
+}
+
+std::vector<std::string> SlotRows::SlotsToAdd() const {
+  std::vector<std::string> slots;
+  for (int row = 1; row <= Rows; ++row) {
+    slots.push_back(Str(row));
+    if (!InUse(row)) break;
+  }
+  return slots;
+}
+
+void SlotRows::MoveRows(int mode, int slot) {
+  int last = Rows;
+  while (last > 0 && !InUse(last)) --last;
+  if (mode == 1) {
+    for (int i = last; i >= slot; --i) CopyRow(i, i + 1);
+    return;
+  }
+  for (int i = slot; i < last; ++i) CopyRow(i + 1, i);
+  if (last > 0) EmptyRow(last);
+}
+
+void SlotRows::AdjustScrollBar(VScrollBar& bar) const {
+  bar.SmallChange = RowHeight;
+  bar.LargeChange = VisibleRows * RowHeight;
+  bar.Max = std::max(0, CountRowsInUse() - VisibleRows) * RowHeight;
+}
+
+}  // namespace vk32
