@@ -43,6 +43,11 @@ DownloadProgress* ProgressMessage(App& app, bool load) {
   return dynamic_cast<DownloadProgress*>(form);
 }
 
+/// A wizard that was closed meanwhile, by Cancel or by another FINISH that went well, has nothing more to tell.
+void TellFailure(App& app, const Form& form) {
+  if (form.IsLoaded()) TellTimeOut(app);
+}
+
 /// Reads one block's reply into `reply`. False on a time-out or a wrong checksum.
 bool ReadBlock(App& app, Bytes& reply, Form& form) {
   if (!SendAndWaitForAck(app, BuildFrame(app.globals, BlockFrame::Read), form)) return false;
@@ -90,8 +95,7 @@ bool DownloadImage(App& app, ConfigurationForm& form) {
     }
     done = WaitForAck(app, form) != FlagTrue;
   }
-  // A wizard that was closed meanwhile, by Cancel or by another FINISH that went well, has nothing more to tell.
-  if (!done && form.IsLoaded()) TellTimeOut(app);
+  if (!done) TellFailure(app, form);
   if (DownloadProgress* message = ProgressMessage(app, false)) message->StopDownloadTimer();
   CloseExchange(app, port);
   return done;
@@ -101,10 +105,11 @@ bool DownloadBlocks(App& app, ConfigurationForm& form) {
   Globals& globals = app.globals;
   const std::int32_t port = OpenExchange(app);
   app.comm.CommFlush(globals.ComPortNumber);
+  const std::string product = globals.CurrentProduct;  // makes the frames; when it changes, the exchange is over
   for (const std::int16_t block : BlocksOf(globals)) {
     SelectBlock(globals, block, CInt(static_cast<double>(globals.BlockTable[static_cast<std::size_t>(block)].size())));
-    if (!SendAndWaitForAck(app, BuildFrame(globals, BlockFrame::Write), form)) {
-      TellTimeOut(app);
+    if (globals.CurrentProduct != product || !SendAndWaitForAck(app, BuildFrame(globals, BlockFrame::Write), form)) {
+      TellFailure(app, form);
       CloseExchange(app, port);
       return false;
     }
@@ -145,11 +150,12 @@ void UploadBlocks(App& app, ConfigurationForm& form) {
   SetTimeOut(form, ReadInterval);
   globals.BlockAddressHigh = 0;
   const std::int32_t port = OpenExchange(app);
+  const std::string product = globals.CurrentProduct;
   for (const std::int16_t block : BlocksOf(globals)) {
     Bytes reply;
     SelectBlock(globals, block, BlockFrame::ReadLength);
-    if (!ReadBlock(app, reply, form)) {
-      TellTimeOut(app);
+    if (globals.CurrentProduct != product || !ReadBlock(app, reply, form)) {
+      TellFailure(app, form);
       globals.CommFailed = FlagTrue;
       CloseExchange(app, port);
       return;

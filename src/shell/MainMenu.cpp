@@ -45,7 +45,16 @@ void MainMenu::ShowProductButtons(bool visible) {
   RB1500Cmd.Visible = false;
 }
 
+/// The wizards share the parameters, and an exchange goes by the chosen product and model: another one's wizard closes.
+void MainMenu::CloseWizardsBut(std::string_view product, std::string_view model) {
+  for (const Product& other : Products()) {
+    const bool stays = other.name == product && (other.name != "VK-RTX" || app_.globals.CurrentModel == model);
+    if (!stays) app_.forms.Unload(other.wizard);
+  }
+}
+
 void MainMenu::VKRTXCmd_Click() {
+  CloseWizardsBut("VK-RTX", app_.globals.CurrentModel);
   SelectProduct(app_.globals, "VK-RTX");
   ShowModelMenu();
 }
@@ -59,12 +68,14 @@ void MainMenu::ABEthModbusModelCmd_Click() { GoToProductMenuWithModel("AB Ethern
 
 void MainMenu::GoToProductMenu(std::string_view product) {
   UnloadMe();
+  CloseWizardsBut(product);
   SelectProduct(app_.globals, product);
   app_.forms.Show("ProductMenu");
 }
 
 void MainMenu::GoToProductMenuWithModel(std::string_view name) {
   UnloadMe();
+  CloseWizardsBut(app_.globals.CurrentProduct, name);
   for (const Model& model : Models()) {
     if (model.name != name) continue;
     app_.globals.CurrentModel = model.name;

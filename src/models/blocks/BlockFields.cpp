@@ -45,7 +45,9 @@ std::int32_t ToNumber(const Bytes& lowFirst, Format format) {
 Bytes AddressBytes(const std::string& address, const BlockField& field) {
   try {
     const auto parts = SplitAddress(address);
-    if (parts.size() < 4) throw RuntimeFault(RuntimeFault::SubscriptOutOfRange);
+    // A quote could not be saved.
+    if (parts.size() < 4 || address.find('"') != std::string::npos)
+      throw RuntimeFault(RuntimeFault::SubscriptOutOfRange);
     Bytes bytes;
     for (const std::string& part : parts) bytes += Chr(CByte(Val(part)));
     return bytes;

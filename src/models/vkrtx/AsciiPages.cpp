@@ -107,11 +107,13 @@ void AsciiPages::CollectTextFields() {
   for (int i = 0; i < Clients; ++i) {
     const std::string page = std::string(ConversionPageTitle) + OfChannel(i);
     parameters.EIPClients[i].IPAddress = EIPClientIpAddrValLbl[i].Caption;
-    parameters.EIPClients[i].Slot =
-        TextNumber(EIPClientSlotTxt[i].Text, CDbl,
-                   std::string(ClientPageTitle) + ", Controller Slot Number (shown with Routing Required)", EnterByte);
-    parameters.ConvFile[i] = TextNumber(ASCIIPcccFileTxt[i].Text, Val, page + ", File Number", EnterWord);
-    parameters.ConvElement[i] = TextNumber(ASCIIPcccWordTxt[i].Text, Val, page + ", Element Number", EnterWord);
+    parameters.EIPClients[i].Slot = TextNumber(EIPClientSlotTxt[i].Text, CDbl,
+                                               std::string(ClientPageTitle) + ", client " + Str(i + 1) +
+                                                   ", Controller Slot Number (shown with Routing Required)",
+                                               EnterByte);
+    const std::string shown = " (shown with an ASCII route from the channel)";
+    parameters.ConvFile[i] = TextNumber(ASCIIPcccFileTxt[i].Text, Val, page + ", File Number" + shown, EnterWord);
+    parameters.ConvElement[i] = TextNumber(ASCIIPcccWordTxt[i].Text, Val, page + ", Element Number" + shown, EnterWord);
   }
 }
 

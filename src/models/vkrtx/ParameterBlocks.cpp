@@ -83,7 +83,7 @@ BlockFields ConversionFields(Parameters& p, int i) {
 constexpr int ClientSize = 6;
 
 BlockFields ClientFields(Parameters& p, int i) {
-  const auto name = [](const char* field) { return std::string(ClientPageTitle) + ", " + field; };
+  const auto name = [i](const char* field) { return Name(ClientPageTitle, "client " + Str(i + 1), field); };
   EIPClientRecord& client = p.EIPClients[i];
   return {
       {0, AddressReversed, &client.IPAddress, name("Client IP Address")},

@@ -17,6 +17,7 @@ void PortPages::SetTabOrder() {
 void PortPages::SetDefaults() {
   for (int i = 0; i <= 1; ++i) {
     for (ChoiceList* list : {&SerBaudLst[i], &SerDataLst[i], &SerStopLst[i], &SerParityLst[i]}) list->SelectDefault();
+    parameters_.DF1Flags[i] = 0;
   }
   SerHandLst.SelectDefault();
   EnableCHBLst.SelectDefault();
@@ -27,7 +28,6 @@ void PortPages::SetUpDf1Model() {
   for (int i = 0; i <= 1; ++i) {
     SerProtoLst[i].SetEntries({"DF1", "ASCII"});
     SerProtoLst[i].Text = "DF1";
-    parameters_.DF1Flags[i] = 0;
     Df1ModeLst[i].SelectDefault();
     Df1ErrorLst[i].SelectDefault();
   }
@@ -38,9 +38,9 @@ void PortPages::SetUpModbusModel() {
        std::initializer_list<Control*>{&EnableCHBLst, &EnableCHBLbl, &CHBSerSettingsLbl, &CHBLineFrame}) {
     control->Visible = false;
   }
-  SerProtoLst[0].SetEntries({"Modbus"});
-  SerProtoLst[0].Text = "Modbus";
   for (int i = 0; i <= 1; ++i) {
+    SerProtoLst[i].SetEntries({"Modbus"});
+    SerProtoLst[i].Text = "Modbus";
     ModbusProtocolLst[i].SelectDefault();
     ModbusModeLst[i].SelectDefault();
     ModbusTimeoutTxt[i].Text = "3000";
@@ -76,7 +76,8 @@ void PortPages::CollectRequestTimeout() {
 }
 
 void PortPages::SetupSerial() {
-  EnableCHBLst.Decode();
+  // The Modbus model, which hides the list, never enables the channel, whatever a device says.
+  if (EnableCHBLst.Visible) EnableCHBLst.Decode();
   ShowChannelBFields();
   for (int i = 0; i <= 1; ++i) {
     for (ChoiceList* list : {&SerBaudLst[i], &SerDataLst[i], &SerStopLst[i], &SerParityLst[i]}) list->Decode();

@@ -19,7 +19,7 @@ void Route::Form_Load() {
   PerformRouteCmd.Caption = Adds() ? "Add Route" : "Edit Route";
   const std::vector<std::string> slots = Adds() ? routing.SlotsToAdd() : routing.SlotsInUse();
   SlotLst.SetEntries(slots);
-  SlotLst.Text = Adds() ? slots.back() : slots.front();
+  if (!slots.empty()) SlotLst.Text = Adds() ? slots.back() : slots.front();
 }
 
 void Route::OfferPorts() {
@@ -65,7 +65,8 @@ void Route::PerformRouteCmd_Click() {
   try {
     const int slot = CInt(Val(SlotLst.Text.Value()));
     RoutingPage& routing = VKRTXWizard(app_).routing;
-    if (slot > routing.CountRowsInUse() + 1) return;  // the table has shrunk meanwhile: it must not get a gap
+    // The table may have shrunk meanwhile: a gap must not come into it, and a route that went must not come back.
+    if (slot > routing.CountRowsInUse() + (Adds() ? 1 : 0)) return;
     if (Adds()) routing.AdjustRouteTable(1, slot);
     routing.RouteSlotLbl[slot].Caption = SlotLst.Text;
     routing.RouteSrcPortLbl[slot].Caption = SourceLst.Text;

@@ -79,17 +79,15 @@ bool WizardForm::OpenIfAskedFor() {
 }
 
 void WizardForm::Finish() {
-  const std::string& product = app.globals.CurrentProduct;
-  const auto save = [&] { return SaveConfigFile(app, *this, product, ModelTag()); };
+  const std::string product = app.globals.CurrentProduct;  // another may be chosen during the waits
+  const bool downloads = DownOpt.Value || DownSaveOpt.Value, saves = SaveOpt.Value || DownSaveOpt.Value;
   if (!TakeOver([this] { BuildParameters(); })) return;
-  if (SaveOpt.Value) {
-    if (save()) UnloadMe();
-    return;
+  if (downloads) ShowConfigureReminder(app);
+  if (saves && !SaveConfigFile(app, *this, product, ModelTag())) return;
+  if (downloads) {
+    if (!Download()) return;
+    app.forms.MsgBox("Configuration has been downloaded to the " + product, MessageIcon::Information, "Success!");
   }
-  ShowConfigureReminder(app);
-  if (DownSaveOpt.Value && !save()) return;
-  if (!Download()) return;
-  app.forms.MsgBox("Configuration has been downloaded to the " + product, MessageIcon::Information, "Success!");
   UnloadMe();
 }
 
