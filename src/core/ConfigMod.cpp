@@ -31,11 +31,11 @@ std::vector<std::int16_t> BlocksOf(const Globals& globals) {
   return list.empty() ? list : std::vector<std::int16_t>(list.begin() + 1, list.begin() + 1 + list[0]);
 }
 
-void SelectBlock(Globals& globals, std::int16_t block, std::int16_t length) {
+void SelectBlock(Globals& globals, std::int16_t block, std::int16_t length, const Bytes& data = {}) {
   globals.BlockAddressExt = 0;
   globals.BlockNumber = block;
   globals.BlockLength = length;
-  globals.BlockData = globals.BlockTable[static_cast<std::size_t>(block)];
+  globals.BlockData = data;
 }
 
 DownloadProgress* ProgressMessage(App& app, bool load) {
@@ -106,8 +106,10 @@ bool DownloadBlocks(App& app, ConfigurationForm& form) {
   const std::int32_t port = OpenExchange(app);
   app.comm.CommFlush(globals.ComPortNumber);
   const std::string product = globals.CurrentProduct;  // makes the frames; when it changes, the exchange is over
+  const auto table = globals.BlockTable;
   for (const std::int16_t block : BlocksOf(globals)) {
-    SelectBlock(globals, block, CInt(static_cast<double>(globals.BlockTable[static_cast<std::size_t>(block)].size())));
+    const Bytes& data = table[static_cast<std::size_t>(block)];
+    SelectBlock(globals, block, CInt(static_cast<double>(data.size())), data);
     if (globals.CurrentProduct != product || !SendAndWaitForAck(app, BuildFrame(globals, BlockFrame::Write), form)) {
       TellFailure(app, form);
       CloseExchange(app, port);

@@ -38,7 +38,7 @@ class MappingTable : public SlotRows {
   /// Empties rows, records and count, without a question.
   void ProcessClrMapTableCmd();
 
-  // Mode 1 opens a gap at the slot, any other mode closes the slot. A slot beyond the table faults 9.
+  // Mode 1 opens a gap at the slot, any other mode closes the slot. A slot beyond the table faults.
   void AdjustAbModMapData(int mode, int slot);
   void AdjustAbModMappingTable(int mode, int slot) { MoveRows(mode, slot); }
   void AdjustAbModMapVScrollBar() { AdjustScrollBar(owner_.Get<VScrollBar>("AbModMapVScroll")); }

@@ -150,8 +150,15 @@ void Configuration_VKRTX::BuildParameterBlocks() {
     FindConvNodes();
     BuildConversionBlock(globals, blocks);
   }
-  if (!SaveOpt.Value) CheckBlockLengths(blocks);
-  globals.BlockTable = std::move(blocks);
+  // Only the maps can outgrow their block. A file holds them all the same.
+  const bool tooLong = std::any_of(blocks.begin(), blocks.end(),
+                                   [](const Bytes& block) { return block.size() > BlockFrame::LongestData; });
+  if (!tooLong) {
+    globals.BlockTable = std::move(blocks);
+  } else if (!SaveOpt.Value) {
+    throw DoesNotFit(std::string(MappingPageTitle) + ", Mapping Table",
+                     "A download takes 19 maps at most: delete one, or choose Save Configuration.");
+  }
 }
 
 void Configuration_VKRTX::FindConvNodes() {
@@ -165,15 +172,6 @@ void Configuration_VKRTX::FindConvNodes() {
   };
   if (app.globals.ConvChannelA == 1) find(ChannelAPort, app.globals.ConvNode[0]);
   if (app.globals.ConvChannelB == 1) find(ChannelBPort, app.globals.ConvNode[1]);
-}
-
-void Configuration_VKRTX::CheckBlockLengths(const std::array<Bytes, 256>& blocks) const {
-  // Only the maps can outgrow their block.
-  const bool tooLong = std::any_of(blocks.begin(), blocks.end(),
-                                   [](const Bytes& block) { return block.size() > BlockFrame::LongestData; });
-  if (!tooLong) return;
-  throw DoesNotFit(std::string(MappingPageTitle) + ", Mapping Table",
-                   "A download takes 19 maps at most: delete one, or choose Save Configuration.");
 }
 
 void Configuration_VKRTX::RemoveData(const Bytes& reply) {

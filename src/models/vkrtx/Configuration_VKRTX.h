@@ -43,7 +43,6 @@ class Configuration_VKRTX : public WizardForm {
   void CollectTextFields();
   void BuildParameterBlocks();
   void FindConvNodes();
-  void CheckBlockLengths(const std::array<Bytes, 256>& blocks) const;
 
   void RecordSerial(RecordFile& file, int channel);
   void RecordEthernet(RecordFile& file);

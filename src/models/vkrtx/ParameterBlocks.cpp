@@ -86,7 +86,8 @@ BlockFields ClientFields(Parameters& p, int i) {
   const auto name = [i](const char* field) { return Name(ClientPageTitle, "client " + Str(i + 1), field); };
   EIPClientRecord& client = p.EIPClients[i];
   return {
-      {0, AddressReversed, &client.IPAddress, name("Client IP Address")},
+      {0, AddressReversed, &client.IPAddress,
+       std::string(RoutingPageTitle) + ", IP Address of the ASCII route to " + client.IPAddress},
       {4, Byte, client.Routing, name("Routing Required")},
       {5, Byte, client.Slot, name("Controller Slot Number (shown with Routing Required)")},
   };

@@ -38,9 +38,10 @@ void PortPages::SetUpModbusModel() {
        std::initializer_list<Control*>{&EnableCHBLst, &EnableCHBLbl, &CHBSerSettingsLbl, &CHBLineFrame}) {
     control->Visible = false;
   }
+  SerProtoLst[0].SetEntries({"Modbus"});
+  SerProtoLst[0].Text = "Modbus";
+  parameters_.SerialProtocol[1] = 0;  // of a channel that is never used: not what an earlier wizard left
   for (int i = 0; i <= 1; ++i) {
-    SerProtoLst[i].SetEntries({"Modbus"});
-    SerProtoLst[i].Text = "Modbus";
     ModbusProtocolLst[i].SelectDefault();
     ModbusModeLst[i].SelectDefault();
     ModbusTimeoutTxt[i].Text = "3000";
