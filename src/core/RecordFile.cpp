@@ -42,7 +42,7 @@ void RecordFile::Text(std::string& value) {
     return;
   }
   // Such a text could not be read back.
-  if (value.find_first_of("\"\r\n") != std::string::npos) throw RuntimeFault(RuntimeFault::InvalidCall);
+  if (!CanHold(value)) throw RuntimeFault(RuntimeFault::InvalidCall);
   WriteField('"' + value + '"');
 }
 

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <string_view>
 
 #include "platform/Files.h"
 
@@ -18,6 +19,10 @@ class RecordFile {
   static RecordFile ForReading(const std::string& path);
   /// An existing file is replaced when Commit is reached, and stays whole if it is not.
   static RecordFile ForWriting(const std::string& path);
+
+  bool Reads() const { return input_ != nullptr; }
+  /// A text that has a form in the file: no quote and no end of line.
+  static bool CanHold(std::string_view text) { return text.find_first_of("\"\r\n") == std::string_view::npos; }
 
   // One field each. Writing takes the value, reading sets it.
   void Text(std::string& value);

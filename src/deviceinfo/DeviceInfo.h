@@ -5,6 +5,7 @@
 #include <string>
 
 #include "app/App.h"
+#include "link/VKComSubs.h"
 #include "shell/ShellFrame.h"
 
 namespace vk32 {
@@ -20,7 +21,7 @@ class DeviceInfo : public Form {
 
  private:
   void Form_Load() override;
-  void TimeOutTmr_Timer() { app_.globals.TimeOutFlag = FlagTrue; }
+  void TimeOutTmr_Timer() { SetTimeOutFlag(app_.globals, TimeOutTmr); }
   void CloseCmd_Click() { UnloadMe(); }
 
   bool ReadVKRTX();

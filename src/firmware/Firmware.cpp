@@ -179,7 +179,7 @@ bool Firmware::ReceiveFlashBurnResponse(Timer& timer) {
   constexpr int ResponseLimit = 3000, ChunkLength = 35;
   Bytes buffer;
   timer.Interval = ResponseLimit;
-  app_.globals.TimeOutFlag = FlagFalse;
+  const Wait wait(app_.globals, timer);
   timer.Enabled = true;
   const auto has = [&](const char* word) { return buffer.find(word) != Bytes::npos; };
   const auto over = [&] {

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "app/App.h"
+#include "link/VKComSubs.h"
 #include "shell/WizardPages.h"
 
 namespace vk32 {
@@ -28,7 +29,7 @@ class Firmware : public Form {
   void BackCmd_Click();
   void CancelCmd_Click();
   void BrowseCmd_Click() { SelectFirmwareFile(); }
-  void TimeOutTmr_Timer() { app_.globals.TimeOutFlag = FlagTrue; }
+  void TimeOutTmr_Timer() { SetTimeOutFlag(app_.globals, TimeOutTmr); }
   void FirmEraseTmr_Timer();
 
   void ShowFirmwareStep(int page) { ShowPageStep(Pages(), page, StepMarkFrame); }

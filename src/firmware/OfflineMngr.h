@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "firmware/Xmodem.h"
+#include "link/VKComSubs.h"
 
 namespace vk32 {
 
@@ -22,7 +23,7 @@ class OfflineMngr : public Form, public XmodemProgress {
  private:
   void Form_Load() override;
   void tmrTime_Timer();
-  void TimeOutTmr_Timer() { app_.globals.TimeOutFlag = FlagTrue; }
+  void TimeOutTmr_Timer() { SetTimeOutFlag(app_.globals, TimeOutTmr); }
   void SendFirmwareCmd_Click();
   void CloseCmd_Click();
   bool Term_KeyPress(char key);

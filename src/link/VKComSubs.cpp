@@ -22,9 +22,10 @@ void EndIfStopped(Globals& globals, const Timer& timer) {
   if (!timer.Enabled) globals.TimeOutFlag = FlagTrue;
 }
 
-/// Reads until `count` bytes have been counted or the flag is set; stops the timer. Returns the count.
+/// Clears the flag, reads until `count` bytes have been counted or it is set; stops the timer. Returns the count.
 std::int32_t ReadUntilTimeOut(App& app, Bytes& buffer, std::int32_t count, Timer& timer) {
   Globals& globals = app.globals;
+  const Wait wait(globals, timer);
   std::int32_t received = 0;
   timer.Enabled = true;
   const auto over = [&] {
@@ -41,6 +42,15 @@ std::int32_t ReadUntilTimeOut(App& app, Bytes& buffer, std::int32_t count, Timer
 }
 
 }  // namespace
+
+void SetTimeOutFlag(Globals& globals, const Timer& timer) {
+  if (globals.WaitingTimer == nullptr || globals.WaitingTimer == &timer) globals.TimeOutFlag = FlagTrue;
+}
+
+Wait::Wait(Globals& globals, const Timer& timer) : globals_(globals), outer_(globals.WaitingTimer) {
+  globals.TimeOutFlag = FlagFalse;
+  globals.WaitingTimer = &timer;
+}
 
 Bytes Checksum8(const Bytes& text, int count) {
   std::int32_t sum = 0;
@@ -77,8 +87,8 @@ std::int32_t PollPort(App& app, Bytes& chunk, std::int32_t maximum, const std::f
 Flag WaitForAck(App& app, Form& form) {
   Globals& globals = app.globals;
   Timer& timer = TimeOutTmrOf(form);
+  const Wait wait(globals, timer);
   Bytes reply;
-  globals.TimeOutFlag = FlagFalse;
   timer.Enabled = true;
   const auto over = [&] {
     EndIfStopped(globals, timer);
@@ -90,14 +100,13 @@ Flag WaitForAck(App& app, Form& form) {
 }
 
 std::int32_t ReadBytes(App& app, Bytes& buffer, std::int32_t count, Form& form) {
-  app.globals.TimeOutFlag = FlagFalse;
   const std::int32_t received = ReadUntilTimeOut(app, buffer, count, TimeOutTmrOf(form));
   return app.globals.TimeOutFlag < FlagTrue ? received : -1;
 }
 
 void WaitForTimeOut(App& app, Form& form) {
   Timer& timer = TimeOutTmrOf(form);
-  app.globals.TimeOutFlag = FlagFalse;
+  const Wait wait(app.globals, timer);
   timer.Enabled = true;
   while (app.globals.TimeOutFlag != FlagTrue) {
     app.forms.dispatcher.Idle(-1);

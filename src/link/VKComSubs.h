@@ -24,6 +24,22 @@ std::int32_t OpenLink(App& app);
 
 // The form that talks to a device has a timer TimeOutTmr, whose tick sets TimeOutFlag. Its Interval bounds each wait.
 
+/// That tick. The timers of other forms run as well, and must not end a wait that is not theirs.
+void SetTimeOutFlag(Globals& globals, const Timer& timer);
+
+/// Begins a wait that the timer's tick ends: clears the flag. The wait lasts as long as this lives.
+class Wait {
+ public:
+  Wait(Globals& globals, const Timer& timer);
+  ~Wait() { globals_.WaitingTimer = outer_; }
+  Wait(const Wait&) = delete;
+  Wait& operator=(const Wait&) = delete;
+
+ private:
+  Globals& globals_;
+  const Timer* outer_;  // of the wait in whose middle this one began
+};
+
 /// One pass of a wait: takes up to `maximum` bytes that have come and lets events run; if none had come it then sleeps
 /// until something happens, unless the wait is over by then. Returns CommRead's status.
 std::int32_t PollPort(App& app, Bytes& chunk, std::int32_t maximum, const std::function<bool()>& over);

@@ -5,13 +5,15 @@
 
 #include "core/Convert.h"
 #include "core/DoesNotFit.h"
+#include "core/RecordFile.h"
 
 namespace vk32 {
 namespace {
 
 int SizeOf(Format format) {
   switch (format) {
-    case Format::Byte: return 1;
+    case Format::Byte:
+    case Format::Code: return 1;
     case Format::WordLowFirst:
     case Format::WordHighFirst: return 2;
     case Format::ThreeBytesLowFirst: return 3;
@@ -25,8 +27,9 @@ bool LastByteFirst(Format format) { return format == Format::WordHighFirst || fo
 
 /// In the order low byte first.
 Bytes NumberBytes(std::int32_t value, const BlockField& field) {
-  if (field.format == Format::Byte && (value < 0 || value > 255)) throw DoesNotFit(field.name, EnterByte);
-  if (field.format == Format::ThreeBytesLowFirst && value < 0) {
+  const bool isByte = value >= 0 && value <= 255;
+  if (field.format == Format::Byte && !isByte) throw DoesNotFit(field.name, EnterByte);
+  if ((field.format == Format::Code && !isByte) || (field.format == Format::ThreeBytesLowFirst && value < 0)) {
     throw DoesNotFit(field.name, "Choose an entry of the list.");
   }
   Bytes bytes;
@@ -45,9 +48,7 @@ std::int32_t ToNumber(const Bytes& lowFirst, Format format) {
 Bytes AddressBytes(const std::string& address, const BlockField& field) {
   try {
     const auto parts = SplitAddress(address);
-    // A quote could not be saved.
-    if (parts.size() < 4 || address.find('"') != std::string::npos)
-      throw RuntimeFault(RuntimeFault::SubscriptOutOfRange);
+    if (parts.size() < 4 || !RecordFile::CanHold(address)) throw RuntimeFault(RuntimeFault::SubscriptOutOfRange);
     Bytes bytes;
     for (const std::string& part : parts) bytes += Chr(CByte(Val(part)));
     return bytes;

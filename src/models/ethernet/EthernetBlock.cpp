@@ -16,10 +16,10 @@ BlockFields EthernetFields(Parameters& p) {
       {0, Format::AddressReversed, &p.EthernetIP, field("IP Address")},
       {4, Format::AddressReversed, &p.EthernetSubnet, field("Subnet Mask")},
       {8, Format::AddressReversed, &p.EthernetGateway, field(gateway)},
-      {12, Format::Byte, p.EthernetSpeed, field("Speed")},
-      {13, Format::Byte, p.DHCPEnabled, field("DHCP")},
+      {12, Format::Code, p.EthernetSpeed, field("Speed")},
+      {13, Format::Code, p.DHCPEnabled, field("DHCP")},
       {14, Format::Byte, p.SocketTimeout, field("Socket Timeout")},
-      {20, Format::Byte, p.EthernetProtocol, "Ethernet Protocol Settings, Protocol"},
+      {20, Format::Code, p.EthernetProtocol, "Ethernet Protocol Settings, Protocol"},
   };
 }
 

@@ -1,8 +1,11 @@
 // The page of the Ethernet port.
 #include "models/ethernet/EthernetPage.h"
 
+#include <tuple>
+
 #include "core/Convert.h"
 #include "core/DoesNotFit.h"
+#include "core/RecordFile.h"
 
 namespace vk32 {
 
@@ -32,9 +35,14 @@ void EthernetPage::ShowEthernetFields() {
 void EthernetPage::CollectTextFields() {
   parameters_.SocketTimeout =
       TextNumber(SocketTimeOutTxt.Text, Val, std::string(EthernetPageTitle) + ", Socket Timeout", EnterByte);
-  parameters_.EthernetIP = EthIPTxt.Text;
-  parameters_.EthernetSubnet = EthSubTxt.Text;
-  parameters_.EthernetGateway = EthGateTxt.Text;
+  for (const auto& [box, label, text] : {std::tuple(&EthIPTxt, &EthIPLbl, &parameters_.EthernetIP),
+                                         std::tuple(&EthSubTxt, &EthSubLbl, &parameters_.EthernetSubnet),
+                                         std::tuple(&EthGateTxt, &EthGateLbl, &parameters_.EthernetGateway)}) {
+    if (!RecordFile::CanHold(box->Text.Value())) {
+      throw DoesNotFit(std::string(EthernetPageTitle) + ", " + label->Words(), "Enter no quotes.");
+    }
+    *text = box->Text;
+  }
 }
 
 void EthernetPage::Setup() {

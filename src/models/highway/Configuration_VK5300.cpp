@@ -65,27 +65,29 @@ void Configuration_VK5300::DhNetworkLst_Click() {
 
 void Configuration_VK5300::BuildParameters() {
   ethernet.CollectTextFields();
-  BuildParameterImage();
   Parameters sent = app.globals;
   sent.EthernetProtocol = ABEthernetProtocol;
-  app.globals.BlockTable[EthernetBlockNumber] = MakeEthernetBlock(sent);
+  const Bytes block = MakeEthernetBlock(sent);
+  BuildParameterImage();
+  app.globals.BlockTable[EthernetBlockNumber] = block;
 }
 
 bool Configuration_VK5300::Download() {
   // After a saved file the image follows the restart at once: the device is used to both.
   const bool waits = DownOpt.Value;
-  if (!DownloadBlocks(app, *this)) return false;
+  if (!DownloadBlocks(app, *this) || !ProductIsCurrent()) return false;
   SendReboot(app);
   if (waits) WaitMilliseconds(RestartTime);
-  return DownloadImage(app, *this);
+  return ProductIsCurrent() && DownloadImage(app, *this);
 }
 
 void Configuration_VK5300::UploadCmd_Click() {
   ShowConfigureReminder(app);
   UploadBlocks(app, *this);
+  if (!ProductIsCurrent()) return;
   SendReboot(app);
   WaitMilliseconds(RestartTime);
-  UploadImage(app, *this);
+  if (ProductIsCurrent()) UploadImage(app, *this);
 }
 
 void Configuration_VK5300::WaitMilliseconds(int time) {

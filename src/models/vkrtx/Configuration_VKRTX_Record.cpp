@@ -17,7 +17,7 @@ void TextLine(RecordFile& file, std::string& value) {
 /// A count that its table can't hold is a fault in the file.
 void CountLine(RecordFile& file, std::int16_t& count, int rows) {
   IntegerLine(file, count);
-  if (count > rows) throw RuntimeFault(RuntimeFault::SubscriptOutOfRange);
+  if (count > rows || (file.Reads() && count < 0)) throw RuntimeFault(RuntimeFault::SubscriptOutOfRange);
 }
 
 void ConversionLines(RecordFile& file, Parameters& parameters, int channel) {

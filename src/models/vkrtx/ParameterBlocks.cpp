@@ -32,13 +32,13 @@ BlockFields ChannelFields(Parameters& p, int i) {
   const auto name = [i](const char* field) { return Name("Serial Communication Settings", ChannelText(i), field); };
   return {
       // Channel A is always enabled: what a device says of it is not read.
-      i == 0 ? BlockField{0, Byte, Constant{1}, ""} : BlockField{0, Byte, p.ChannelBEnabled, name("Enabled")},
+      i == 0 ? BlockField{0, Byte, Constant{1}, ""} : BlockField{0, Code, p.ChannelBEnabled, name("Enabled")},
       {1, ThreeBytesLowFirst, serial.Baud, name("Baud Rate")},
-      {4, Byte, serial.DataBits, name("Data Bits")},
-      {5, Byte, serial.StopBits, name("Stop Bits")},
-      {6, Byte, serial.Parity, name("Parity")},
-      {7, Byte, serial.Handshake, name("Handshaking")},
-      {10, Byte, p.SerialProtocol[i], Name("Serial Protocol Settings", ChannelText(i), "Protocol")},
+      {4, Code, serial.DataBits, name("Data Bits")},
+      {5, Code, serial.StopBits, name("Stop Bits")},
+      {6, Code, serial.Parity, name("Parity")},
+      {7, Code, serial.Handshake, name("Handshaking")},
+      {10, Code, p.SerialProtocol[i], Name("Serial Protocol Settings", ChannelText(i), "Protocol")},
   };
 }
 
@@ -47,12 +47,12 @@ constexpr int NoProtocolSize = 1, Df1Size = 1, ModbusSize = 4;
 /// Of block 4 and 5. A channel whose protocol has no settings sends a byte 0.
 BlockFields ProtocolFields(Parameters& p, int i) {
   const auto name = [i](const char* field) { return Name("Serial Protocol Settings", ChannelText(i), field); };
-  if (p.SerialProtocol[i] == DF1Protocol) return {{0, Byte, p.DF1Flags[i], name("DF1 Settings")}};
+  if (p.SerialProtocol[i] == DF1Protocol) return {{0, Code, p.DF1Flags[i], name("DF1 Settings")}};
   // Channel B never speaks Modbus.
   if (p.SerialProtocol[i] == ModbusProtocol && i == 0) {
     return {
-        {0, Byte, p.ModbusConfig[0].Protocol, name("Modbus Protocol")},
-        {1, Byte, p.ModbusConfig[0].Mode, name("Modbus Mode")},
+        {0, Code, p.ModbusConfig[0].Protocol, name("Modbus Protocol")},
+        {1, Code, p.ModbusConfig[0].Mode, name("Modbus Mode")},
         {2, WordLowFirst, p.ModbusConfig[0].RequestTimeout, name("Request Timeout")},
     };
   }
@@ -73,8 +73,8 @@ BlockFields ConversionFields(Parameters& p, int i) {
       {0, Byte, p.ConvNode[i], std::string(RoutingPageTitle) + ", Low of the ASCII route of " + ChannelText(i)},
       {1, WordHighFirst, p.ConvFile[i], name("File Number")},
       {3, WordHighFirst, p.ConvElement[i], name("Element Number")},
-      {5, Byte, p.ConvFileType[i], name("File Type")},
-      {6, Byte, p.ConvFunction[i], name("DF1 Msg Function")},
+      {5, Code, p.ConvFileType[i], name("File Type")},
+      {6, Code, p.ConvFunction[i], name("DF1 Msg Function")},
   };
 }
 
@@ -166,13 +166,13 @@ constexpr TableLayout MapLayout{30,
                                   return {
                                       {0, Byte, map.LowAddress, name("Low Address")},
                                       {1, Byte, map.HighAddress, name("High Address")},
-                                      {2, Byte, map.ModbusReference, name("Modbus Register/Coil Refrence")},
+                                      {2, Code, map.ModbusReference, name("Modbus Register/Coil Refrence")},
                                       {3, WordLowFirst, map.ModbusStart, name("Modbus Start Address")},
                                       {5, WordLowFirst, map.ABFile, name("File")},
                                       {7, WordLowFirst, map.ABWord, name("Word")},
-                                      {9, Byte, map.ABFunction, name("Allen-Bradley Function")},
+                                      {9, Code, map.ABFunction, name("Allen-Bradley Function")},
                                       {10, WordLowFirst, map.DataPoints, name("Number of Data Points")},
-                                      {12, Byte, map.DataType, name("Data Type")},
+                                      {12, Code, map.DataType, name("Data Type")},
                                   };
                                 }};
 
@@ -195,12 +195,12 @@ constexpr TableLayout RouteLayout{
       const auto name = [row](const char* field) { return Name(RoutingPageTitle, "slot " + Str(row), field); };
       RouteRecord& route = p.Routes[row];
       return {
-          {0, Byte, route.SourceProtocol, name("Source Port")},
-          {1, Byte, route.SourcePort, name("Source Port")},
+          {0, Code, route.SourceProtocol, name("Source Port")},
+          {1, Code, route.SourcePort, name("Source Port")},
           {2, Byte, route.DestLow, name("Low")},
           {3, Byte, route.DestHigh, name("High")},
-          {4, Byte, route.DestProtocol, name("Destination Port")},
-          {5, Byte, route.DestPort, name("Destination Port")},
+          {4, Code, route.DestProtocol, name("Destination Port")},
+          {5, Code, route.DestPort, name("Destination Port")},
           {6, AddressForward, &route.IPAddress, name("IP Address")},
       };
     }};

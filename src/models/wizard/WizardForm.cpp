@@ -3,6 +3,7 @@
 
 #include "core/DoesNotFit.h"
 #include "core/OpenSave.h"
+#include "link/VKComSubs.h"
 #include "shell/Subs.h"
 
 namespace vk32 {
@@ -85,7 +86,7 @@ void WizardForm::Finish() {
   if (downloads) ShowConfigureReminder(app);
   if (saves && !SaveConfigFile(app, *this, product, ModelTag())) return;
   if (downloads) {
-    if (!Download()) return;
+    if (!Download() || !IsLoaded()) return;
     app.forms.MsgBox("Configuration has been downloaded to the " + product, MessageIcon::Information, "Success!");
   }
   UnloadMe();
@@ -106,7 +107,7 @@ bool WizardForm::TakeOver(const std::function<void()>& step) {
 
 void WizardForm::CancelCmd_Click() { UnloadMe(); }
 
-void WizardForm::TimeOutTmr_Timer() { app.globals.TimeOutFlag = FlagTrue; }
+void WizardForm::TimeOutTmr_Timer() { SetTimeOutFlag(app.globals, TimeOutTmr); }
 
 void WizardForm::OpenConfigChkLbl_Click() { OpenConfigChk.Value = 1 - OpenConfigChk.Value; }
 

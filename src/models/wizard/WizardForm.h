@@ -43,6 +43,8 @@ class WizardForm : public ConfigurationForm {
 
   /// At the load: shows the welcome page, and what the port allows.
   void Begin(std::int16_t lastPage);
+  /// False once another product has been chosen: an exchange must not go on with it.
+  bool ProductIsCurrent() const { return app.globals.CurrentProduct == DeviceLbl.Caption.Value(); }
   /// Runs a step that takes values from the pages. False if the device can't hold one: the user has been told, and the
   /// parameters are what they were.
   bool TakeOver(const std::function<void()>& step);
