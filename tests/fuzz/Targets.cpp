@@ -37,13 +37,17 @@ class RandomDevice : public FakeDevice {
   std::optional<Time> due_;
 };
 
-/// A product with a wizard: how it is reached, and its form.
+/// A product with a wizard, or a model of it: how it is reached from the main menu, and its form.
 struct Wizard {
-  const char *button, *form;
+  const char *clicks, *form;
 };
 constexpr Wizard Wizards[] = {
     {"RB2000Cmd", "Configuration_RB2000"},
     {"RB3000Cmd", "Configuration_RB3000"},
+    {"RBCardCmd", "Configuration_RBCard"},
+    {"VK5300Cmd", "Configuration_VK5300"},
+    {"VKRTXCmd\nclick MainMenu.ABEthAsciiDf1ModelCmd", "Configuration_VKRTX"},
+    {"VKRTXCmd\nclick MainMenu.ABEthModbusModelCmd", "Configuration_VKRTX"},
 };
 
 void ConfigurationFile(std::string_view data) {
@@ -51,7 +55,7 @@ void ConfigurationFile(std::string_view data) {
   file.Fill(data);
   for (const Wizard& wizard : Wizards) {
     Harness h;
-    h.GoTo(wizard.button);
+    h.GoTo(wizard.clicks);
     const std::string form = wizard.form;
     h.Do("click ProductMenu.ConfigureCmd\ncheck " + form + ".OpenConfigChk on\nfile " + file.Path() + "\nclick " +
          form + ".NextCmd");
@@ -59,15 +63,17 @@ void ConfigurationFile(std::string_view data) {
   }
 }
 
-void ImageReply(std::string_view data) {
+void UploadReply(std::string_view data) {
   for (const Wizard& wizard : Wizards) {
     RandomDevice device(data);
     Harness h;
-    h.GoTo(wizard.button, &device);
+    h.GoTo(wizard.clicks, &device);
     const std::string form = wizard.form;
     h.Do("click ProductMenu.ConfigureCmd\nclick " + form + ".UploadCmd");
     if (h.app.forms.dispatcher.Ended()) std::abort();
-    for (int page = 0; page < 5; ++page) h.Do("click " + form + ".NextCmd");
+    // What was read is walked through, and sent and kept.
+    for (int page = 0; page < 10; ++page) h.Do("click " + form + ".NextCmd");
+    if (h.app.forms.dispatcher.Ended()) std::abort();
   }
 }
 
@@ -130,7 +136,7 @@ void ScriptLines(std::string_view data) {
 std::span<const FuzzTarget> FuzzTargets() {
   static constexpr FuzzTarget targets[] = {
       {"configuration-file", ConfigurationFile},
-      {"image-reply", ImageReply},
+      {"upload-reply", UploadReply},
       {"information-record", InformationRecord},
       {"settings-string", SettingsString},
       {"terminal-data", TerminalData},

@@ -4,6 +4,10 @@
 #include <algorithm>
 #include <cerrno>
 
+#include "core/Convert.h"
+#include "link/Frames.h"
+#include "link/VKComSubs.h"
+
 namespace vk32 {
 
 ScriptedDevice& ScriptedDevice::On(Bytes message, std::vector<Reply> replies) {
@@ -37,6 +41,13 @@ std::optional<Time> ScriptedDevice::NextDue() const {
 GatewayDevice::GatewayDevice(std::string_view product, sim::Misbehaviour misbehaviour, bool pace)
     : gateway(*sim::FindGatewayKind(product), misbehaviour),
       line_(gateway, pace ? sim::SimulatedLine::ByteTime(sim::FindGatewayKind(product)->baudRate) : Time{0}) {}
+
+void GatewayDevice::Teach(int number, const Bytes& data) {
+  const auto size = static_cast<int>(data.size());
+  const Bytes body = Bytes{Chr(BlockFrame::Write), '\0', Chr(number), '\0', Chr(size)} + data;
+  FromHost(BlockFrame::Start + Chr(size + 6) + body + Checksum8(body, size + 5) + EndOfExchange, {});
+  ToHost({});
+}
 
 FakeSerialDriver::FakeSerialDriver(VirtualEventLoop& loop) : loop_(loop) { loop_.Add(*this); }
 

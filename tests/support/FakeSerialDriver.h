@@ -61,6 +61,8 @@ class GatewayDevice : public FakeDevice {
   Bytes ToHost(Time now) override { return line_.ToHost(now); }
   std::optional<Time> NextDue() const override { return line_.NextDue(); }
   bool Gone() const override { return line_.Unplugged(); }
+  /// Writes a block into it, as a whole exchange.
+  void Teach(int number, const Bytes& data);
 
   sim::Gateway gateway;
 

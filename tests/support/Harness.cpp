@@ -87,6 +87,18 @@ Bytes FromHex(std::string_view digits) {
   return bytes;
 }
 
+std::vector<std::string> Split(const std::string& text, char separator) {
+  std::vector<std::string> parts;
+  std::istringstream stream(text);
+  for (std::string part; std::getline(stream, part, separator);) parts.push_back(part);
+  return parts;
+}
+
+std::string Lines(std::string text) {
+  for (std::size_t at = 0; (at = text.find('\n', at)) != std::string::npos; at += 2) text.insert(at, 1, '\r');
+  return text;
+}
+
 std::string ToHex(std::string_view bytes) {
   constexpr std::string_view digits = "0123456789ABCDEF";
   std::string text;

@@ -58,6 +58,9 @@ class TemporaryFile {
 
 /// Bytes from hexadecimal digits; blanks are passed over.
 Bytes FromHex(std::string_view digits);
+std::vector<std::string> Split(const std::string& text, char separator = ' ');
+/// The text as the lines of a file: each \n becomes \r\n.
+std::string Lines(std::string text);
 /// "4E 45 45", for messages of failed comparisons.
 std::string ToHex(std::string_view bytes);
 

@@ -1,0 +1,106 @@
+// A user at the wizard of a product, and the device beside it.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include "core/Convert.h"
+#include "link/Frames.h"
+#include "support/Harness.h"
+
+namespace vk32 {
+
+/// The wizard is on its first page; with a device, which stands at COM3.
+struct WizardUser : Harness {
+  explicit WizardUser(const std::string& product, FakeDevice* device = nullptr, const std::string& moreClicks = "")
+      : form("Configuration_" + product) {
+    GoTo(product + "Cmd" + moreClicks, device);
+    Use("click ProductMenu.ConfigureCmd");
+  }
+
+  /// Commands, one a line; a control without its form's name is the wizard's. And: "to FRAME" clicks NEXT until that
+  /// page shows, "page" tells which one does, "see CONTROLS" their texts or captions, "fill FORM TEXT|TEXT" enters into
+  /// the form's fields in their order; "finish OPTION FILE", "open FILE", "again" with a new wizard. Returns what was
+  /// printed, without the dialogs and with a word for each box of a transfer or a file.
+  std::string Use(const std::string& commands) {
+    std::string printed;
+    for (const std::string& line : Split(commands, '\n')) {
+      if (line.empty()) continue;
+      const auto words = Split(line);
+      const std::string file = words.size() > 1 ? "file " + words.back() + "\nclick NextCmd" : "";
+      if (words[0] == "to") {
+        for (int clicks = 0; Page() != words[1] && clicks < 10; ++clicks) printed += Use("click NextCmd");
+        EXPECT_EQ(Page(), words[1]);
+      } else if (words[0] == "page") {
+        printed += Page();
+      } else if (words[0] == "see") {
+        for (std::size_t i = 1; i < words.size(); ++i) printed += (i == 1 ? "" : "|") + At(words[i]).Words();
+      } else if (words[0] == "fill") {
+        printed += Fill(words[1], Split(line.substr(line.find(words[1]) + words[1].size() + 1), '|'));
+      } else if (words[0] == "finish") {
+        printed += Use("to ApplyFrame\nclick " + words[1] + "\n" + (words.size() == 2 ? "click NextCmd" : file));
+      } else if (words[0] == "open") {
+        printed += Use("check OpenConfigChk on\n" + file);
+      } else if (words[0] == "again") {
+        Do("click " + form + ".CancelCmd\nclick ProductMenu.ConfigureCmd");
+      } else {
+        const bool isOfWizard = words[0] != "file" && words[1].find('.') == std::string::npos;
+        const std::size_t target = words[0].size() + 1;
+        printed += Shortened(Do(isOfWizard ? line.substr(0, target) + form + "." + line.substr(target) : line));
+      }
+    }
+    return printed;
+  }
+
+ private:
+  const std::vector<Control*>& ControlsOf(const std::string& name) const {
+    if (const Form* loaded = app.forms.Find(name)) return loaded->Controls();
+    throw std::logic_error("no form " + name);
+  }
+  std::string Page() const {
+    if (!app.forms.Find(form)) return "closed";
+    std::string page;
+    for (const Control* control : ControlsOf(form)) {
+      if (control->Left == 3840 && control->Height == 7620 && control->Shown()) page += control->FullName();
+    }
+    return page;
+  }
+  std::string Fill(const std::string& editor, const std::vector<std::string>& texts) {
+    std::string acts;
+    auto text = texts.begin();
+    for (const Control* control : ControlsOf(editor)) {
+      const bool isList = control->KindName() == "ComboBox";
+      if (text == texts.end() || (!isList && control->KindName() != "TextBox")) continue;
+      acts += (isList ? "select " : "type ") + editor + "." + control->FullName() + " " + *text++ + "\n";
+    }
+    return Use(acts);
+  }
+  const Control& At(const std::string& path) const {
+    const std::size_t point = path.find('.') + 1;
+    for (const Control* control : ControlsOf(point == 0 ? form : path.substr(0, point - 1))) {
+      if (control->FullName() == path.substr(point)) return *control;
+    }
+    throw std::logic_error("no " + path);
+  }
+  std::string Shortened(const std::string& printed) const {
+    const std::string product = app.globals.CurrentProduct;
+    const std::pair<std::string, const char*> boxes[] = {
+        {"box critical \"VK32\" \"Press the Configure button on the " + product + " before", "reminder"},
+        {"box information \"Success!\" \"Configuration has been downloaded to the " + product + "\"", "success"},
+        {"box critical \"Error!\" \"A timeout or error has occured while communicating to the " + product + "\"",
+         "time-out"},
+        {"box exclamation \"Error!\" \"The selected configuration file is not for the " + product + ".\"",
+         "not for it"},
+        {"box critical \"Error!\" \"An error occured while attempting to open the configuration file.\"", "broken"},
+        {"dialog ", ""}};
+    std::string kept;
+    for (std::string line : Split(printed, '\n')) {
+      for (const auto& [start, word] : boxes) line = line.starts_with(start) ? word : line;
+      kept += line.empty() ? "" : line + "\n";
+    }
+    return kept;
+  }
+
+  const std::string form;
+};
+
+}  // namespace vk32
