@@ -165,5 +165,16 @@ TEST(DetectOfflineManager, WantsTheWholeBannerWithinASecond) {
   }
 }
 
+// Every wizard's timer ticks while it is open.
+TEST(VKComSubs, AWaitEndsByTheTimerOfItsOwnForm) {
+  Harness h;
+  h.GoTo("VK5300Cmd");
+  h.Do("click ProductMenu.ConfigureCmd\nwait 1000");
+  Form& waiting = h.app.forms.Load("Configuration_RB2000");
+  h.Elapsed();
+  EXPECT_EQ(WaitForAck(h.app, waiting), FlagTrue);
+  EXPECT_EQ(h.Elapsed(), 15s);
+}
+
 }  // namespace
 }  // namespace vk32

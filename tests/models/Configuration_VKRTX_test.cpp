@@ -4,15 +4,16 @@
 namespace vk32 {
 namespace {
 
-// clang-format off
-// The acts, and the rows of the tables, keep to a line each.
 constexpr const char *Df1 = "VK-RTX-DF1", *Modbus = "VK-RTX-Modbus";  // the models' names in the simulator
 const std::string RouteCells = "RouteSlotLbl RouteSrcPortLbl RouteDstLowLbl RouteDestinationPortLbl RouteIPAddressLbl";
-const std::string MapCells = "AbModMapSlotLbl AbModMapAddrLbl AbModMapModStartLbl AbModMapAbDataFiletLbl AbModMapDataTypeLbl AbModMapDataPointsLbl AbModMapAbFncLbl";
+const std::string MapCells =
+    "AbModMapSlotLbl AbModMapAddrLbl AbModMapModStartLbl AbModMapAbDataFiletLbl AbModMapDataTypeLbl "
+    "AbModMapDataPointsLbl AbModMapAbFncLbl";
 
 struct VkRtx : WizardUser {
   explicit VkRtx(const std::string& model, FakeDevice* device = nullptr)
-      : WizardUser("VKRTX", device, model == Df1 ? "\nclick MainMenu.ABEthAsciiDf1ModelCmd" : "\nclick MainMenu.ABEthModbusModelCmd") {}
+      : WizardUser("VKRTX", device,
+                   model == Df1 ? "\nclick MainMenu.ABEthAsciiDf1ModelCmd" : "\nclick MainMenu.ABEthModbusModelCmd") {}
   std::string Row(const std::string& cells, int row) {
     std::string shown;
     for (const std::string& cell : Split(cells)) shown += " " + cell + "(" + Str(row) + ")";
@@ -21,11 +22,19 @@ struct VkRtx : WizardUser {
   const AbModMapRecord& Record(int slot) const { return app.globals.AbModMapTable[slot]; }
 };
 
-struct Case { const char* model; std::string acts, expected; int number = 0; };
+struct Case {
+  const char* model;
+  std::string acts, expected;
+  int number = 0;
+};
 /// "slot|source|low|high|destination|address"
-std::string Route(const std::string& route) { return "click AddRouteCmd\nfill Route " + route + "\nclick Route.PerformRouteCmd\n"; }
+std::string Route(const std::string& route) {
+  return "click AddRouteCmd\nfill Route " + route + "\nclick Route.PerformRouteCmd\n";
+}
 /// "slot|function|file|word|reference|start|points|type|low|high"
-std::string Map(const std::string& map) { return "click AddMapCmd\nfill ABModMapping " + map + "\nclick ABModMapping.MapCmd\n"; }
+std::string Map(const std::string& map) {
+  return "click AddMapCmd\nfill ABModMapping " + map + "\nclick ABModMapping.MapCmd\n";
+}
 /// "ID|address|ID|address" from the first row on.
 std::string Slaves(const std::string& entries) {
   std::string acts;
@@ -37,19 +46,23 @@ std::string Slaves(const std::string& entries) {
 }
 std::string Refusal(const std::string& words) { return "box critical \"VK32\" \"" + words + "\" -> OK\n"; }
 
-const std::string Ip = "to EthComFrame\ntype EthIPTxt 192.168.1.5\ntype EthSubTxt 255.255.255.0\n", Dhcp = "to EthComFrame\nselect EthDHCPLst Enabled\n";
+const std::string Ip = "to EthComFrame\ntype EthIPTxt 192.168.1.5\ntype EthSubTxt 255.255.255.0\n",
+                  Dhcp = "to EthComFrame\nselect EthDHCPLst Enabled\n";
 const std::string ChannelB = "to SerComFrame\nselect EnableCHBLst True\n" + Dhcp;
 const std::string A = "to SerProtoFrame(0)\nselect SerProtoLst(0) ASCII\nto RoutingFrame\n", AsciiA = Dhcp + A;
 const std::string AsciiAB = ChannelB + "to SerProtoFrame(1)\nselect SerProtoLst(1) ASCII\nclick BackCmd\n" + A;
 const std::string Master = "to SerProtoFrame(0)\nselect ModbusModeLst(0) Master\n";
-const std::string Routes = Dhcp + "to RoutingFrame\n", Nodes = Dhcp + "to NodeIpFrame\n", ToMaps = "to AbModMappingFrame\n", Maps = Dhcp + ToMaps;
-const std::string ToClients = "to EIPClientSetupFrame\ncheck EIPClientRoutingChk(0) on\ntype EIPClientSlotTxt(0) ", ToConversion = "to ConversionFrame\ntype ASCIIPcccFileTxt(0) ";
+const std::string Routes = Dhcp + "to RoutingFrame\n", Nodes = Dhcp + "to NodeIpFrame\n",
+                  ToMaps = "to AbModMappingFrame\n", Maps = Dhcp + ToMaps;
+const std::string ToClients = "to EIPClientSetupFrame\ncheck EIPClientRoutingChk(0) on\ntype EIPClientSlotTxt(0) ",
+                  ToConversion = "to ConversionFrame\ntype ASCIIPcccFileTxt(0) ";
 
 TEST(ConfigurationVkRtx, WalksItsPages) {
   const Case cases[] = {
       {Df1, Dhcp, "EthProtoFrame RoutingFrame ApplyFrame"},
       {Df1, ChannelB, "SerProtoFrame(1) EthProtoFrame RoutingFrame ApplyFrame"},
-      {Df1, AsciiA + Route("1|Channel A|1|1|Ethernet|1.1.1.1"), "EthProtoFrame RoutingFrame EIPClientSetupFrame ConversionFrame ApplyFrame"},
+      {Df1, AsciiA + Route("1|Channel A|1|1|Ethernet|1.1.1.1"),
+       "EthProtoFrame RoutingFrame EIPClientSetupFrame ConversionFrame ApplyFrame"},
       {Df1, AsciiA + Route("1|Channel A|1|1|Channel A"), "EthProtoFrame RoutingFrame ConversionFrame ApplyFrame"},
       {Modbus, Dhcp, "EthProtoFrame NodeIpFrame AbModMappingFrame ApplyFrame"},
       {Modbus, Dhcp + Master, "EthProtoFrame AbModMappingFrame ApplyFrame"}};
@@ -64,33 +77,51 @@ TEST(ConfigurationVkRtx, WalksItsPages) {
 
 // The same acts on the routes and on the maps, whose rows are known by their lows: 99 is entered, or a row deleted.
 TEST(ConfigurationVkRtx, TablesKeepTheirOrderWithoutAGap) {
-  const struct { int before; char act; int slot; std::string lows, scrollMax; } rows[] = {
-      {0, '+', 1, "99", "0"}, {4, '+', 3, "1 2 99 3 4", "0"}, {4, '+', 5, "1 2 3 4 99", "0"}, {5, '+', 1, "99 1 2 3 4 5", "480"},
-      {19, '+', 1, "99 1 2 3 4 5 6 7 8 9 10 11 12 13 14 15 16 17 18 19", "7200"}, {1, '-', 1, "", "0"}, {3, '-', 1, "2 3", "0"},
-      {6, '-', 6, "1 2 3 4 5", "0"}, {20, '-', 5, "1 2 3 4 6 7 8 9 10 11 12 13 14 15 16 17 18 19 20", "6720"}};
+  const struct {
+    int before;
+    char act;
+    int slot;
+    std::string lows, scrollMax;
+  } rows[] = {{0, '+', 1, "99", "0"},
+              {4, '+', 3, "1 2 99 3 4", "0"},
+              {4, '+', 5, "1 2 3 4 99", "0"},
+              {5, '+', 1, "99 1 2 3 4 5", "480"},
+              {19, '+', 1, "99 1 2 3 4 5 6 7 8 9 10 11 12 13 14 15 16 17 18 19", "7200"},
+              {1, '-', 1, "", "0"},
+              {3, '-', 1, "2 3", "0"},
+              {6, '-', 6, "1 2 3 4 5", "0"},
+              {20, '-', 5, "1 2 3 4 6 7 8 9 10 11 12 13 14 15 16 17 18 19 20", "6720"}};
   for (const bool maps : {false, true}) {
     const std::string command = maps ? "MapCmd" : "RouteCmd", table = maps ? "Mapping Table" : "Routing Table";
     const auto add = [maps](int slot, int low) {
-      return maps ? Map(Str(slot) + "|Typed R/W|7|0|4X|1|1|Integer|" + Str(low) + "|9") : Route(Str(slot) + "|Ethernet|" + Str(low) + "|9|Channel A");
+      return maps ? Map(Str(slot) + "|Typed R/W|7|0|4X|1|1|Integer|" + Str(low) + "|9")
+                  : Route(Str(slot) + "|Ethernet|" + Str(low) + "|9|Channel A");
     };
     for (const auto& row : rows) {
       VkRtx user(maps ? Modbus : Df1);
-      EXPECT_EQ(user.Use((maps ? Maps : Routes) + "click Edit" + command), Refusal("There is no entries in the " + table + " to edit."));
+      EXPECT_EQ(user.Use((maps ? Maps : Routes) + "click Edit" + command),
+                Refusal("There is no entries in the " + table + " to edit."));
       EXPECT_EQ(user.Use("click Del" + command), Refusal("There is no entries in the " + table + " to delete."));
       for (int low = 1; low <= row.before; ++low) user.Use(add(low, low));
       user.Use(row.act == '+' ? add(row.slot, 99)
                : maps         ? "click DelMapCmd\nfill ABModMapping " + Str(row.slot) + "\nclick ABModMapping.MapCmd"
-                              : "click DelRouteCmd\nfill DelRoute " + Str(row.slot) + "\nclick DelRoute.DeleteRouteCmd");
+                      : "click DelRouteCmd\nfill DelRoute " + Str(row.slot) + "\nclick DelRoute.DeleteRouteCmd");
       const auto lows = Split(row.lows);
       for (std::size_t i = 1; i <= 20; ++i) {
         const int slot = static_cast<int>(i);
-        const std::string low = i <= lows.size() ? lows[i - 1] : "", used = low.empty() ? "|" : Str(slot) + "|" + low + (maps ? " - 9" : "");
-        EXPECT_EQ(user.Row(maps ? "AbModMapSlotLbl AbModMapAddrLbl" : "RouteSlotLbl RouteDstLowLbl", slot), used) << row.lows;
-        EXPECT_EQ(user.Record(slot).LowAddress + 100 * user.Record(slot).ABFile, maps && !low.empty() ? Val(low) + 700 : 0) << row.lows;
+        const std::string low = i <= lows.size() ? lows[i - 1] : "",
+                          used = low.empty() ? "|" : Str(slot) + "|" + low + (maps ? " - 9" : "");
+        EXPECT_EQ(user.Row(maps ? "AbModMapSlotLbl AbModMapAddrLbl" : "RouteSlotLbl RouteDstLowLbl", slot), used)
+            << row.lows;
+        EXPECT_EQ(user.Record(slot).LowAddress + 100 * user.Record(slot).ABFile,
+                  maps && !low.empty() ? Val(low) + 700 : 0)
+            << row.lows;
       }
       EXPECT_EQ(user.app.globals.AbModMapCount, maps ? static_cast<int>(lows.size()) : 0);
-      EXPECT_EQ(user.Get(maps ? "Configuration_VKRTX.AbModMapVScroll.Max" : "Configuration_VKRTX.RouteVScroll.Max"), row.scrollMax);
-      const std::string full = Refusal("There is no more " + std::string(maps ? "slots" : "slot") + " available in the " + table + ".");
+      EXPECT_EQ(user.Get(maps ? "Configuration_VKRTX.AbModMapVScroll.Max" : "Configuration_VKRTX.RouteVScroll.Max"),
+                row.scrollMax);
+      const std::string full =
+          Refusal("There is no more " + std::string(maps ? "slots" : "slot") + " available in the " + table + ".");
       EXPECT_EQ(user.Use("click Add" + command), lows.size() == 20 ? full : "");
     }
   }
@@ -99,7 +130,9 @@ TEST(ConfigurationVkRtx, TablesKeepTheirOrderWithoutAGap) {
 TEST(ConfigurationVkRtx, ARouteIsTakenWhole) {
   VkRtx user(Df1);
   user.Use(AsciiAB + Route("1|Channel B|1|2|Ethernet|10.0.0.9") + "click AddRouteCmd");
-  for (const char* entry : {"select Route.SourceLst Channel A", "type Route.RemDstLowTxt 3", "type Route.RemDstHighTxt 4", "select Route.DestinationLst Ethernet", "type Route.IPAddressTxt 10.0.0.8"}) {
+  for (const char* entry :
+       {"select Route.SourceLst Channel A", "type Route.RemDstLowTxt 3", "type Route.RemDstHighTxt 4",
+        "select Route.DestinationLst Ethernet", "type Route.IPAddressTxt 10.0.0.8"}) {
     user.Use("click Route.PerformRouteCmd");
     EXPECT_EQ(user.Row(RouteCells, 2), "||||") << entry;
     EXPECT_EQ(user.Use(entry), "");
@@ -107,17 +140,28 @@ TEST(ConfigurationVkRtx, ARouteIsTakenWhole) {
   user.Use("select Route.DestinationLst Channel B\nclick Route.PerformRouteCmd");  // the box still holds an address
   EXPECT_EQ(user.Row(RouteCells, 2), "2|Channel A|3|Channel B|");
   // A port that has left the lists shows as empty.
-  user.Use("click BackCmd\nclick BackCmd\nclick BackCmd\nclick BackCmd\nclick BackCmd\nselect EnableCHBLst False\n" + Routes);
-  const std::string look = "see Route.SlotLst Route.SourceLst Route.RemDstLowTxt Route.DestinationLst Route.IPAddressTxt";
+  user.Use("click BackCmd\nclick BackCmd\nclick BackCmd\nclick BackCmd\nclick BackCmd\nselect EnableCHBLst False\n" +
+           Routes);
+  const std::string look =
+      "see Route.SlotLst Route.SourceLst Route.RemDstLowTxt Route.DestinationLst Route.IPAddressTxt";
   EXPECT_EQ(user.Use("click EditRouteCmd\n" + look), "1||1|Ethernet|10.0.0.9");
   EXPECT_EQ(user.Use("select Route.SlotLst 2\n" + look), "2|Channel A|3||");
   user.Use("select Route.DestinationLst Ethernet\ntype Route.IPAddressTxt 1.1.1.1\nclick Route.PerformRouteCmd");
   EXPECT_EQ(user.Row(RouteCells, 1), "1|Channel B|1|Ethernet|10.0.0.9");
   EXPECT_EQ(user.Row(RouteCells, 2), "2|Channel A|3|Ethernet|1.1.1.1");
+  // A row that went under the editor does not come back.
+  user.Use(
+      "click EditRouteCmd\nselect Route.SlotLst 2\nclick DelRouteCmd\nselect DelRoute.SlotLst 1\nclick "
+      "DelRoute.DeleteRouteCmd");
+  user.Use("click Route.PerformRouteCmd");
+  EXPECT_EQ(user.Row(RouteCells, 2), "||||");
+  user.Use("click Route.CancelCmd\n" + Route("1|Channel A|1|2|Channel A"));
   // No slot chosen; then a table that is cleared under both editors.
   user.Use("click DelRouteCmd\nclick DelRoute.DeleteRouteCmd");
-  EXPECT_EQ(user.Use("select DelRoute.SlotLst 2\nsee DelRoute.SourcePortTxt DelRoute.IPAddressTxt"), "Channel A|1.1.1.1");
-  user.Use("click AddRouteCmd\nclick ClrTableCmd\nclick DelRoute.DeleteRouteCmd\n" + Route("3|Channel A|5|6|Channel A"));
+  EXPECT_EQ(user.Use("select DelRoute.SlotLst 2\nsee DelRoute.SourcePortTxt DelRoute.IPAddressTxt"),
+            "Channel A|1.1.1.1");
+  user.Use("click AddRouteCmd\nclick ClrTableCmd\nclick DelRoute.DeleteRouteCmd\n" +
+           Route("3|Channel A|5|6|Channel A"));
   EXPECT_EQ(user.Use("see RouteDstLowLbl(1) RouteDstLowLbl(2) RouteDstLowLbl(3)"), "||");
 }
 
@@ -125,17 +169,22 @@ TEST(ConfigurationVkRtx, AsciiRoutesMakeClientsAndPanels) {
   const std::string a = "|Channel A|40|40|Ethernet|10.0.0.", b = "|Channel B|50|50|Ethernet|10.0.0.";
   const std::string clients = "click NextCmd\npage\nsee EIPClientIpAddrValLbl(0) EIPClientIpAddrValLbl(1)";
   const std::string panel = "Configuration_VKRTX.ASCIIPcccConvFrame";
-  const struct { std::string routes, clients, panels; const char* lastTop; } rows[] = {
+  const struct {
+    std::string routes, clients, panels;
+    const char* lastTop;
+  } rows[] = {
       {Route("1" + a + "1"), "EIPClientSetupFrame10.0.0.1|", "TrueFalse", "(0).Top 1080"},
       {Route("1" + b + "2"), "EIPClientSetupFrame10.0.0.2|", "FalseTrue", "(1).Top 1080"},
       {Route("1" + b + "2") + Route("1" + a + "1"), "EIPClientSetupFrame10.0.0.1|10.0.0.2", "TrueTrue", "(1).Top 4200"},
       {Route("1" + a + "1") + Route("2" + b + "1"), "EIPClientSetupFrame10.0.0.1|10.0.0.1", "TrueTrue", "(1).Top 4200"},
-      {Route("1" + a + "1") + Route("2" + a + "2") + Route("3" + a + "3") + Route("4" + b + "4"), "EIPClientSetupFrame10.0.0.1|10.0.0.2", "TrueTrue", "(1).Top 4200"},
+      {Route("1" + a + "1") + Route("2" + a + "2") + Route("3" + a + "3") + Route("4" + b + "4"),
+       "EIPClientSetupFrame10.0.0.1|10.0.0.2", "TrueTrue", "(1).Top 4200"},
       {Route("1|Channel B|1|2|Channel A"), "ConversionFrame|", "FalseTrue", "(1).Top 1080"}};
   for (const auto& row : rows) {
     VkRtx user(Df1);
     EXPECT_EQ(user.Use(AsciiAB + row.routes + clients), row.clients);
-    EXPECT_EQ(user.Get("Configuration_VKRTX.EIPClientRoutingChk(1).Visible"), row.clients.ends_with('|') ? "False" : "True");
+    EXPECT_EQ(user.Get("Configuration_VKRTX.EIPClientRoutingChk(1).Visible"),
+              row.clients.ends_with('|') ? "False" : "True");
     user.Use("to ConversionFrame");
     const std::string first = user.Get(panel + "(0).Shown"), top = Split(row.lastTop)[0];
     EXPECT_EQ(first + user.Get(panel + "(1).Shown"), row.panels) << row.clients;
@@ -153,15 +202,22 @@ TEST(ConfigurationVkRtx, AsciiRoutesMakeClientsAndPanels) {
 
 TEST(ConfigurationVkRtx, TakesSlavesOverUpToTheFirstEmptyRow) {
   const std::string box = Refusal("One or more Mapping slots contain invalid entries.");
-  const Case cases[] = {
-      {Modbus, "", "", 0}, {Modbus, "5|10.0.0.5|6|a.b.c.d", "", 2}, {Modbus, "5|10.0.0.5|||6|10.0.0.6", "", 1},
-      {Modbus, "0|0.0.0.0|255|255.255.255.255|0|0.0.0.0", "", 3}, {Modbus, "5|10.0.0.5|6", box, 1}, {Modbus, "|10.0.0.5", box, 0},
-      {Modbus, "5|10.0.0.5|256|10.0.0.6", box, 1}, {Modbus, "-1|10.0.0.5", box, 0}, {Modbus, "5 a|10.0.0.5", box, 0},
-      {Modbus, "5|1.2.3", box, 0}, {Modbus, "5|1.2.3.256", box, 0}};
+  const Case cases[] = {{Modbus, "", "", 0},
+                        {Modbus, "5|10.0.0.5|6|a.b.c.d", "", 2},
+                        {Modbus, "5|10.0.0.5|||6|10.0.0.6", "", 1},
+                        {Modbus, "0|0.0.0.0|255|255.255.255.255|0|0.0.0.0", "", 3},
+                        {Modbus, "5|10.0.0.5|6", box, 1},
+                        {Modbus, "|10.0.0.5", box, 0},
+                        {Modbus, "5|10.0.0.5|256|10.0.0.6", box, 1},
+                        {Modbus, "-1|10.0.0.5", box, 0},
+                        {Modbus, "5 a|10.0.0.5", box, 0},
+                        {Modbus, "5|1.2.3", box, 0},
+                        {Modbus, "5|1.2.3.256", box, 0}};
   for (const Case& c : cases) {
     const bool valid = c.expected.empty();
     VkRtx user(Modbus);
-    EXPECT_EQ(user.Use(Nodes + Slaves(c.acts) + "click NextCmd\npage"), c.expected + (valid ? "AbModMappingFrame" : "NodeIpFrame"));
+    EXPECT_EQ(user.Use(Nodes + Slaves(c.acts) + "click NextCmd\npage"),
+              c.expected + (valid ? "AbModMappingFrame" : "NodeIpFrame"));
     EXPECT_EQ(user.app.globals.NodeIpCount, c.number) << c.acts;
     // A master passes the page, but not its rows.
     user.Use((valid ? "click BackCmd\n" : "") + ("click BackCmd\nclick BackCmd\n" + Master) + "to EthProtoFrame");
@@ -171,17 +227,24 @@ TEST(ConfigurationVkRtx, TakesSlavesOverUpToTheFirstEmptyRow) {
 }
 
 TEST(ConfigurationVkRtx, MapsAreShownAndReadBack) {
-  const struct { std::string entries, row, readBack; } rows[] = {
+  const struct {
+    std::string entries, row, readBack;
+  } rows[] = {
       {"1|Typed R/W|7|0|4X|1|20|Integer|5|10", "1|5 - 10|40001|7:0|Int|20|TypedRW", "5|4X|1|7|Typed R/W|Integer"},
-      {"1|Prot Typed R/W|7|0|0X|1|20|Binary|5|10", "1|5 - 10|1|7:0|Bin|20|ProtTypedRW", "5|0X|1|7|Prot Typed R/W|Binary"},
-      {"1|Word Range R/W|8|0|3X|0|20|Floating Pt|-1|300", "1|-1 - 300|30000|8:0|Float|20|WordRangeRW", "-1|3X|0|8|Word Range R/W|Floating Pt"},
+      {"1|Prot Typed R/W|7|0|0X|1|20|Binary|5|10", "1|5 - 10|1|7:0|Bin|20|ProtTypedRW",
+       "5|0X|1|7|Prot Typed R/W|Binary"},
+      {"1|Word Range R/W|8|0|3X|0|20|Floating Pt|-1|300", "1|-1 - 300|30000|8:0|Float|20|WordRangeRW",
+       "-1|3X|0|8|Word Range R/W|Floating Pt"},
       {"1|Typed R/W|7|0|4X|10000|20|Integer|5|10", "1|5 - 10|50000|7:0|Int|20|TypedRW", "5||0|7|Typed R/W|Integer"},
-      {"1|Typed R/W|7|-3|1X|9999|32767|Integer|5|10", "1|5 - 10|19999|7:-3|Int|32767|TypedRW", "5|1X|9999|7|Typed R/W|Integer"}};
+      {"1|Typed R/W|7|-3|1X|9999|32767|Integer|5|10", "1|5 - 10|19999|7:-3|Int|32767|TypedRW",
+       "5|1X|9999|7|Typed R/W|Integer"}};
   for (const auto& row : rows) {
     VkRtx user(Modbus);
     user.Use(Maps + Map(row.entries) + "click EditMapCmd");
     EXPECT_EQ(user.Row(MapCells, 1), row.row);
-    EXPECT_EQ(user.Use("see ABModMapping.LowAddrLst ABModMapping.ModRefLst ABModMapping.ModStartTxt ABModMapping.ABFileTxt ABModMapping.ABFncLst ABModMapping.DataTypeLst"), row.readBack);
+    EXPECT_EQ(user.Use("see ABModMapping.LowAddrLst ABModMapping.ModRefLst ABModMapping.ModStartTxt "
+                       "ABModMapping.ABFileTxt ABModMapping.ABFncLst ABModMapping.DataTypeLst"),
+              row.readBack);
   }
 }
 
@@ -189,16 +252,19 @@ TEST(ConfigurationVkRtx, AMapThatFailsLeavesWhatIsDone) {
   VkRtx user(Modbus);
   const auto lows = [&] {  // of rows and records
     std::string text;
-    for (int i = 1; i <= 4; ++i) text += user.Row(MapCells, i).substr(2, 1) + "," + Str(user.Record(i).LowAddress) + " ";
+    for (int i = 1; i <= 4; ++i)
+      text += user.Row(MapCells, i).substr(2, 1) + "," + Str(user.Record(i).LowAddress) + " ";
     return text + Str(user.app.globals.AbModMapCount);
   };
   const std::string fields = "|Typed R/W|7|0|4X|1|1|Binary|";
   user.Use(Maps + Map("1" + fields + "1|9") + Map("2" + fields + "2|9") + Map("1|Typed R/W|x|0|4X|1|1|Binary|9|9"));
   EXPECT_EQ(lows(), "1,9 1,1 2,2 |,0 2");
-  for (const char* act : {"click NextCmd", "click CancelCmd", "click ClrMapTableCmd"}) EXPECT_EQ(user.Use(act).substr(0, 6), "error ") << act;  // behind the editor
+  for (const char* act : {"click NextCmd", "click CancelCmd", "click ClrMapTableCmd"})
+    EXPECT_EQ(user.Use(act).substr(0, 6), "error ") << act;              // behind the editor
   user.Use("type ABModMapping.ABFileTxt 7\nclick ABModMapping.MapCmd");  // opens one more gap
   EXPECT_EQ(lows(), "9,9 1,9 1,1 2,0 3");
-  user.Use("click EditMapCmd\ntype ABModMapping.LowAddrLst 5\ntype ABModMapping.ABFileTxt x\nclick ABModMapping.MapCmd");
+  user.Use(
+      "click EditMapCmd\ntype ABModMapping.LowAddrLst 5\ntype ABModMapping.ABFileTxt x\nclick ABModMapping.MapCmd");
   EXPECT_EQ(lows(), "9,5 1,9 1,1 2,0 3");
   user.Use("click ABModMapping.CancelCmd\nclick ClrMapTableCmd");
   EXPECT_EQ(lows(), "|,0 |,0 |,0 |,0 0");
@@ -212,28 +278,42 @@ TEST(ConfigurationVkRtx, SendsItsChoicesInBlocksAndReadsThemBack) {
   for (int i = 1; i <= 10; ++i) slaves += Str(i) + "|10.0.1." + Str(i) + "|";
   for (int i = 1; i <= 19; ++i) maps += Map(Str(i) + "|Typed R/W|" + Str(i) + "|500|3X|50|1|Binary|" + Str(i) + "|9");
   const Case cases[] = {
-      {Df1, "to SerComFrame\nselect SerBaudLst(0) 115200\nselect SerDataLst(0) 7\nselect SerStopLst(0) 2\nselect SerParityLst(0) Even\nselect SerHandLst Yes\n" + Dhcp, "01 00 C2 01 07 02 00 01 00 00 00", 1},
+      {Df1,
+       "to SerComFrame\nselect SerBaudLst(0) 115200\nselect SerDataLst(0) 7\nselect SerStopLst(0) 2\nselect "
+       "SerParityLst(0) Even\nselect SerHandLst Yes\n" +
+           Dhcp,
+       "01 00 C2 01 07 02 00 01 00 00 00", 1},
       {Df1, Dhcp, "00 80 25 00 08 01 02 00 00 00 00", 2},
-      {Df1, "to SerComFrame\nselect EnableCHBLst True\nselect SerBaudLst(1) 2400\nselect SerParityLst(1) Odd\n" + AsciiAB, "01 60 09 00 08 01 01 00 00 00 03", 2},
+      {Df1,
+       "to SerComFrame\nselect EnableCHBLst True\nselect SerBaudLst(1) 2400\nselect SerParityLst(1) Odd\n" + AsciiAB,
+       "01 60 09 00 08 01 01 00 00 00 03", 2},
       {Df1, Ip, "05 01 A8 C0 00 FF FF FF 00 00 00 00 00 00 1E 00 00 00 00 00 04", 3},
-      {Df1, Ip + "type EthGateTxt 10.0.0.1\ntype SocketTimeOutTxt 255\nselect EthSpeedLst 100 Mbps\n" + Dhcp, "00 00 00 00 00 00 00 00 01 00 00 0A 64 01 FF 00 00 00 00 00 04", 3},
+      {Df1, Ip + "type EthGateTxt 10.0.0.1\ntype SocketTimeOutTxt 255\nselect EthSpeedLst 100 Mbps\n" + Dhcp,
+       "00 00 00 00 00 00 00 00 01 00 00 0A 64 01 FF 00 00 00 00 00 04", 3},
       {Df1, Dhcp + "to SerProtoFrame(0)\nselect Df1ErrorLst(0) CRC", "02", 4},
       {Modbus, Dhcp, "01 01 B8 0B", 4},
       {Modbus, Dhcp + Master + "select ModbusProtocolLst(0) ASCII\ntype ModbusTimeoutTxt(0) 500", "02 00 F4 01", 4},
       {Df1, ChannelB + "to SerProtoFrame(1)\nselect Df1ErrorLst(1) CRC", "02", 5},
       {Df1, Dhcp, "", 10},
-      {Df1, AsciiAB + Route("1|Channel A|40|41|Channel A") + Route("2|Channel B|50|51|Channel A") + ToConversion + "300\ntype ASCIIPcccWordTxt(0) 10\nselect ASCIIPcccTypeLst(0) Integer\n"
-       "select ASCIIPcccFncLst(0) Protected Typed Logical Write\ntype ASCIIPcccFileTxt(1) 7", "28 01 2C 00 0A 00 01 00 00 00 00 00 00 00 00 00 32 00 07 00 00 03 00 00 00 00 00 00 00 00 00 00", 10},
+      {Df1,
+       AsciiAB + Route("1|Channel A|40|41|Channel A") + Route("2|Channel B|50|51|Channel A") + ToConversion +
+           "300\ntype ASCIIPcccWordTxt(0) 10\nselect ASCIIPcccTypeLst(0) Integer\n"
+           "select ASCIIPcccFncLst(0) Protected Typed Logical Write\ntype ASCIIPcccFileTxt(1) 7",
+       "28 01 2C 00 0A 00 01 00 00 00 00 00 00 00 00 00 32 00 07 00 00 03 00 00 00 00 00 00 00 00 00 00", 10},
       {Modbus, Nodes + Slaves("5|10.0.0.9|6|a.b.c.1"), "02 09 00 00 0A AE 08 01 00 00 00 AE 08", 20},
       {Modbus, Nodes + Slaves("5|10.0.0.9"), "01 05 09 00 00 0A", 24},
-      {Modbus, Maps + Map("1|Word Range R/W|300|2|3X|0|-2|Floating Pt|1|10"), "01 01 0A 03 FF FF 2C 01 02 00 02 FE FF 03", 30},
+      {Modbus, Maps + Map("1|Word Range R/W|300|2|3X|0|-2|Floating Pt|1|10"),
+       "01 01 0A 03 FF FF 2C 01 02 00 02 FE FF 03", 30},
       {Df1, client + ToClients + "3", "01 00 00 0A 01 03", 50},
       {Df1, Dhcp, "00 27 10", 100},
       {Df1, client + "type MsgTimeOutTxt 32767", "01 7F FF 03 FF 28 29 05 00 0A 00 00 01", 100},
       {Df1, Routes + Route("1|Channel A|x|255|Ethernet|10.0.0.1"), "01 27 10 00 FF 00 FF 04 00 0A 00 00 01", 100},
       {Df1, seven, "00 00 00 04 00 07 09 00 FF 00 00 00 00", 101},
       {Df1, routes, "00 00 00 00 FF 13 FF 04 00 0A 00 00 13 00 FF 14 FF 04 00 0A 00 00 14", 103},
-      {Modbus, Nodes + Slaves(slaves) + maps, "00 11 09 03 31 00 11 00 F4 01 01 01 00 01 12 09 03 31 00 12 00 F4 01 01 01 00 01 13 09 03 31 00 13 00 F4 01 01 01 00 01", 34}};
+      {Modbus, Nodes + Slaves(slaves) + maps,
+       "00 11 09 03 31 00 11 00 F4 01 01 01 00 01 12 09 03 31 00 12 00 F4 01 01 01 00 01 13 09 03 31 00 13 00 F4 01 01 "
+       "01 00 01",
+       34}};
   for (const Case& c : cases) {
     GatewayDevice device(c.model);
     TemporaryFile file("gateway.cfg");
@@ -250,17 +330,30 @@ TEST(ConfigurationVkRtx, SendsItsChoicesInBlocksAndReadsThemBack) {
 }
 
 TEST(ConfigurationVkRtx, ShowsWhatADeviceSays) {
-  const struct { const char* model; int block; std::string data, look, words; } rows[] = {
-      {Df1, 5, "00", "SerBaudLst(0) SerDataLst(1) EnableCHBLst SerProtoLst(1) RouteSrcPortLbl(3) EIPClientSlotTxt(0) ASCIIPcccTypeLst(1)", "19200|7|True|ASCII|Channel B|2|Integer"},
-      {Df1, 1, "00 01 02 03 09 03 07 05 00 00 07", "SerBaudLst(0) SerDataLst(0) SerParityLst(0) SerHandLst", "9600|8|None|Yes"},
-      {Df1, 3, "05 01 A8 C0 00 00 00 00 00 00 00 00 02 07 FF 00 00 00 00 00 09", "EthDHCPLst EthSpeedLst EthIPTxt", "Enabled|Auto Detect|192.168.1.5"},
-      {Df1, 4, "03", "Df1ModeLst(0) Df1ErrorLst(0)", "|CRC"},
-      {Df1, 50, "32 01 A8 C0 00 05", "EIPClientIpAddrValLbl(0) EIPClientSlotTxt(0)", "192.168.1.50|0"},
-      {Df1, 100, "FF 27 10 00 FF 01 02 00 FE 01 02 03 04", "RouteDestinationPortLbl(1) RouteIPAddressLbl(1) RouteSlotLbl(20)", "Channel B||20"},
-      {Df1, 100, "01 27 10 00 07 01 02 00 09 01 02 03 04", "RouteSrcPortLbl(1) RouteDstLowLbl(1) RouteDestinationPortLbl(1)", "|1|"},
-      {Modbus, 24, "FF 05 01 02 03 04", "NodeIpIpAddrTxt(1) NodeIpNodeTxt(10)", "4.3.2.1|0"},
-      {Modbus, 30, "FF 01 0A 03 FF FF 07 00 00 00 01 14 00 01", "AbModMapModStartLbl(1) AbModMapSlotLbl(20)", "30000|20"},
-      {Modbus, 30, "02 01 0A 04 00 00 07 00 00 00 01 14 00 03 01 0A 02 00 00 07 00 00 00 07 14 00 02", "AbModMapModStartLbl(2) AbModMapAbFncLbl(2) AbModMapDataTypeLbl(2)", "40001|TypedRW|Float"}};
+  const struct {
+    const char* model;
+    int block;
+    std::string data, look, words;
+  } rows[] = {{Df1, 5, "00",
+               "SerBaudLst(0) SerDataLst(1) EnableCHBLst SerProtoLst(1) RouteSrcPortLbl(3) EIPClientSlotTxt(0) "
+               "ASCIIPcccTypeLst(1)",
+               "19200|7|True|ASCII|Channel B|2|Integer"},
+              {Modbus, 2, "01 80 25 00 08 01 02 00 00 00 03", "EnableCHBLst", "False"},
+              {Df1, 1, "00 01 02 03 09 03 07 05 00 00 07", "SerBaudLst(0) SerDataLst(0) SerParityLst(0) SerHandLst",
+               "9600|8|None|Yes"},
+              {Df1, 3, "05 01 A8 C0 00 00 00 00 00 00 00 00 02 07 FF 00 00 00 00 00 09",
+               "EthDHCPLst EthSpeedLst EthIPTxt", "Enabled|Auto Detect|192.168.1.5"},
+              {Df1, 4, "03", "Df1ModeLst(0) Df1ErrorLst(0)", "|CRC"},
+              {Df1, 50, "32 01 A8 C0 00 05", "EIPClientIpAddrValLbl(0) EIPClientSlotTxt(0)", "192.168.1.50|0"},
+              {Df1, 100, "FF 27 10 00 FF 01 02 00 FE 01 02 03 04",
+               "RouteDestinationPortLbl(1) RouteIPAddressLbl(1) RouteSlotLbl(20)", "Channel B||20"},
+              {Df1, 100, "01 27 10 00 07 01 02 00 09 01 02 03 04",
+               "RouteSrcPortLbl(1) RouteDstLowLbl(1) RouteDestinationPortLbl(1)", "|1|"},
+              {Modbus, 24, "FF 05 01 02 03 04", "NodeIpIpAddrTxt(1) NodeIpNodeTxt(10)", "4.3.2.1|0"},
+              {Modbus, 30, "FF 01 0A 03 FF FF 07 00 00 00 01 14 00 01", "AbModMapModStartLbl(1) AbModMapSlotLbl(20)",
+               "30000|20"},
+              {Modbus, 30, "02 01 0A 04 00 00 07 00 00 00 01 14 00 03 01 0A 02 00 00 07 00 00 00 07 14 00 02",
+               "AbModMapModStartLbl(2) AbModMapAbFncLbl(2) AbModMapDataTypeLbl(2)", "40001|TypedRW|Float"}};
   for (const auto& row : rows) {
     GatewayDevice device(row.model);
     device.Teach(row.block, FromHex(row.data));
@@ -280,25 +373,31 @@ TEST(ConfigurationVkRtx, AHangUpInAnyBlockLeavesPagesAndDevice) {
       EXPECT_EQ(writer.Use(Dhcp + "finish DownOpt\npage"), "reminder\ntime-out\nApplyFrame") << block;
       EXPECT_FALSE(reader.driver.written.ends_with(EndOfExchange) || writer.driver.written.ends_with(EndOfExchange));
       EXPECT_EQ(deaf.gateway.BlocksInForce(), sim::FindGatewayKind(model)->factoryBlocks);
-      EXPECT_EQ(ToHex(writer.driver.written.substr(0, 20)), "A5 CE 11 FA 00 01 00 0B 01 80 25 00 08 01 02 00 00 00 " + std::string(model == Df1 ? "00 49" : "01 48"));
+      EXPECT_EQ(ToHex(writer.driver.written.substr(0, 20)), "A5 CE 11 FA 00 01 00 0B 01 80 25 00 08 01 02 00 00 00 " +
+                                                                std::string(model == Df1 ? "00 49" : "01 48"));
     }
   }
 }
 
 TEST(ConfigurationVkRtx, FinishRefusesWhatHasNoBytes) {
-  const std::string client = AsciiA + Route("1|Channel A|1|1|Ethernet|1.1.1.1"), full = "Allen-Bradley/Modbus Mapping, Mapping Table";
+  const std::string client = AsciiA + Route("1|Channel A|1|1|Ethernet|1.1.1.1"),
+                    full = "Allen-Bradley/Modbus Mapping, Mapping Table";
   std::string twenty = Maps;
   for (int i = 1; i <= 20; ++i) twenty += Map(Str(i) + "|Typed R/W|7|0|4X|1|1|Integer|1|2");
   const Case cases[] = {
       {Df1, Dhcp + "type SocketTimeOutTxt 300", "Ethernet Communication Settings, Socket Timeout"},
-      {Df1, "to EthComFrame\ntype EthGateTxt 1.2.3\n" + Dhcp, "Ethernet Communication Settings, Default Gateway (shown with DHCP Disabled)"},
+      {Df1, "to EthComFrame\ntype EthGateTxt 1.2.3\n" + Dhcp,
+       "Ethernet Communication Settings, Default Gateway (shown with DHCP Disabled)"},
       {Df1, Routes + Route("1|Channel A|1|256|Channel A"), "Routing Table Setup, slot 1, High"},
       {Df1, Routes + Route("1|Channel A|-1|2|Channel A"), "Routing Table Setup, slot 1, Low"},
       {Df1, Routes + Route("1|Channel A|1|2|Ethernet|1.2.3.999"), "Routing Table Setup, slot 1, IP Address"},
       {Df1, Routes + "type MsgTimeOutTxt 40000", "Routing Table Setup, Message Timeout"},
-      {Df1, client + ToClients + "x", "Ethernet/IP Client Setup, Controller Slot Number (shown with Routing Required)"},
-      {Df1, client + ToConversion + "70000", "Protocol Conversion Settings - Channel A, File Number"},
-      {Modbus, Dhcp + Master + "type ModbusTimeoutTxt(0) x", "Serial Protocol Settings, Request Timeout (shown with Modbus Mode Master)"},
+      {Df1, client + ToClients + "x",
+       "Ethernet/IP Client Setup, client 1, Controller Slot Number (shown with Routing Required)"},
+      {Df1, client + ToConversion + "70000",
+       "Protocol Conversion Settings - Channel A, File Number (shown with an ASCII route from the channel)"},
+      {Modbus, Dhcp + Master + "type ModbusTimeoutTxt(0) x",
+       "Serial Protocol Settings, Request Timeout (shown with Modbus Mode Master)"},
       {Modbus, Maps + Map("1|Typed R/W|7|0|4X|1|1|Binary|300|1"), "Allen-Bradley/Modbus Mapping, slot 1, Low Address"},
       {Modbus, twenty, full}};
   for (const Case& c : cases) {
@@ -322,9 +421,11 @@ TEST(ConfigurationVkRtx, FinishRefusesWhatHasNoBytes) {
 TEST(ConfigurationVkRtx, SavesAndOpensItsFile) {
   const std::string ethernet = "\"192.168.1.5\"\n\"255.255.255.0\"\n\"\"\n0\n0\n30\n4\n";
   const std::string modbus = "\"VK-RTX\"\n\"AB Ethernet, Modbus\"\n9600\n8\n1\n2\n0\n1\n1\n1\n3000\n" + ethernet;
-  const std::string df1 = "\"VK-RTX\"\n\"AB Ethernet, ASCII, DF1\"\n9600\n8\n1\n2\n0\n3\n0\n9600\n8\n1\n2\n0\n0\n0\n0\n" + ethernet;
+  const std::string df1 =
+      "\"VK-RTX\"\n\"AB Ethernet, ASCII, DF1\"\n9600\n8\n1\n2\n0\n3\n0\n9600\n8\n1\n2\n0\n0\n0\n0\n" + ethernet;
   const Case files[] = {
-      {Modbus, Ip + "to NodeIpFrame\n" + Slaves("3|192.168.1.20") + ToMaps + Map("1|Typed R/W|7|0|4X|1|5|Integer|1|10"), modbus + "1\n1,10,4,0,7,0,1,5,0\n1\n3,\"192.168.1.20\"\n"},
+      {Modbus, Ip + "to NodeIpFrame\n" + Slaves("3|192.168.1.20") + ToMaps + Map("1|Typed R/W|7|0|4X|1|5|Integer|1|10"),
+       modbus + "1\n1,10,4,0,7,0,1,5,0\n1\n3,\"192.168.1.20\"\n"},
       {Modbus, Ip, modbus + "0\n0\n"},
       {Df1, Ip + A + Route("1|Channel A|40|41|Ethernet|10.0.0.1") + ToClients + "2\n" + ToConversion + "300",
        df1 + "\"10.0.0.1\",1,2\n\"\",0,0\n1\n10000\n3,255,40,41,5,0,\"10.0.0.1\"\n40\n300\n0\n3\n0\n0\n0\n0\n3\n0\n"}};
@@ -335,11 +436,17 @@ TEST(ConfigurationVkRtx, SavesAndOpensItsFile) {
     EXPECT_EQ(file.Content(), Lines(c.expected));
     EXPECT_EQ(user.Use("again\nopen " + file.Path() + "\npage"), "SerComFrame");
   }
-  const Case refused[] = {
-      {Df1, files[0].expected, "not for it\n"}, {Modbus, files[2].expected, "not for it\n"}, {Modbus, "", "not for it\n"},
-      {Modbus, modbus, "broken\n"}, {Modbus, modbus + "21\n", "broken\n"}, {Modbus, modbus + "0\n11\n", "broken\n"},
-      {Modbus, modbus + "32768\n", "broken\n"}, {Modbus, modbus + "0\n1\n3,20\n", "broken\n"},
-      {Df1, df1 + "\"\",0,0\n\"\",0,0\n21\n", "broken\n"}, {Df1, df1 + "\"\",x,0\n", "broken\n"}};
+  const Case refused[] = {{Df1, files[0].expected, "not for it\n"},
+                          {Modbus, files[2].expected, "not for it\n"},
+                          {Modbus, "", "not for it\n"},
+                          {Modbus, modbus, "broken\n"},
+                          {Modbus, modbus + "21\n", "broken\n"},
+                          {Modbus, modbus + "0\n11\n", "broken\n"},
+                          {Modbus, modbus + "32768\n", "broken\n"},
+                          {Modbus, modbus + "-1\n0\n", "broken\n"},
+                          {Modbus, modbus + "0\n1\n3,20\n", "broken\n"},
+                          {Df1, df1 + "\"\",0,0\n\"\",0,0\n21\n", "broken\n"},
+                          {Df1, df1 + "\"\",x,0\n", "broken\n"}};
   for (const Case& c : refused) {
     TemporaryFile file("gateway.cfg");
     file.Fill(Lines(c.acts));
@@ -349,6 +456,5 @@ TEST(ConfigurationVkRtx, SavesAndOpensItsFile) {
   }
 }
 
-// clang-format on
 }  // namespace
 }  // namespace vk32
