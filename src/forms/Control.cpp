@@ -81,6 +81,7 @@ void Control::MouseMove() {
 
 void PutInTabOrder(const std::vector<Control*>& controls) {
   std::vector<int> places;
+  places.reserve(controls.size());
   for (const Control* control : controls) places.push_back(control->TabIndex);
   std::sort(places.begin(), places.end());
   for (std::size_t i = 0; i < controls.size(); ++i) controls[i]->TabIndex = places[i];

@@ -105,15 +105,16 @@ void AsciiPages::ArrangeConversionPage() {
 void AsciiPages::CollectTextFields() {
   Parameters& parameters = app_.globals;
   for (int i = 0; i < Clients; ++i) {
-    const std::string page = std::string(ConversionPageTitle) + OfChannel(i);
+    const std::string client = std::string(ClientPageTitle) + ", client " + Str(i + 1);
+    const std::string panel = std::string(ConversionPageTitle) + OfChannel(i);
     parameters.EIPClients[i].IPAddress = EIPClientIpAddrValLbl[i].Caption;
-    parameters.EIPClients[i].Slot = TextNumber(EIPClientSlotTxt[i].Text, CDbl,
-                                               std::string(ClientPageTitle) + ", client " + Str(i + 1) +
-                                                   ", Controller Slot Number (shown with Routing Required)",
-                                               EnterByte);
-    const std::string shown = " (shown with an ASCII route from the channel)";
-    parameters.ConvFile[i] = TextNumber(ASCIIPcccFileTxt[i].Text, Val, page + ", File Number" + shown, EnterWord);
-    parameters.ConvElement[i] = TextNumber(ASCIIPcccWordTxt[i].Text, Val, page + ", Element Number" + shown, EnterWord);
+    parameters.EIPClients[i].Slot = TextNumber(
+        EIPClientSlotTxt[i].Text, CDbl, client + ", Controller Slot Number (shown with Routing Required)", EnterByte);
+    parameters.ConvFile[i] = TextNumber(
+        ASCIIPcccFileTxt[i].Text, Val, panel + ", File Number (shown with an ASCII route from the channel)", EnterWord);
+    parameters.ConvElement[i] =
+        TextNumber(ASCIIPcccWordTxt[i].Text, Val,
+                   panel + ", Element Number (shown with an ASCII route from the channel)", EnterWord);
   }
 }
 

@@ -117,8 +117,8 @@ void RoutingPage::ReadDestination(RouteRecord& route, const std::string& port) {
   } else if (port == EthernetText) {
     route.DestPort = EthernetPort;
     // A channel that speaks ASCII reaches the Ethernet port as an EtherNet/IP client.
-    const bool isClient = StartsOnAsciiChannel(route);
-    route.DestProtocol = isClient ? EthernetIPProtocol : parameters.EthernetProtocol;
+    route.DestProtocol = parameters.EthernetProtocol;
+    if (StartsOnAsciiChannel(route)) route.DestProtocol = EthernetIPProtocol;
   }
 }
 
