@@ -271,5 +271,38 @@ TEST_F(EndToEnd, ExitStatuses) {
   }
 }
 
+/// The example, with its files in a folder of the test.
+std::string Example(const std::string& name, const std::string& folder) {
+  std::ifstream file(VK32_EXAMPLES "/" + name + ".vks");
+  std::string commands;
+  for (std::string line; std::getline(file, line);) {
+    commands += line.starts_with("file ") ? "file " + folder + "/" + line.substr(5) : line;
+    commands += '\n';
+  }
+  return commands;
+}
+
+TEST(Examples, DoTheMainJobOfEveryProduct) {
+  const struct {
+    const char *example, *gateway, *port;
+  } rows[] = {
+      {"rb2000", "RB2000", "COM32"}, {"rb3000", "RB3000", "COM31"},         {"vk5300", "VK5300", "COM30"},
+      {"rbcard", "RBCard", "COM28"}, {"vk-rtx-df1", "VK-RTX-DF1", "COM29"}, {"vk-rtx-modbus", "VK-RTX-Modbus", "COM27"},
+  };
+  for (const auto& row : rows) {
+    const TemporaryFile file("marker");
+    const std::string folder = std::filesystem::path(file.Path()).parent_path();
+    Process sim("vk32-sim", {row.gateway, "--port", row.port}, folder);
+    sim.Line();
+    Process script("vk32-script", {}, folder);
+    script.Send(Example(row.example, folder));
+    script.CloseInput();
+    const std::string printed = script.Rest();
+    EXPECT_EQ(script.Wait(), 0) << row.example << "\n" << printed;
+    EXPECT_NE(printed.find("box information \"Success!\""), std::string::npos) << row.example;
+    EXPECT_TRUE(std::filesystem::exists(folder + "/" + row.example + ".cfg"));
+  }
+}
+
 }  // namespace
 }  // namespace vk32
