@@ -136,16 +136,17 @@ void Firmware::Form_Close() {
 
 bool Firmware::InstallFirmware(const std::string& path) {
   const std::int32_t port = app_.globals.ComPortNumber;
+  const std::string settings = LinkSettings(app_.globals);  // another product may be chosen during the waits
   CancelAnswer = AnswerNo;
   Progress.Value = 0;
   Progress.Max = FullBar;
-  app_.comm.CommSet(port, LinkSettings(app_.globals));
+  app_.comm.CommSet(port, settings);
   bool installed = false;
   const auto cancelled = [&] { return CancelAnswer == AnswerYes; };
   if (EraseAndWaitUntilReady() && StreamFile(app_, path, PieceLength, Progress, checkedLength_, cancelled)) {
     SetTimeOut(*this, BurnLimit);
     installed = WaitForAck(app_, *this) != FlagTrue;
-    app_.comm.CommSetNOXON(port, LinkSettings(app_.globals));
+    app_.comm.CommSetNOXON(port, settings);
   }
   Send(app_, EndOfExchange);
   app_.comm.CommClose(port);

@@ -19,15 +19,18 @@ OfflineMngr::OfflineMngr(App& app) : Form(app.forms, FormName, "Offline Manager"
 
 void OfflineMngr::Form_Load() {
   ShowProgress(false);
+  port_ = app_.globals.ComPortNumber;
   OpenLink(app_);
-  app_.comm.CommSet(app_.globals.ComPortNumber, LinkSettings(app_.globals));
-  app_.comm.CommFlush(app_.globals.ComPortNumber);
+  app_.comm.CommSet(port_, LinkSettings(app_.globals));
+  app_.comm.CommFlush(port_);
   Send(app_, RecoveryNewline);
 }
 
 void OfflineMngr::tmrTime_Timer() {
+  // A terminal that was closed inside of another form's wait must not take its bytes.
+  if (!IsLoaded()) return;
   Bytes data;
-  app_.comm.CommRead(app_.globals.ComPortNumber, data, PollLength);
+  app_.comm.CommRead(port_, data, PollLength);
   if (!data.empty()) TermShowData(Term, data);
 }
 
@@ -120,12 +123,13 @@ void OfflineMngr::SendFirmwareAsText() {
   AskForFile();
   ShowProgress(true);
   const std::string& path = OfflineDialog.FileName;
-  if (!path.empty() && !StreamFile(app_, path, pieceLength, Progress)) TellUnreadable();
+  const auto closed = [this] { return !IsLoaded(); };
+  if (!path.empty() && !StreamFile(app_, path, pieceLength, Progress, 0, closed)) TellUnreadable();
   ShowProgress(false);
 }
 
 void OfflineMngr::CloseCmd_Click() {
-  app_.comm.CommClose(app_.globals.ComPortNumber);
+  app_.comm.CommClose(port_);
   UnloadMe();
 }
 

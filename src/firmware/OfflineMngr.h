@@ -37,7 +37,8 @@ class OfflineMngr : public Form, public XmodemProgress {
   void ShowProgress(bool visible);
 
   App& app_;
-  bool sending_ = false;  // a file is on its way
+  std::int32_t port_ = 0;  // that it has opened; another may be chosen meanwhile
+  bool sending_ = false;   // a file is on its way
 
  public:
   // clang-format off

@@ -63,7 +63,7 @@ std::uint8_t Xmodem::XmodemReadByte(int limit) {
   Bytes byte;
   const auto over = [&] { return !byte.empty() || XmodemTimedOut || form_.OfflineFormGone(); };
   while (!over()) PollPort(app_, byte, 1, over);
-  return XmodemTimedOut || byte.empty() ? NoAnswer : CByte(Asc(byte, 1));
+  return XmodemTimedOut || byte.empty() || form_.OfflineFormGone() ? NoAnswer : CByte(Asc(byte, 1));
 }
 
 bool Xmodem::XmodemSendEot() {
