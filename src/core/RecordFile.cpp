@@ -36,6 +36,10 @@ RecordFile RecordFile::ForWriting(const std::string& path) {
   return file;
 }
 
+bool RecordFile::CanHold(std::string_view text) {
+  return text.size() <= LongestField && text.find_first_of("\"\r\n") == std::string_view::npos;
+}
+
 void RecordFile::Text(std::string& value) {
   if (!output_) {
     value = ReadText();

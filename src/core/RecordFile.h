@@ -21,8 +21,8 @@ class RecordFile {
   static RecordFile ForWriting(const std::string& path);
 
   bool Reads() const { return input_ != nullptr; }
-  /// A text that has a form in the file: no quote and no end of line.
-  static bool CanHold(std::string_view text) { return text.find_first_of("\"\r\n") == std::string_view::npos; }
+  /// A text that has a form in the file: no quote, no end of line, and no more than a file's longest field.
+  static bool CanHold(std::string_view text);
 
   // One field each. Writing takes the value, reading sets it.
   void Text(std::string& value);

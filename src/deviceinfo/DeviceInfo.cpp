@@ -78,10 +78,9 @@ void DeviceInfo::Form_Load() {
   } else if (product == "VK5300") {
     read = ReadVK5300();
   }
-  if (!read) {
-    TellTimeOut(app_);
-    app_.globals.CommFailed = FlagTrue;
-  }
+  const bool wanted = app_.globals.CurrentProduct == product;
+  if (!read && wanted) TellTimeOut(app_);
+  if (!read || !wanted) app_.globals.CommFailed = FlagTrue;
   app_.comm.CommClose(port);
 }
 

@@ -55,29 +55,19 @@ void ProductMenu::COMCbo_Click() {
   app_.globals.ComPortText = COMCbo.Text;
 }
 
-bool ProductMenu::HasTool(std::string_view form, std::string_view tool) {
-  if (app_.forms.IsRegistered(form)) return true;
-  app_.forms.MsgBox(
-      std::string(tool) + " for the " + app_.globals.CurrentProduct + " is not part of this version of VK32 yet.",
-      MessageIcon::Information);
-  return false;
-}
-
-void ProductMenu::ConfigureCmd_Click() {
-  const std::string_view wizard = FindProduct(app_.globals.CurrentProduct).wizard;
-  if (HasTool(wizard, "The configuration")) app_.forms.Show(wizard);
-}
+void ProductMenu::ConfigureCmd_Click() { app_.forms.Show(FindProduct(app_.globals.CurrentProduct).wizard); }
 
 void ProductMenu::UpgradeCmd_Click() {
-  if (!HasTool("Firmware", "The firmware upgrade")) return;
   Form& firmware = app_.forms.Show("Firmware");
   firmware.Get<ImageButton>("NextCmd").Picture = RaisedNext;
 }
 
 void ProductMenu::DeviceInfoCmd_Click() {
-  if (!HasTool("DeviceInfo", "The device information")) return;
   // It is there already, or still waits for its device.
-  if (app_.forms.Find("DeviceInfo")) return;
+  if (Form* there = app_.forms.Find("DeviceInfo")) {
+    if (there->Visible) there->Visible = true;  // in front of the others
+    return;
+  }
   Form& info = app_.forms.Load("DeviceInfo");
   if (app_.globals.CommFailed != FlagFalse) {
     info.Visible = false;
@@ -87,9 +77,7 @@ void ProductMenu::DeviceInfoCmd_Click() {
   }
 }
 
-void ProductMenu::OfflineCmd_Click() {
-  if (HasTool("OfflineMngr", "The offline manager")) app_.forms.Show("OfflineMngr");
-}
+void ProductMenu::OfflineCmd_Click() { app_.forms.Show("OfflineMngr"); }
 
 void ProductMenu::ReturnCmd_Click() {
   UnloadMe();

@@ -22,7 +22,6 @@ class ProductMenu : public Form {
   void ExitCmd_Click();
 
   /// Tells the user that a tool is not there, if it isn't.
-  bool HasTool(std::string_view form, std::string_view tool);
 
   App& app_;
 

@@ -39,7 +39,7 @@ void EthernetPage::CollectTextFields() {
                                          std::tuple(&EthSubTxt, &EthSubLbl, &parameters_.EthernetSubnet),
                                          std::tuple(&EthGateTxt, &EthGateLbl, &parameters_.EthernetGateway)}) {
     if (!RecordFile::CanHold(box->Text.Value())) {
-      throw DoesNotFit(std::string(EthernetPageTitle) + ", " + label->Words(), "Enter no quotes.");
+      throw DoesNotFit(std::string(EthernetPageTitle) + ", " + label->Words(), "Enter an address, without quotes.");
     }
     *text = box->Text;
   }
