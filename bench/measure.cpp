@@ -95,14 +95,14 @@ void Transfers(Table& table, const std::string& words, std::string_view kind,
   Wizard wizard(buttons, source.Path());
   wizard.Do("click " + form + ".UploadCmd");
   if (wizard.printed.find("Error!") != std::string::npos) throw std::runtime_error(words + ": the upload has failed");
-  table.Row(words + " upload: line time / needed", source.Finish().Ratio(source.ByteTime()), 1.03, "");
+  table.Row(words + ", upload: line time / needed", source.Finish().Ratio(source.ByteTime()), 1.03, "");
 
   PacedLine target(kind);
   wizard.names.Assign("COM1", target.Path());
   while (wizard.app.forms.Find(form)) wizard.Do("click " + form + ".NextCmd");
   const LineUse use = target.Finish();
   if (!target.HasStored()) throw std::runtime_error(words + ": the download has failed");
-  table.Row(words + " download: line time / needed", use.Ratio(target.ByteTime()), 1.03, "");
+  table.Row(words + ", download: line time / needed", use.Ratio(target.ByteTime()), 1.03, "");
 }
 
 void ScriptStart(Table& table) {
@@ -153,8 +153,8 @@ void Desktop(Table& table, const std::string& program) {
 
 bool Measure(const std::string& desktop) {
   Table table;
-  Transfers(table, "RB2000, 9600 bit/s:", "RB2000", {"RB2000Cmd"}, "Configuration_RB2000");
-  Transfers(table, "VK-RTX, 25 blocks, 19200 bit/s:", "VK-RTX-Modbus", {"VKRTXCmd", "ABEthModbusModelCmd"},
+  Transfers(table, "RB2000 at 9600 bit/s", "RB2000", {"RB2000Cmd"}, "Configuration_RB2000");
+  Transfers(table, "VK-RTX (25 blocks) at 19200", "VK-RTX-Modbus", {"VKRTXCmd", "ABEthModbusModelCmd"},
             "Configuration_VKRTX");
   table.Row("firmware stream, unpaced: time / that of cat", StreamAgainstCat(), 1.25, "");
   table.Row("firmware stream at 19200 bit/s: time / the bytes' own", PacedStream(), 1.02, "");
