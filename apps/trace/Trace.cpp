@@ -5,17 +5,16 @@
 #include <stdexcept>
 
 #include "platform/PosixEventLoop.h"
+#include "shell/Subs.h"
 #include "trace/MessageNames.h"
 
 namespace vk32 {
 
 std::string HexText(const Bytes& bytes) {
-  constexpr char digits[] = "0123456789ABCDEF";
   std::string text;
   for (const char c : bytes) {
-    const auto byte = static_cast<unsigned char>(c);
     if (!text.empty()) text += ' ';
-    text += {digits[byte >> 4], digits[byte & 15]};
+    text += ByteToHex(static_cast<std::uint8_t>(c));
   }
   return text;
 }

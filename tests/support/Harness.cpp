@@ -10,6 +10,7 @@
 
 #include "core/Convert.h"
 #include "script/Quoting.h"
+#include "trace/Trace.h"
 
 namespace vk32 {
 
@@ -99,15 +100,6 @@ std::string Lines(std::string text) {
   return text;
 }
 
-std::string ToHex(std::string_view bytes) {
-  constexpr std::string_view digits = "0123456789ABCDEF";
-  std::string text;
-  for (const char c : bytes) {
-    const auto byte = static_cast<unsigned char>(c);
-    if (!text.empty()) text += ' ';
-    text += {digits[byte >> 4], digits[byte & 15]};
-  }
-  return text;
-}
+std::string ToHex(std::string_view bytes) { return HexText(Bytes(bytes)); }
 
 }  // namespace vk32
