@@ -21,6 +21,9 @@ std::string Name(const std::string& page, const std::string& part, const char* f
   return page + ", " + part + ", " + field;
 }
 
+/// "Routing Table Setup, slot 3, Low"
+std::string Slot(const char* page, int row, const char* field) { return Name(page, "slot " + Str(row), field); }
+
 std::string ChannelText(int i) { return i == 0 ? ChannelAText : ChannelBText; }
 
 // The blocks of the ports. Offset, form, variable, name.
@@ -108,102 +111,77 @@ struct TableLayout {
   BlockFields (*recordFields)(Parameters&, int row);
 };
 
+// clang-format off
+
 /// The addresses and their TCP ports. Not read back: the list is made anew from the Slave/IP rows.
 constexpr TableLayout NodeIpPortLayout{
-    20,
-    23,
-    10,
-    1,
-    6,
-    10,
-    Nothing,
-    [](Parameters& p) -> BlockFields {
+    .firstBlock = 20, .lastBlock = 23, .lastRow = 10, .head = 1, .record = 6, .perBlockWritten = 10, .perBlockRead = Nothing,
+    .headFields = [](Parameters& p) -> BlockFields {
       return {{0, Byte, p.NodeIpPortCount, NodeIpPageTitle}};
     },
-    [](Parameters& p, int row) -> BlockFields {
-      const std::string slot = "slot " + Str(row);
+    .recordFields = [](Parameters& p, int row) -> BlockFields {
       return {
-          {0, AddressReversed, &p.NodeIpPorts[row].IPAddress, Name(NodeIpPageTitle, slot, "IP Address")},
-          {4, WordLowFirst, p.NodeIpPorts[row].Port, Name(NodeIpPageTitle, slot, "Port")},
+          {0, AddressReversed, &p.NodeIpPorts[row].IPAddress, Slot(NodeIpPageTitle, row, "IP Address")},
+          {4, WordLowFirst,     p.NodeIpPorts[row].Port,      Slot(NodeIpPageTitle, row, "Port")},
       };
     }};
 
 constexpr TableLayout NodeIpLayout{
-    24,
-    26,
-    10,
-    1,
-    5,
-    12,
-    12,
-    [](Parameters& p) -> BlockFields {
+    .firstBlock = 24, .lastBlock = 26, .lastRow = 10, .head = 1, .record = 5, .perBlockWritten = 12, .perBlockRead = 12,
+    .headFields = [](Parameters& p) -> BlockFields {
       return {{0, Byte, p.NodeIpCount, NodeIpPageTitle}};
     },
-    [](Parameters& p, int row) -> BlockFields {
-      const std::string slot = "slot " + Str(row);
+    .recordFields = [](Parameters& p, int row) -> BlockFields {
       return {
-          {0, Byte, p.NodeIpTable[row].Node, Name(NodeIpPageTitle, slot, "Slave ID")},
-          {1, AddressReversed, &p.NodeIpTable[row].IPAddress, Name(NodeIpPageTitle, slot, "IP Address")},
+          {0, Byte,             p.NodeIpTable[row].Node,      Slot(NodeIpPageTitle, row, "Slave ID")},
+          {1, AddressReversed, &p.NodeIpTable[row].IPAddress, Slot(NodeIpPageTitle, row, "IP Address")},
       };
     }};
 
 /// The device takes all maps in block 30, and gives them back four to a block.
-constexpr TableLayout MapLayout{30,
-                                43,
-                                20,
-                                1,
-                                13,
-                                Everything,
-                                4,
-                                [](Parameters& p) -> BlockFields {
-                                  return {{0, Byte, p.AbModMapCount, MappingPageTitle}};
-                                },
-                                [](Parameters& p, int row) -> BlockFields {
-                                  const auto name = [row](const char* field) {
-                                    return Name(MappingPageTitle, "slot " + Str(row), field);
-                                  };
-                                  AbModMapRecord& map = p.AbModMapTable[row];
-                                  return {
-                                      {0, Byte, map.LowAddress, name("Low Address")},
-                                      {1, Byte, map.HighAddress, name("High Address")},
-                                      {2, Code, map.ModbusReference, name("Modbus Register/Coil Refrence")},
-                                      {3, WordLowFirst, map.ModbusStart, name("Modbus Start Address")},
-                                      {5, WordLowFirst, map.ABFile, name("File")},
-                                      {7, WordLowFirst, map.ABWord, name("Word")},
-                                      {9, Code, map.ABFunction, name("Allen-Bradley Function")},
-                                      {10, WordLowFirst, map.DataPoints, name("Number of Data Points")},
-                                      {12, Code, map.DataType, name("Data Type")},
-                                  };
-                                }};
+constexpr TableLayout MapLayout{
+    .firstBlock = 30, .lastBlock = 43, .lastRow = 20, .head = 1, .record = 13, .perBlockWritten = Everything, .perBlockRead = 4,
+    .headFields = [](Parameters& p) -> BlockFields {
+      return {{0, Byte, p.AbModMapCount, MappingPageTitle}};
+    },
+    .recordFields = [](Parameters& p, int row) -> BlockFields {
+      AbModMapRecord& map = p.AbModMapTable[row];
+      return {
+          { 0, Byte,         map.LowAddress,      Slot(MappingPageTitle, row, "Low Address")},
+          { 1, Byte,         map.HighAddress,     Slot(MappingPageTitle, row, "High Address")},
+          { 2, Code,         map.ModbusReference, Slot(MappingPageTitle, row, "Modbus Register/Coil Refrence")},
+          { 3, WordLowFirst, map.ModbusStart,     Slot(MappingPageTitle, row, "Modbus Start Address")},
+          { 5, WordLowFirst, map.ABFile,          Slot(MappingPageTitle, row, "File")},
+          { 7, WordLowFirst, map.ABWord,          Slot(MappingPageTitle, row, "Word")},
+          { 9, Code,         map.ABFunction,      Slot(MappingPageTitle, row, "Allen-Bradley Function")},
+          {10, WordLowFirst, map.DataPoints,      Slot(MappingPageTitle, row, "Number of Data Points")},
+          {12, Code,         map.DataType,        Slot(MappingPageTitle, row, "Data Type")},
+      };
+    }};
 
 /// Their addresses stand forward, unlike all others.
 constexpr TableLayout RouteLayout{
-    100,
-    103,
-    20,
-    3,
-    10,
-    6,
-    6,
-    [](Parameters& p) -> BlockFields {
+    .firstBlock = 100, .lastBlock = 103, .lastRow = 20, .head = 3, .record = 10, .perBlockWritten = 6, .perBlockRead = 6,
+    .headFields = [](Parameters& p) -> BlockFields {
       return {
-          {0, Byte, p.RouteCount, RoutingPageTitle},
+          {0, Byte,          p.RouteCount,     RoutingPageTitle},
           {1, WordHighFirst, p.MessageTimeout, std::string(RoutingPageTitle) + ", Message Timeout"},
       };
     },
-    [](Parameters& p, int row) -> BlockFields {
-      const auto name = [row](const char* field) { return Name(RoutingPageTitle, "slot " + Str(row), field); };
+    .recordFields = [](Parameters& p, int row) -> BlockFields {
       RouteRecord& route = p.Routes[row];
       return {
-          {0, Code, route.SourceProtocol, name("Source Port")},
-          {1, Code, route.SourcePort, name("Source Port")},
-          {2, Byte, route.DestLow, name("Low")},
-          {3, Byte, route.DestHigh, name("High")},
-          {4, Code, route.DestProtocol, name("Destination Port")},
-          {5, Code, route.DestPort, name("Destination Port")},
-          {6, AddressForward, &route.IPAddress, name("IP Address")},
+          {0, Code,            route.SourceProtocol, Slot(RoutingPageTitle, row, "Source Port")},
+          {1, Code,            route.SourcePort,     Slot(RoutingPageTitle, row, "Source Port")},
+          {2, Byte,            route.DestLow,        Slot(RoutingPageTitle, row, "Low")},
+          {3, Byte,            route.DestHigh,       Slot(RoutingPageTitle, row, "High")},
+          {4, Code,            route.DestProtocol,   Slot(RoutingPageTitle, row, "Destination Port")},
+          {5, Code,            route.DestPort,       Slot(RoutingPageTitle, row, "Destination Port")},
+          {6, AddressForward, &route.IPAddress,      Slot(RoutingPageTitle, row, "IP Address")},
       };
     }};
+
+// clang-format on
 
 /// The blocks of a table with records 1 to `count`.
 void WriteTable(const TableLayout& layout, Parameters& p, int count, BlockImages& blocks) {

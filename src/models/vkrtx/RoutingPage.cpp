@@ -10,18 +10,21 @@
 namespace vk32 {
 namespace {
 
-/// Nothing for a code that is no port.
-const char* PortText(int code) {
-  switch (code) {
-    case ChannelAPort: return ChannelAText;
-    case ChannelBPort: return ChannelBText;
-    case EthernetPort: return EthernetText;
-    default: return nullptr;
+constexpr struct Port {
+  const char* text;
+  std::int16_t code;
+} Ports[] = {{ChannelAText, ChannelAPort}, {ChannelBText, ChannelBPort}, {EthernetText, EthernetPort}};
+
+/// A code that is no port leaves the label.
+void ShowPort(Label& label, int code) {
+  for (const Port& port : Ports) {
+    if (port.code == code) label.Caption = port.text;
   }
 }
 
-void ShowPort(Label& label, int code) {
-  if (const char* text = PortText(code)) label.Caption = text;
+std::int16_t ProtocolOf(const Port& port, const Parameters& parameters) {
+  if (port.code == EthernetPort) return parameters.EthernetProtocol;
+  return parameters.SerialProtocol[port.code == ChannelAPort ? 0 : 1];
 }
 
 }  // namespace
@@ -84,41 +87,22 @@ std::string RoutingPage::RowName(int row, const char* field) {
 void RoutingPage::ReadRouteRows(int count) {
   for (int i = 1; i <= count; ++i) {
     RouteRecord& route = Route(i);
-    ReadSource(route, RouteSrcPortLbl[i].Caption);
+    const std::string& destination = RouteDestinationPortLbl[i].Caption;
+    ReadPort(RouteSrcPortLbl[i].Caption, route.SourcePort, route.SourceProtocol);
     route.DestLow = TextNumber(RouteDstLowLbl[i].Caption, Val, RowName(i, "Low"), EnterByte);
     route.DestHigh = TextNumber(RouteDstHighLbl[i].Caption, Val, RowName(i, "High"), EnterByte);
-    ReadDestination(route, RouteDestinationPortLbl[i].Caption);
+    ReadPort(destination, route.DestPort, route.DestProtocol);
+    // A channel that speaks ASCII reaches the Ethernet port as an EtherNet/IP client.
+    if (destination == EthernetText && StartsOnAsciiChannel(route)) route.DestProtocol = EthernetIPProtocol;
     route.IPAddress = RouteIPAddressLbl[i].Caption;
   }
 }
 
-void RoutingPage::ReadSource(RouteRecord& route, const std::string& port) {
-  const Parameters& parameters = app_.globals;
-  if (port == ChannelAText) {
-    route.SourcePort = ChannelAPort;
-    route.SourceProtocol = parameters.SerialProtocol[0];
-  } else if (port == ChannelBText) {
-    route.SourcePort = ChannelBPort;
-    route.SourceProtocol = parameters.SerialProtocol[1];
-  } else if (port == EthernetText) {
-    route.SourcePort = EthernetPort;
-    route.SourceProtocol = parameters.EthernetProtocol;
-  }
-}
-
-void RoutingPage::ReadDestination(RouteRecord& route, const std::string& port) {
-  const Parameters& parameters = app_.globals;
-  if (port == ChannelAText) {
-    route.DestPort = ChannelAPort;
-    route.DestProtocol = parameters.SerialProtocol[0];
-  } else if (port == ChannelBText) {
-    route.DestPort = ChannelBPort;
-    route.DestProtocol = parameters.SerialProtocol[1];
-  } else if (port == EthernetText) {
-    route.DestPort = EthernetPort;
-    // A channel that speaks ASCII reaches the Ethernet port as an EtherNet/IP client.
-    route.DestProtocol = parameters.EthernetProtocol;
-    if (StartsOnAsciiChannel(route)) route.DestProtocol = EthernetIPProtocol;
+void RoutingPage::ReadPort(const std::string& text, std::int16_t& code, std::int16_t& protocol) const {
+  for (const Port& port : Ports) {
+    if (text != port.text) continue;
+    code = port.code;
+    protocol = ProtocolOf(port, app_.globals);
   }
 }
 

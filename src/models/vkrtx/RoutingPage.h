@@ -45,8 +45,8 @@ class RoutingPage : public SlotRows {
   static int RowTop(int row) { return 120 + 480 * (row - 1); }
   static std::string RowName(int row, const char* field);
   RouteRecord& Route(int row) { return app_.globals.Routes[row]; }
-  void ReadSource(RouteRecord& route, const std::string& port);
-  void ReadDestination(RouteRecord& route, const std::string& port);
+  /// A text that names no port leaves both as they are.
+  void ReadPort(const std::string& text, std::int16_t& code, std::int16_t& protocol) const;
 
   /// Element 0 is the head of the column.
   ControlArray<Label> Column(const char* name, int left, int width, const char* head, Place headPlace) {
