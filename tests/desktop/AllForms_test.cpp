@@ -101,8 +101,9 @@ TEST_F(AllFormsTest, FieldsTakeClicksUpToTheirEdgesOnEveryPage) {
     const char *name, *model;
   };
   for (const Walk& walk :
-       {Walk{"Configuration_RB2000", ""}, Walk{"Configuration_RB3000", ""},
-        Walk{"Configuration_VKRTX", "AB Ethernet, ASCII, DF1"}, Walk{"Configuration_VKRTX", "AB Ethernet, Modbus"}}) {
+       {Walk{"Configuration_RB2000", ""}, Walk{"Configuration_RB3000", ""}, Walk{"Configuration_VK5300", ""},
+        Walk{"Configuration_RBCard", ""}, Walk{"Configuration_VKRTX", "AB Ethernet, ASCII, DF1"},
+        Walk{"Configuration_VKRTX", "AB Ethernet, Modbus"}}) {
     SCOPED_TRACE(std::string(walk.name) + " " + walk.model);
     app.forms.Unload(walk.name);
     app.globals.CurrentModel = walk.model;
