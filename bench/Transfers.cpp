@@ -19,7 +19,7 @@
 #include "HeadlessProgram.h"
 #include "firmware/FirmwareFile.h"
 #include "firmware/Xmodem.h"
-#include "link/VKComSubs.h"
+#include "link/Conversation.h"
 #include "platform/PosixEventLoop.h"
 #include "sim/PseudoTerminal.h"
 #include "sim/SimulatedLine.h"
@@ -122,7 +122,6 @@ struct Unseen : XmodemProgress {
   void StartOfflineProgressBar() override {}
   void UpdateOfflineProgressBar(std::size_t, std::size_t) override {}
   void FinishOfflineProgressBar() override {}
-  bool OfflineFormGone() const override { return false; }
 };
 
 Time Stream(std::size_t length, Time byteTime) {
@@ -133,7 +132,8 @@ Time Stream(std::size_t length, Time byteTime) {
   auto& bar = program.form->Get<ProgressBar>("ProgressBar");
   bar.Max = FullBar;
   Receiver receiver(terminal, length, byteTime, false);
-  if (!StreamFile(program.app, file.Path(), PieceLength, bar)) throw std::runtime_error("the stream has failed");
+  if (!StreamFile(*program.app.conversation, file.Path(), PieceLength, bar))
+    throw std::runtime_error("the stream has failed");
   return receiver.Finish();
 }
 
@@ -146,7 +146,8 @@ Time SendByXmodem(std::size_t length, Time byteTime) {
   program.app.forms.dispatcher.Loop().StartTimer(
       20ms, [&] { receiver.emplace(terminal, length / 128 * BlockLength, byteTime, true); });
   Unseen unseen;
-  if (Xmodem(program.app, unseen).XmodemSend(std::string(length, 'x'))) throw std::runtime_error("Xmodem has failed");
+  if (Xmodem(*program.app.conversation, unseen).XmodemSend(std::string(length, 'x')))
+    throw std::runtime_error("Xmodem has failed");
   return receiver->Finish();
 }
 

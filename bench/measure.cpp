@@ -13,6 +13,7 @@
 #include "HeadlessProgram.h"
 #include "Line.h"
 #include "Transfers.h"
+#include "link/Conversation.h"
 #include "link/VKComSubs.h"
 
 namespace vk32::bench {
@@ -81,9 +82,10 @@ void SilentWait(Table& table) {
   const sim::PseudoTerminal silent;
   Wizard wizard({"RB2000Cmd"}, silent.Path());
   Form& form = *wizard.app.forms.Find("Configuration_RB2000");  // its timer is set to 15 s
-  OpenLink(wizard.app);
+  const auto conversation = Conversation::Begin(wizard.app, form, {"The measurement", "Wait."});
+  conversation->CommOpen();
   const Time start = MonotonicNow(), used = Used();
-  if (WaitForAck(wizard.app, form) == 0) throw std::runtime_error("a silent device has answered");
+  if (WaitForAck(*conversation) == 0) throw std::runtime_error("a silent device has answered");
   const double share = Milliseconds(Used() - used) / Milliseconds(MonotonicNow() - start);
   table.Row("processor time of a silent wait of 15 s for ACK", share * 100, 0.3, "%");
 }

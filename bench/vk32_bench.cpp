@@ -14,18 +14,16 @@ namespace {
 
 void BuildImageFrame(benchmark::State& state) {
   Globals globals;
-  globals.CurrentProduct = "RB2000";
   globals.ConfigImage = Bytes(448, '\x2A');
-  for (auto _ : state) benchmark::DoNotOptimize(BuildFrame(globals, ImageFrame::Code));
+  for (auto _ : state) benchmark::DoNotOptimize(BuildFrame(globals, "RB2000", ImageFrame::Code));
 }
 BENCHMARK(BuildImageFrame);
 
 void BuildBlockFrame(benchmark::State& state) {
   Globals globals;
-  globals.CurrentProduct = "VK-RTX";
   globals.BlockData = Bytes(BlockFrame::ReadLength, '\x2A');
   globals.BlockLength = BlockFrame::ReadLength;
-  for (auto _ : state) benchmark::DoNotOptimize(BuildFrame(globals, BlockFrame::Write));
+  for (auto _ : state) benchmark::DoNotOptimize(BuildFrame(globals, "VK-RTX", BlockFrame::Write));
 }
 BENCHMARK(BuildBlockFrame);
 

@@ -1,12 +1,9 @@
 // The event loop of the desktop.
 #include "QtEventLoop.h"
 
-#include <poll.h>
-
 #include <QCoreApplication>
 #include <QEventLoop>
 #include <QScopedValueRollback>
-#include <QSocketNotifier>
 #include <algorithm>
 #include <memory>
 
@@ -16,9 +13,6 @@ namespace vk32 {
 namespace {
 
 using std::chrono::milliseconds;
-
-/// How long a window may have to wait for being painted during a long write.
-constexpr milliseconds PaintDelay{20};
 
 /// Whole milliseconds, never too few.
 int ToMilliseconds(Time span) {
@@ -59,27 +53,27 @@ void QtEventLoop::RunDue() {
   TimersChanged();
 }
 
-void QtEventLoop::Wait(int fd) {
-  if (const auto due = timers_.NextDue(); due && *due <= Now()) return;
-  {
-    const QScopedValueRollback waiting(waiting_, true);
-    // Wakes the loop; what has come is for the caller to read.
-    std::unique_ptr<QSocketNotifier> notifier;
-    if (fd >= 0) notifier = std::make_unique<QSocketNotifier>(fd, QSocketNotifier::Read);
-    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents | QEventLoop::WaitForMoreEvents);
+void QtEventLoop::WatchedChanged() {
+  std::erase_if(notifiers_, [this](const auto& notifier) { return watched_.count(notifier.first) == 0; });
+  for (const auto& [fd, watcher] : watched_) {
+    auto& notifier = notifiers_[fd];
+    if (notifier) continue;
+    notifier = std::make_unique<QSocketNotifier>(fd, QSocketNotifier::Read);
+    QObject::connect(notifier.get(), &QSocketNotifier::activated, &alarm_, [this, fd = fd] { Readable(fd); });
   }
-  TimersChanged();
 }
 
-void QtEventLoop::WaitQuietly(int fd, Time until) {
-  const QScopedValueRollback waiting(waiting_, true);
-  for (Time now = Now(); now < until; now = Now()) {
-    // Polled, since Qt's own wait returns at once for as long as held-back input is in its queue.
-    pollfd descriptor{fd, POLLOUT, 0};
-    const int patience = ToMilliseconds(std::min<Time>(until - now, PaintDelay));
-    const bool writable = poll(&descriptor, fd >= 0 ? 1 : 0, patience) > 0;
-    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
-    if (writable) break;
+void QtEventLoop::Wait(const WaitFor& what) {
+  const Time until = EarliestDue(what.until), now = Now();
+  if (until <= now) return;
+  {
+    const QScopedValueRollback waiting(waiting_, true);
+    if (until != Never) alarm_.start(ToMilliseconds(until - now));
+    // Wakes the loop; what has come is for the caller to read.
+    std::unique_ptr<QSocketNotifier> notifier;
+    const auto type = what.ready == WaitFor::ToWrite ? QSocketNotifier::Write : QSocketNotifier::Read;
+    if (what.fd >= 0) notifier = std::make_unique<QSocketNotifier>(what.fd, type);
+    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents | QEventLoop::WaitForMoreEvents);
   }
   TimersChanged();
 }

@@ -1,7 +1,10 @@
 // The event loop of the desktop: Qt's, with one alarm for all timers of the program.
 #pragma once
 
+#include <QSocketNotifier>
 #include <QTimer>
+#include <map>
+#include <memory>
 
 #include "platform/EventLoop.h"
 
@@ -14,15 +17,16 @@ class QtEventLoop : public EventLoop {
 
   Time Now() const override;
   void RunDue() override;
-  void Wait(int fd) override;
-  void WaitQuietly(int fd, Time until) override;
+  void Wait(const WaitFor& what) override;
 
  private:
   void TimersChanged() override;
+  void WatchedChanged() override;
   void Ring();
 
   QTimer alarm_;
-  bool waiting_ = false;  // nothing may tick
+  std::map<int, std::unique_ptr<QSocketNotifier>> notifiers_;  // of the watched descriptors
+  bool waiting_ = false;                                       // nothing may tick
 };
 
 }  // namespace vk32

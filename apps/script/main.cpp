@@ -63,7 +63,7 @@ class LineReader {
   bool ended_ = false;
 };
 
-int Run(int fd, const vk32::PortNames& names, bool keepGoing, const std::string& tracePath) {
+int Run(int fd, vk32::PortNames& names, bool keepGoing, const std::string& tracePath) {
   vk32::PosixEventLoop loop;
   vk32::PosixSerialDriver driver(loop, names);
   vk32::ScriptScreen screen([](const std::string& line) { std::cout << line << std::endl; });

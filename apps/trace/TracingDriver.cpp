@@ -11,8 +11,33 @@ bool TracingDriver::Read(Handle handle, std::uint32_t count, Bytes& data) {
 
 bool TracingDriver::Write(Handle handle, std::string_view data, std::uint32_t& written) {
   const bool done = driver_.Write(handle, data, written);
-  if (done) trace_.Line('>', Bytes(data.substr(0, written)));
+  outgoing_ = data;
+  gone_ = written;
+  if (done || driver_.LastError() != ErrorIoPending) TraceOutgoing();
   return done;
+}
+
+bool TracingDriver::PendingResult(Handle handle, std::uint32_t& count) {
+  const bool done = driver_.PendingResult(handle, count);
+  gone_ = count;
+  if (done || driver_.LastError() != ErrorIoIncomplete) TraceOutgoing();
+  return done;
+}
+
+bool TracingDriver::Purge(Handle handle, std::uint32_t flags) {
+  TraceOutgoing();
+  return driver_.Purge(handle, flags);
+}
+
+bool TracingDriver::Close(Handle handle) {
+  TraceOutgoing();
+  return driver_.Close(handle);
+}
+
+void TracingDriver::TraceOutgoing() {
+  if (gone_ > 0) trace_.Line('>', outgoing_.substr(0, gone_));
+  outgoing_.clear();
+  gone_ = 0;
 }
 
 }  // namespace vk32

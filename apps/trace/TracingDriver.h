@@ -14,7 +14,7 @@ class TracingDriver : public SerialDriver {
   bool SetupQueues(Handle handle, std::uint32_t inQueue, std::uint32_t outQueue) override {
     return driver_.SetupQueues(handle, inQueue, outQueue);
   }
-  bool Purge(Handle handle, std::uint32_t flags) override { return driver_.Purge(handle, flags); }
+  bool Purge(Handle handle, std::uint32_t flags) override;
   bool SetTimeouts(Handle handle, const CommTimeouts& timeouts) override {
     return driver_.SetTimeouts(handle, timeouts);
   }
@@ -28,15 +28,21 @@ class TracingDriver : public SerialDriver {
   }
   bool Read(Handle handle, std::uint32_t count, Bytes& data) override;
   bool Write(Handle handle, std::string_view data, std::uint32_t& written) override;
-  bool PendingResult(Handle handle, std::uint32_t& count) override { return driver_.PendingResult(handle, count); }
-  bool Close(Handle handle) override { return driver_.Close(handle); }
+  bool PendingResult(Handle handle, std::uint32_t& count) override;
+  WaitFor PendingWait(Handle handle) const override { return driver_.PendingWait(handle); }
+  bool Close(Handle handle) override;
   std::int32_t LastError() const override { return driver_.LastError(); }
   std::string ErrorText(std::int32_t code) const override { return driver_.ErrorText(code); }
   int WaitHandle(Handle handle) const override { return driver_.WaitHandle(handle); }
 
  private:
+  /// What has left of the write under way.
+  void TraceOutgoing();
+
   SerialDriver& driver_;
   Trace& trace_;
+  Bytes outgoing_;          // a write that is not done yet
+  std::uint32_t gone_ = 0;  // bytes of it
 };
 
 }  // namespace vk32

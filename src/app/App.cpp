@@ -18,10 +18,12 @@
 
 namespace vk32 {
 
-App::App(EventLoop& loop, Screen& screen, SerialDriver& driver, const PortNames& portNames)
+App::App(EventLoop& loop, Screen& screen, SerialDriver& driver, PortNames& portNames)
     : ports(portNames), forms(loop, screen), comm(driver, forms.dispatcher) {
   forms.dispatcher.AtEnd([this] { comm.CloseAll(); });
 }
+
+App::~App() { forms.UnloadAll(); }  // while the port of a conversation can still be closed
 
 std::string ProgramVersion() { return VK32_VERSION; }
 

@@ -1,7 +1,9 @@
 // The one object that is passed around: what the system shares. Two of them in one process do not know of each other.
 #pragma once
 
+#include <cstdint>
 #include <memory>
+#include <set>
 #include <string>
 
 #include "core/Globals.h"
@@ -11,13 +13,20 @@
 
 namespace vk32 {
 
-struct App {
-  App(EventLoop& loop, Screen& screen, SerialDriver& driver, const PortNames& portNames);
+class Conversation;
 
-  const PortNames& ports;
+struct App {
+  App(EventLoop& loop, Screen& screen, SerialDriver& driver, PortNames& portNames);
+  ~App();
+  App(const App&) = delete;
+  App& operator=(const App&) = delete;
+
+  PortNames& ports;
   Globals globals;
   Forms forms;
   modCOMM comm;
+  Conversation* conversation = nullptr;  // the one that is under way
+  std::set<std::int32_t> lateAnswers;    // the ports on which an earlier conversation's last answer may still come
 };
 
 /// The version of the program, as the files and the pages show it: "1.8.11".

@@ -7,6 +7,7 @@
 #include "core/Convert.h"
 #include "core/DownloadProgress.h"
 #include "link/BuildFrame.h"
+#include "link/Conversation.h"
 #include "link/Frames.h"
 #include "link/VKComSubs.h"
 
@@ -15,27 +16,22 @@ namespace {
 
 constexpr int ReadInterval = 3000;  // ms
 
-/// Returns the port, for CloseExchange: another one may be chosen meanwhile.
-std::int32_t OpenExchange(App& app) {
-  const std::int32_t port = app.globals.ComPortNumber;
-  OpenLink(app);
-  SetDeviceLink(app);
-  return port;
+void OpenExchange(Conversation& conversation) {
+  conversation.CommOpen();
+  SetDeviceLink(conversation);
 }
 
-void CloseExchange(App& app, std::int32_t port) { app.comm.CommClose(port); }
-
-/// The block numbers of BlockList, whose element 0 counts them. A copy: another product may be chosen meanwhile.
+/// The block numbers of BlockList, whose element 0 counts them.
 std::vector<std::int16_t> BlocksOf(const Globals& globals) {
   const auto& list = globals.BlockList;
   return list.empty() ? list : std::vector<std::int16_t>(list.begin() + 1, list.begin() + 1 + list[0]);
 }
 
-void SelectBlock(Globals& globals, std::int16_t block, std::int16_t length, const Bytes& data = {}) {
+void SelectBlock(Globals& globals, std::int16_t block, std::int16_t length) {
   globals.BlockAddressExt = 0;
   globals.BlockNumber = block;
   globals.BlockLength = length;
-  globals.BlockData = data;
+  globals.BlockData = globals.BlockTable[static_cast<std::size_t>(block)];
 }
 
 DownloadProgress* ProgressMessage(App& app, bool load) {
@@ -43,137 +39,139 @@ DownloadProgress* ProgressMessage(App& app, bool load) {
   return dynamic_cast<DownloadProgress*>(form);
 }
 
-/// A wizard that was closed meanwhile, by Cancel or by another FINISH that went well, has nothing more to tell.
-void TellFailure(App& app, const Form& form) {
-  if (form.IsLoaded()) TellTimeOut(app);
+/// False after one time-out; no end of exchange is sent then.
+bool WriteBlocks(Conversation& conversation) {
+  Globals& globals = conversation.app.globals;
+  for (const std::int16_t block : BlocksOf(globals)) {
+    SelectBlock(globals, block, CInt(static_cast<double>(globals.BlockTable[static_cast<std::size_t>(block)].size())));
+    if (!SendAndWaitForAck(conversation, BuildFrame(globals, conversation.product, BlockFrame::Write))) return false;
+  }
+  // The device stores the blocks now: without it nothing has changed.
+  return SendWhole(conversation, EndOfExchange);
 }
 
-/// Reads one block's reply into `reply`. False on a time-out or a wrong checksum.
-bool ReadBlock(App& app, Bytes& reply, Form& form) {
-  if (!SendAndWaitForAck(app, BuildFrame(app.globals, BlockFrame::Read), form)) return false;
-  const std::int32_t n = ReadBytes(app, reply, BlockFrame::ReplyLength, form);
+/// Reads the reply of BlockNumber into `reply`. False on a time-out or a wrong checksum.
+bool ReadBlock(Conversation& conversation, Bytes& reply) {
+  const Bytes request = BuildFrame(conversation.app.globals, conversation.product, BlockFrame::Read);
+  if (!SendAndWaitForAck(conversation, request)) return false;
+  const std::int32_t n = ReadBytes(conversation, reply, BlockFrame::ReplyLength);
   if (n < 0) return false;
   return n == 0 || Mid(reply, n, 1) == Checksum8(reply, n - 1);
 }
 
+bool ReadBlocks(Conversation& conversation, ConfigurationForm& form) {
+  for (const std::int16_t block : BlocksOf(conversation.app.globals)) {
+    Bytes reply;
+    SelectBlock(conversation.app.globals, block, BlockFrame::ReadLength);
+    if (!ReadBlock(conversation, reply)) return false;
+    form.RemoveData(reply);
+  }
+  Send(conversation, EndOfExchange);
+  return true;
+}
+
 /// The part of an image upload behind "TR" and the length: the image, without its header and checksum.
-Bytes ReadImage(App& app, std::int32_t total, std::int32_t headerLength, Form& form) {
+Bytes ReadImage(Conversation& conversation, std::int32_t total, std::int32_t headerLength) {
   Bytes header, data;
-  SetTimeOut(form, ReadInterval);
-  ReadBytes(app, header, headerLength, form);
-  SetTimeOut(form, ReadInterval);
-  ReadBytes(app, data, total - headerLength, form);
-  Send(app, Bytes(1, Ack));
+  SetTimeOut(conversation, ReadInterval);
+  ReadBytes(conversation, header, headerLength);
+  SetTimeOut(conversation, ReadInterval);
+  ReadBytes(conversation, data, total - headerLength);
+  Send(conversation, Bytes(1, Ack));
   data.resize(data.size() < 2 ? 0 : data.size() - 2);
   return data;
 }
 
+void TakeImage(Conversation& conversation, const Bytes& data, ConfigurationForm& form) {
+  Globals& globals = conversation.app.globals;
+  if (data.size() / 2 > globals.RegisterHigh.size()) {
+    TellTimeOut(conversation);  // longer than any image: not this product
+    return;
+  }
+  globals.LoadRegisters(data, 0);
+  form.Parameter_Setup_RB();
+}
+
 }  // namespace
 
-bool DownloadImage(App& app, ConfigurationForm& form) {
+bool DownloadImage(Conversation& conversation) {
+  App& app = conversation.app;
   const int registers = static_cast<int>(app.globals.ConfigImage.size()) / 2;
   const int allowed = CLng((registers * 0.1 + 5) * 1000);  // ms
-  SetTimeOut(form, allowed);
-  const std::int32_t port = OpenExchange(app);
-  app.comm.CommFlush(app.globals.ComPortNumber);
+  SetTimeOut(conversation, allowed);
+  OpenExchange(conversation);
+  conversation.CommFlush();
   Bytes frame;
   try {
-    frame = BuildFrame(app.globals, ImageFrame::Code);
+    frame = BuildFrame(app.globals, conversation.product, ImageFrame::Code);
   } catch (const RuntimeFault&) {
-    CloseExchange(app, port);
+    conversation.CommClose();
     app.forms.MsgBox(
         "The configuration can't be sent: the bytes of an image message may add up to 32767 at most, and "
         "these add up to more.\r\nUse fewer mapping slots or smaller numbers, and click FINISH again.",
         MessageIcon::Critical, "Error!");
     return false;
   }
-  bool done = Send(app, frame);
+  bool done = Send(conversation, frame);
   if (done) {
-    const std::string& product = app.globals.CurrentProduct;
-    if (product == "RB2000" || product == "RB3000") {
-      ProgressMessage(app, true)->StartDownloadTimer(form.Get<Timer>("TimeOutTmr"), allowed);
+    const bool slow = conversation.product == "RB2000" || conversation.product == "RB3000";
+    if (slow && !conversation.IsOver()) {
+      ProgressMessage(app, true)->StartDownloadTimer(conversation.TimeOutTmr(), allowed);
     }
-    done = WaitForAck(app, form) != FlagTrue;
+    done = WaitForAck(conversation) != FlagTrue;
   }
-  if (!done) TellFailure(app, form);
+  if (!done) TellTimeOut(conversation);
   if (DownloadProgress* message = ProgressMessage(app, false)) message->StopDownloadTimer();
-  CloseExchange(app, port);
+  conversation.CommClose();
   return done;
 }
 
-bool DownloadBlocks(App& app, ConfigurationForm& form) {
-  Globals& globals = app.globals;
-  const std::int32_t port = OpenExchange(app);
-  app.comm.CommFlush(globals.ComPortNumber);
-  const std::string product = globals.CurrentProduct;  // makes the frames; when it changes, the exchange is over
-  const auto table = globals.BlockTable;
-  for (const std::int16_t block : BlocksOf(globals)) {
-    const Bytes& data = table[static_cast<std::size_t>(block)];
-    SelectBlock(globals, block, CInt(static_cast<double>(data.size())), data);
-    if (globals.CurrentProduct != product || !SendAndWaitForAck(app, BuildFrame(globals, BlockFrame::Write), form)) {
-      TellFailure(app, form);
-      CloseExchange(app, port);
-      return false;
-    }
-  }
-  Send(app, EndOfExchange);
-  CloseExchange(app, port);
-  return true;
+bool DownloadBlocks(Conversation& conversation) {
+  OpenExchange(conversation);
+  conversation.CommFlush();
+  const bool done = WriteBlocks(conversation);
+  if (!done) TellTimeOut(conversation);
+  conversation.CommClose();
+  return done;
 }
 
-void UploadImage(App& app, ConfigurationForm& form) {
-  const std::string& product = app.globals.CurrentProduct;
-  const std::int32_t headerLength = product == "RB2000" || product == "RB3000" ? 10 : 12;
-  SetTimeOut(form, ReadInterval);
-  app.globals.CommFailed = FlagFalse;
-  const std::int32_t port = OpenExchange(app);
-  app.comm.CommFlush(app.globals.ComPortNumber);
+void UploadImage(Conversation& conversation, ConfigurationForm& form) {
+  const std::int32_t headerLength = conversation.product == "RB2000" || conversation.product == "RB3000" ? 10 : 12;
+  SetTimeOut(conversation, ReadInterval);
+  conversation.app.globals.CommFailed = FlagFalse;
+  OpenExchange(conversation);
+  conversation.CommFlush();
   Bytes reply;
-  if (Send(app, ImageRequest)) ReadBytes(app, reply, 4, form);
+  if (Send(conversation, ImageRequest)) ReadBytes(conversation, reply, 4);
   if (reply.size() >= 4 && Mid(reply, 1, 2) == ImageReplyStart) {
     const std::int32_t total = Asc(reply, 3) + 256 * Asc(reply, 4) + 2;
-    const Bytes data = ReadImage(app, total, headerLength, form);
-    // A wizard that was closed meanwhile takes nothing over: the registers may be another's by now.
-    if (form.IsLoaded()) {
-      if (data.size() / 2 <= app.globals.RegisterHigh.size()) {
-        app.globals.LoadRegisters(data, 0);
-        form.Parameter_Setup_RB();
-      } else {
-        TellTimeOut(app);  // longer than any image: not this product
-      }
-    }
+    const Bytes data = ReadImage(conversation, total, headerLength);
+    if (!conversation.IsOver()) TakeImage(conversation, data, form);
   }
-  CloseExchange(app, port);
+  conversation.CommClose();
 }
 
-void UploadBlocks(App& app, ConfigurationForm& form) {
-  Globals& globals = app.globals;
+void UploadBlocks(Conversation& conversation, ConfigurationForm& form) {
+  Globals& globals = conversation.app.globals;
   globals.CommFailed = FlagFalse;
-  SetTimeOut(form, ReadInterval);
+  SetTimeOut(conversation, ReadInterval);
   globals.BlockAddressHigh = 0;
-  const std::int32_t port = OpenExchange(app);
-  const std::string product = globals.CurrentProduct;
-  for (const std::int16_t block : BlocksOf(globals)) {
-    Bytes reply;
-    SelectBlock(globals, block, BlockFrame::ReadLength);
-    if (globals.CurrentProduct != product || !ReadBlock(app, reply, form)) {
-      TellFailure(app, form);
-      globals.CommFailed = FlagTrue;
-      CloseExchange(app, port);
-      return;
-    }
-    if (form.IsLoaded()) form.RemoveData(reply);
+  OpenExchange(conversation);
+  if (!ReadBlocks(conversation, form)) {
+    TellTimeOut(conversation);
+    globals.CommFailed = FlagTrue;
+  } else if (!conversation.IsOver()) {
+    form.Parameter_Setup_VK();
   }
-  Send(app, EndOfExchange);
-  if (form.IsLoaded()) form.Parameter_Setup_VK();
-  CloseExchange(app, port);
+  conversation.CommClose();
 }
 
-void SendReboot(App& app) {
-  const std::int32_t port = OpenExchange(app);
-  app.comm.CommFlush(app.globals.ComPortNumber);
-  Send(app, Restart);
-  CloseExchange(app, port);
+bool SendReboot(Conversation& conversation) {
+  OpenExchange(conversation);
+  conversation.CommFlush();
+  const bool sent = SendWhole(conversation, Restart);
+  conversation.CommClose();
+  return sent;
 }
 
 }  // namespace vk32

@@ -5,20 +5,21 @@
 
 namespace vk32 {
 
-struct App;
+class Conversation;
 
 // Every operation opens the port at its start and closes it at its end. A failure is told to the user by one error box;
-// nothing is tried again. The form gives the timer of the waits.
+// nothing is tried again. Once the conversation is over nothing more is sent, told or taken over.
 
 /// Sends ConfigImage. True if the device has acknowledged it.
-bool DownloadImage(App& app, ConfigurationForm& form);
-/// Sends the blocks of BlockList from BlockTable. True if the device has acknowledged each.
-bool DownloadBlocks(App& app, ConfigurationForm& form);
+bool DownloadImage(Conversation& conversation);
+/// Sends the blocks of BlockList from BlockTable. True if the device has acknowledged each, and the end of exchange,
+/// with which it stores them, has left.
+bool DownloadBlocks(Conversation& conversation);
 /// Fills the registers from the device and calls Parameter_Setup_RB. A device that does not answer ends it silently.
-void UploadImage(App& app, ConfigurationForm& form);
+void UploadImage(Conversation& conversation, ConfigurationForm& form);
 /// Reads the blocks of BlockList, decodes each by RemoveData, calls Parameter_Setup_VK. CommFailed tells how it went.
-void UploadBlocks(App& app, ConfigurationForm& form);
-/// Restarts the device. No reply is awaited.
-void SendReboot(App& app);
+void UploadBlocks(Conversation& conversation, ConfigurationForm& form);
+/// Restarts the device. No reply is awaited. False if the message did not leave; nobody has been told.
+bool SendReboot(Conversation& conversation);
 
 }  // namespace vk32

@@ -11,8 +11,6 @@
 
 namespace vk32 {
 
-class Timer;
-
 /// 16-bit flags: False is 0, True is all bits set.
 using Flag = std::uint16_t;
 constexpr Flag FlagFalse = 0;
@@ -29,9 +27,8 @@ struct Globals : Parameters {
   std::string BaudRate;            // "9600" (RB2000), else "19200"
 
   // Exchange
-  Flag TimeOutFlag = FlagFalse;         // False while waiting, True when the form's TimeOutTmr fired
-  const Timer* WaitingTimer = nullptr;  // that of the wait under way; nullptr: there is none
-  Flag CommFailed = FlagFalse;          // True: the last read of a parameter set or of the device information failed
+  Flag TimeOutFlag = FlagFalse;  // False while waiting, True when the form's TimeOutTmr fired
+  Flag CommFailed = FlagFalse;   // True: the last read of a parameter set or of the device information failed
   std::int16_t BlockNumber = 0;
   std::int16_t BlockAddressHigh = 0;    // always 0
   std::int16_t BlockAddressExt = 0;     // always 0

@@ -2,6 +2,7 @@
 #include "deviceinfo/DeviceInfo.h"
 
 #include "core/Convert.h"
+#include "link/Conversation.h"
 #include "link/Frames.h"
 #include "link/VKComSubs.h"
 #include "shell/Subs.h"
@@ -13,6 +14,8 @@ constexpr int AnswerInterval = 2000;                   // ms
 constexpr int EndOfTextInterval = 50;                  // ms: a pause so long ends a text; about 96 bytes at 19200 bit/s
 constexpr int VKRTXRecordLength = 284;                 // bytes; the last one is Checksum8 of the others
 constexpr int PieceLengths[] = {16, 12, 256, 16, 32};  // of the VK5300; the texts may be shorter
+
+constexpr Purpose ReadingDeviceInfo{"Reading the device information", "Wait until it has been read."};
 
 struct TextField {
   int offset, size;
@@ -52,6 +55,11 @@ std::string Address(const Bytes& record, int first, int step) {
   return text;
 }
 
+/// Identity and network are no texts: nothing may be missing.
+bool IsWhole(const std::array<Bytes, 5>& pieces, std::size_t i) {
+  return pieces[i].size() == static_cast<std::size_t>(PieceLengths[i]);
+}
+
 std::string AddressInOrder(const Bytes& record, int offset) { return Address(record, offset, 1); }
 std::string AddressReversed(const Bytes& record, int offset) { return Address(record, offset + 3, -1); }
 
@@ -65,31 +73,32 @@ DeviceInfo::DeviceInfo(App& app) : Form(app.forms, FormName, "Device Information
 }
 
 void DeviceInfo::Form_Load() {
-  // Another product or port may be chosen during the exchange.
-  const std::string product = app_.globals.CurrentProduct;
-  const std::int32_t port = app_.globals.ComPortNumber;
+  app_.globals.CommFailed = FlagTrue;
+  const auto conversation = Conversation::Begin(app_, *this, ReadingDeviceInfo);
+  if (!conversation) return;
   app_.globals.CommFailed = FlagFalse;
-  SetTimeOut(*this, AnswerInterval);
-  OpenLink(app_);
-  SetDeviceLink(app_);
+  SetTimeOut(*conversation, AnswerInterval);
+  conversation->CommOpen();
+  SetDeviceLink(*conversation);
   bool read = true;
-  if (product == "VK-RTX") {
-    read = ReadVKRTX();
-  } else if (product == "VK5300") {
-    read = ReadVK5300();
+  if (conversation->product == "VK-RTX") {
+    read = ReadVKRTX(*conversation);
+  } else if (conversation->product == "VK5300") {
+    read = ReadVK5300(*conversation);
   }
-  const bool wanted = app_.globals.CurrentProduct == product;
-  if (!read && wanted) TellTimeOut(app_);
-  if (!read || !wanted) app_.globals.CommFailed = FlagTrue;
-  app_.comm.CommClose(port);
+  if (!read) {
+    TellTimeOut(*conversation);
+    app_.globals.CommFailed = FlagTrue;
+  }
+  conversation->CommClose();
 }
 
-bool DeviceInfo::ReadVKRTX() {
-  if (!SendAndWaitForAck(app_, InfoRequest, *this)) return false;
+bool DeviceInfo::ReadVKRTX(Conversation& conversation) {
+  if (!SendAndWaitForAck(conversation, InfoRequest)) return false;
   Bytes record;
-  const std::int32_t n = ReadBytes(app_, record, VKRTXRecordLength, *this);
+  const std::int32_t n = ReadBytes(conversation, record, VKRTXRecordLength);
   if (n < 0 || Mid(record, n, 1) != Checksum8(record, n - 1)) return false;
-  Send(app_, EndOfExchange);
+  Send(conversation, EndOfExchange);
   try {
     DecodeVKRTX(record);
   } catch (const RuntimeFault&) {
@@ -98,15 +107,17 @@ bool DeviceInfo::ReadVKRTX() {
   return true;
 }
 
-bool DeviceInfo::ReadVK5300() {
-  if (!SendAndWaitForAck(app_, InfoRequest, *this)) return false;
+bool DeviceInfo::ReadVK5300(Conversation& conversation) {
+  if (!SendAndWaitForAck(conversation, InfoRequest)) return false;
   TimeOutTmr.Interval = EndOfTextInterval;
   std::array<Bytes, 5> pieces;
   for (std::size_t i = 0; i < pieces.size(); ++i) {
-    if (i > 0) Send(app_, InfoContinue);
+    if (i > 0) Send(conversation, InfoContinue);
     // A text ends by the time-out: what came is kept and the result not looked at.
-    ReadBytes(app_, pieces[i], PieceLengths[i], *this);
+    ReadBytes(conversation, pieces[i], PieceLengths[i]);
+    if (!pieces[i].empty()) conversation.Answered(true);
   }
+  if (!IsWhole(pieces, 0) || !IsWhole(pieces, 1)) return false;
   DecodeVK5300(pieces);
   return true;
 }

@@ -21,11 +21,11 @@ class DeviceInfo : public Form {
 
  private:
   void Form_Load() override;
-  void TimeOutTmr_Timer() { SetTimeOutFlag(app_.globals, TimeOutTmr); }
+  void TimeOutTmr_Timer() { SetTimeOutFlag(app_, *this); }
   void CloseCmd_Click() { UnloadMe(); }
 
-  bool ReadVKRTX();
-  bool ReadVK5300();
+  bool ReadVKRTX(Conversation& conversation);
+  bool ReadVK5300(Conversation& conversation);
   void DecodeVKRTX(const Bytes& record);
   void DecodeVK5300(const std::array<Bytes, 5>& pieces);
   void DecodeFirmwareTexts(const Bytes& record);

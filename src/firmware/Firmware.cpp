@@ -15,7 +15,7 @@ namespace {
 constexpr int EraseLimit = 15000, ReadyLimit = 3000, BurnLimit = 6000;  // ms
 constexpr int EraseTick = 1000;                                         // ms
 constexpr std::size_t PieceLength = 10240;                              // bytes: the unit of progress
-constexpr const char *AnswerYes = "6", *AnswerNo = "7";
+constexpr Purpose UpgradingFirmware{"Upgrading the firmware", "End it by CANCEL in the window Upgrade Firmware."};
 
 }  // namespace
 
@@ -70,17 +70,27 @@ void Firmware::CheckFile() {
   }
 }
 
+std::shared_ptr<Conversation> Firmware::BeginProbe() {
+  // After a failed probe it is there already, with its port open.
+  if (!conversation_ || probing_) {
+    const auto begun = Conversation::Begin(app_, *this, UpgradingFirmware);
+    if (!begun) return nullptr;
+    conversation_ = begun;
+  }
+  return conversation_;
+}
+
 void Firmware::ProbeAndInstall() {
-  if (probing_) return;
+  const auto conversation = BeginProbe();
+  if (!conversation) return;
   probing_ = true;
-  probeStopped_ = false;
-  const bool found = DetectOfflineManager(app_, TimeOutTmr);
+  const bool found = DetectOfflineManager(*conversation);
   probing_ = false;
-  // Cancel and Back were live during the probe: after either of them nothing may be erased.
-  if (!IsLoaded() || probeStopped_) return;
+  if (conversation->IsOver()) return;
   if (!found) {
+    if (!conversation->IsOpen()) conversation_.reset();
     app_.forms.MsgBox(
-        "Press the Configuration Button on the " + app_.globals.CurrentProduct + "\r\nbefore attepmting to continue.",
+        "Press the Configuration Button on the " + conversation->product + "\r\nbefore attepmting to continue.",
         MessageIcon::Information);
     return;
   }
@@ -89,7 +99,8 @@ void Firmware::ProbeAndInstall() {
   NextCmd.Visible = false;
   BackCmd.Visible = false;
   FirmwareInstalling = true;
-  const bool installed = InstallFirmware(FirmFileTxt.Text);
+  const bool installed = InstallFirmware(*conversation, FirmFileTxt.Text);
+  conversation_.reset();
   ProgressInfoLbl.Caption =
       installed ? "Firmware has been successfully installed." : "An error has occured while installing firmware.";
   Progress.Value = Progress.Max;
@@ -99,7 +110,11 @@ void Firmware::ProbeAndInstall() {
 }
 
 void Firmware::BackCmd_Click() {
-  probeStopped_ = true;
+  if (probing_) {
+    // Nothing may be erased any more, whatever the device still answers.
+    conversation_->End();
+    conversation_.reset();
+  }
   if (app_.globals.FirmwarePage >= 1) {
     --app_.globals.FirmwarePage;
     ShowFirmwareStep(app_.globals.FirmwarePage);
@@ -113,16 +128,11 @@ void Firmware::CancelCmd_Click() {
     UnloadMe();
     return;
   }
-  const std::string& product = app_.globals.CurrentProduct;
-  // While the question stands nobody reads the port: the wait's clock must not run out over it.
-  const bool waiting = TimeOutTmr.Enabled;
-  TimeOutTmr.Enabled = false;
+  const std::string& product = conversation_->product;
   const bool yes = app_.forms.AskYesNo(
       "Are you sure you want cancel the firmware upgrade?\r\r\nCancelling will cause the firmware in the " + product +
           " to become corrupt. The\r\nfirmware will need to be resent before the " + product + " will operate.",
       true);
-  TimeOutTmr.Enabled = waiting;
-  CancelAnswer = yes ? AnswerYes : AnswerNo;
   if (yes) UnloadMe();
 }
 
@@ -134,40 +144,36 @@ void Firmware::Form_Close() {
   }
 }
 
-bool Firmware::InstallFirmware(const std::string& path) {
-  const std::int32_t port = app_.globals.ComPortNumber;
-  const std::string settings = LinkSettings(app_.globals);  // another product may be chosen during the waits
-  CancelAnswer = AnswerNo;
+bool Firmware::InstallFirmware(Conversation& conversation, const std::string& path) {
   Progress.Value = 0;
   Progress.Max = FullBar;
-  app_.comm.CommSet(port, settings);
+  conversation.CommSet();
   bool installed = false;
-  const auto cancelled = [&] { return CancelAnswer == AnswerYes; };
-  if (EraseAndWaitUntilReady() && StreamFile(app_, path, PieceLength, Progress, checkedLength_, cancelled)) {
-    SetTimeOut(*this, BurnLimit);
-    installed = WaitForAck(app_, *this) != FlagTrue;
-    app_.comm.CommSetNOXON(port, settings);
+  if (EraseAndWaitUntilReady(conversation) && StreamFile(conversation, path, PieceLength, Progress, checkedLength_)) {
+    SetTimeOut(conversation, BurnLimit);
+    installed = WaitForAck(conversation) != FlagTrue;
+    conversation.CommSetNOXON();
   }
-  Send(app_, EndOfExchange);
-  app_.comm.CommClose(port);
+  conversation.CommWriteLast(EndOfExchange);
+  conversation.CommClose();
   return installed;
 }
 
-bool Firmware::EraseAndWaitUntilReady() {
-  Send(app_, FirmwareMode);
+bool Firmware::EraseAndWaitUntilReady(Conversation& conversation) {
+  Send(conversation, FirmwareMode);
   ProgressInfoLbl.Caption = "Erasing flash memory...";
   Progress.Value = 0;
   FirmEraseTmr.Enabled = false;
   FirmEraseTmr.Interval = EraseTick;
   FirmEraseTmr.Enabled = true;
-  SetTimeOut(*this, EraseLimit);
-  const bool erased = WaitForAck(app_, *this) != FlagTrue;
+  SetTimeOut(conversation, EraseLimit);
+  const bool erased = WaitForAck(conversation) != FlagTrue;
   FirmEraseTmr.Enabled = false;
   if (!erased) return false;
   ProgressInfoLbl.Caption = "Firmware is being installed...";
   Progress.Value = 0;
-  SetTimeOut(*this, ReadyLimit);
-  return WaitForAck(app_, *this) != FlagTrue;
+  SetTimeOut(conversation, ReadyLimit);
+  return WaitForAck(conversation) != FlagTrue;
 }
 
 void Firmware::FirmEraseTmr_Timer() {
@@ -176,22 +182,23 @@ void Firmware::FirmEraseTmr_Timer() {
   if (Progress.Value == Progress.Max) FirmEraseTmr.Enabled = false;
 }
 
-bool Firmware::ReceiveFlashBurnResponse(Timer& timer) {
+bool Firmware::ReceiveFlashBurnResponse(Conversation& conversation) {
   constexpr int ResponseLimit = 3000, ChunkLength = 35;
+  const Globals& globals = conversation.app.globals;
   Bytes buffer;
-  timer.Interval = ResponseLimit;
-  const Wait wait(app_.globals, timer);
-  timer.Enabled = true;
+  conversation.TimeOutTmr().Interval = ResponseLimit;
+  conversation.app.globals.TimeOutFlag = FlagFalse;
+  conversation.TimeOutTmr().Enabled = true;
   const auto has = [&](const char* word) { return buffer.find(word) != Bytes::npos; };
   const auto over = [&] {
-    return has("Failed") || has("Successful") || app_.globals.TimeOutFlag == FlagTrue || !timer.Enabled;
+    return has("Failed") || has("Successful") || globals.TimeOutFlag == FlagTrue || conversation.IsOver();
   };
   while (!over()) {
     Bytes chunk;
-    PollPort(app_, chunk, ChunkLength, over);
+    PollPort(conversation, chunk, ChunkLength, over);
     buffer += chunk;
   }
-  return has("Successful") && app_.globals.TimeOutFlag == FlagFalse;
+  return has("Successful") && globals.TimeOutFlag == FlagFalse;
 }
 
 }  // namespace vk32

@@ -1,10 +1,12 @@
 // The wizard that replaces a gateway's firmware: pick a file, confirm it, watch the installation.
 #pragma once
 
+#include <memory>
 #include <string>
 #include <vector>
 
 #include "app/App.h"
+#include "link/Conversation.h"
 #include "link/VKComSubs.h"
 #include "shell/WizardPages.h"
 
@@ -17,19 +19,20 @@ class Firmware : public Form {
   explicit Firmware(App& app) : Form(app.forms, FormName, "Upgrade Firmware", 10800, 5880), app_(app) {}
 
   /// Runs the exchange on the port that the probe left open, and closes it. True if the device has burnt the file.
-  bool InstallFirmware(const std::string& path);
+  bool InstallFirmware(Conversation& conversation, const std::string& path);
   /// Reads a textual burn result. True if "Successful" came within 3000 ms. The timer is left enabled.
-  bool ReceiveFlashBurnResponse(Timer& timer);
+  static bool ReceiveFlashBurnResponse(Conversation& conversation);
 
  private:
   void Form_Load() override;
+  void Form_Unload() override { conversation_.reset(); }
   /// The window's own close control asks what CANCEL asks.
   void Form_Close() override;
   void NextCmd_Click();
   void BackCmd_Click();
   void CancelCmd_Click();
   void BrowseCmd_Click() { SelectFirmwareFile(); }
-  void TimeOutTmr_Timer() { SetTimeOutFlag(app_.globals, TimeOutTmr); }
+  void TimeOutTmr_Timer() { SetTimeOutFlag(app_, *this); }
   void FirmEraseTmr_Timer();
 
   void ShowFirmwareStep(int page) { ShowPageStep(Pages(), page, StepMarkFrame); }
@@ -38,15 +41,16 @@ class Firmware : public Form {
   void ShowCurrentPage();
   void CheckFile();
   void ProbeAndInstall();
-  bool EraseAndWaitUntilReady();
+  /// The one of this installation, begun with its first probe. nullptr if it can't begin; the user has been told.
+  std::shared_ptr<Conversation> BeginProbe();
+  bool EraseAndWaitUntilReady(Conversation& conversation);
   std::vector<WizardPage> Pages();
 
   App& app_;
   bool FirmwareInstalling = false;
-  std::uint64_t checkedLength_ = 0;  // of the file, in bytes, when it was checked
-  bool probeStopped_ = false;
-  bool probing_ = false;     // a second Next during the probe must not start a second installation
-  std::string CancelAnswer;  // "6" Yes, "7" No
+  std::uint64_t checkedLength_ = 0;             // of the file, in bytes, when it was checked
+  std::shared_ptr<Conversation> conversation_;  // from the first probe to the end of the installation
+  bool probing_ = false;
 
   static constexpr Place PagePlace{2640, 0, 8160, 5100};
 

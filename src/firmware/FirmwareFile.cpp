@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <filesystem>
 
+#include "app/App.h"
 #include "link/VKComSubs.h"
 #include "platform/Fault.h"
 #include "platform/Files.h"
@@ -36,21 +37,21 @@ int BarValue(std::uint64_t done, std::uint64_t total) {
   return static_cast<int>(static_cast<double>(done) / static_cast<double>(total) * FullBar);
 }
 
-bool StreamFile(App& app, const std::string& path, std::size_t pieceLength, ProgressBar& bar, std::uint64_t atLeast,
-                const std::function<bool()>& stop) {
+bool StreamFile(Conversation& conversation, const std::string& path, std::size_t pieceLength, ProgressBar& bar,
+                std::uint64_t atLeast) {
   try {
     InputFile file(path);
     const std::uint64_t total = file.Size();
     if (total < atLeast) return false;
-    for (std::uint64_t sent = 0; sent < total && !stop();) {
+    for (std::uint64_t sent = 0; sent < total && !conversation.IsOver();) {
       const auto length = static_cast<std::size_t>(std::min<std::uint64_t>(total - sent, pieceLength));
       const Bytes piece = file.Read(length);
       if (piece.size() < length) return false;
       // None can follow a piece that did not leave whole: the device would take a file with a gap.
-      if (!SendWhole(app, piece)) return true;
+      if (!SendWhole(conversation, piece)) return true;
       sent += length;
       bar.Value = BarValue(sent, total);
-      app.forms.dispatcher.DoEvents();
+      conversation.app.forms.dispatcher.DoEvents();
     }
     return true;
   } catch (const RuntimeFault&) {

@@ -1,10 +1,10 @@
 // Firmware files: opaque bytes, sent as they stand.
 #pragma once
 
-#include <functional>
+#include <cstdint>
 #include <string>
 
-#include "app/App.h"
+#include "link/Conversation.h"
 
 namespace vk32 {
 
@@ -19,12 +19,11 @@ bool IsFirmwareFile(const std::string& path);
 constexpr int FullBar = 1000;
 int BarValue(std::uint64_t done, std::uint64_t total);
 
-/// Sends the file to the chosen port in pieces, one CommWrite each, so that it is never held whole; moves the bar and
-/// lets events run behind each. Ends early when `stop` says so or a piece did not leave whole. False if the file could
-/// not be opened, or has shrunk since.
-bool StreamFile(
-    App& app, const std::string& path, std::size_t pieceLength, ProgressBar& bar, std::uint64_t atLeast = 0,
-    const std::function<bool()>& stop = [] { return false; });
+/// Sends the file in pieces, one CommWrite each, so that it is never held whole; moves the bar and lets events run
+/// behind each. Ends early when the conversation is over or a piece did not leave whole. False if the file could not be
+/// opened, or has shrunk since.
+bool StreamFile(Conversation& conversation, const std::string& path, std::size_t pieceLength, ProgressBar& bar,
+                std::uint64_t atLeast = 0);
 
 /// The open dialog's filter for the product's firmware files.
 std::string FirmwareFilter(const std::string& product);

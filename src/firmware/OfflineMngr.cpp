@@ -9,7 +9,9 @@
 namespace vk32 {
 namespace {
 
-constexpr int PollLength = 100;  // bytes a tick
+constexpr int PollLength = 100;                      // bytes a tick
+constexpr std::uint64_t LongestByXmodem = 16 << 20;  // bytes: it is held whole
+constexpr Purpose Recovering{"The Offline Manager", "End it by CLOSE in the window Offline Manager."};
 
 }  // namespace
 
@@ -19,24 +21,44 @@ OfflineMngr::OfflineMngr(App& app) : Form(app.forms, FormName, "Offline Manager"
 
 void OfflineMngr::Form_Load() {
   ShowProgress(false);
-  port_ = app_.globals.ComPortNumber;
-  OpenLink(app_);
-  app_.comm.CommSet(port_, LinkSettings(app_.globals));
-  app_.comm.CommFlush(port_);
-  Send(app_, RecoveryNewline);
+  conversation_ = Conversation::Begin(app_, *this, Recovering);
+  if (!conversation_) return;
+  conversation_->CommOpen();
+  conversation_->CommSet();
+  conversation_->CommFlush();
+  Send(*conversation_, RecoveryNewline);
+  LetGoOfClosedPort();
+}
+
+void OfflineMngr::LetGoOfClosedPort() {
+  if (conversation_ && !conversation_->IsOpen()) conversation_.reset();
 }
 
 void OfflineMngr::tmrTime_Timer() {
-  // A terminal that was closed inside of another form's wait must not take its bytes.
-  if (!IsLoaded()) return;
+  const auto conversation = conversation_;  // its own end may come while events run
   Bytes data;
-  app_.comm.CommRead(port_, data, PollLength);
-  if (!data.empty()) TermShowData(Term, data);
+  if (conversation) conversation->CommRead(data, PollLength);
+  if (!IsLoaded()) return;
+  if (data.empty()) {
+    // A silent line wakes nobody.
+    tmrTime.SleepUntilReadable(conversation ? conversation->WaitHandle() : -1);
+  } else {
+    TermShowData(Term, data);
+  }
 }
 
-/// The device alone shows what was typed, by its echo. A key must not get into the middle of a file.
+/// The device alone shows what was typed, by its echo. A key must not get into the middle of a file, nor into the write
+/// of the key before it, for which the device may take its time.
 bool OfflineMngr::Term_KeyPress(char key) {
-  if (!sending_) Send(app_, Bytes(1, key));
+  if (sending_) return false;
+  typed_ += key;
+  if (typing_) return false;
+  typing_ = true;
+  const auto conversation = conversation_;
+  for (; !typed_.empty(); typed_.erase(0, 1)) {
+    if (conversation) Send(*conversation, typed_.substr(0, 1));
+  }
+  typing_ = false;
   return false;
 }
 
@@ -72,7 +94,11 @@ void OfflineMngr::SendFirmwareCmd_Click() {
       "erase the system code.\r\n\nHas this been done?",
       false);
   if (!done) return;
-  const std::string& product = app_.globals.CurrentProduct;
+  // A failed transfer has closed the port and ended the conversation.
+  if (!conversation_) conversation_ = Conversation::Begin(app_, *this, Recovering);
+  const auto conversation = conversation_;
+  if (!conversation) return;
+  const std::string& product = conversation->product;
   const bool xmodem = (product == "VK-RTX" || product == "VK5300") &&
                       app_.forms.AskYesNo(
                           "Click Yes to transfer the firmware file using the Xmodem protocol.\r\nClick No to "
@@ -82,54 +108,61 @@ void OfflineMngr::SendFirmwareCmd_Click() {
   sending_ = true;
   tmrTime.Enabled = false;
   if (xmodem) {
-    SendFirmwareByXmodem();
+    SendFirmwareByXmodem(*conversation);
   } else {
-    SendFirmwareAsText();
+    SendFirmwareAsText(*conversation);
   }
   tmrTime.Enabled = true;
   sending_ = false;
+  LetGoOfClosedPort();
 }
 
-void OfflineMngr::AskForFile() {
-  OfflineDialog.Prepare("Select Firmware File", FirmwareFilter(app_.globals.CurrentProduct));
+void OfflineMngr::AskForFile(const Conversation& conversation) {
+  OfflineDialog.Prepare("Select Firmware File", FirmwareFilter(conversation.product));
   OfflineDialog.ShowOpen();
 }
 
-void OfflineMngr::TellUnreadable() {
-  app_.forms.MsgBox("The firmware file " + OfflineDialog.FileName.Value() +
-                        " can't be read to its end.\r\nSelect a file that you may read, and send it again.",
-                    MessageIcon::Critical, "Error!");
+void OfflineMngr::TellUnsent(const std::string& why) {
+  app_.forms.MsgBox("The firmware file " + OfflineDialog.FileName.Value() + " " + why, MessageIcon::Critical, "Error!");
 }
 
-void OfflineMngr::SendFirmwareByXmodem() {
-  AskForFile();
+void OfflineMngr::TellUnreadable() {
+  TellUnsent("can't be read to its end.\r\nSelect a file that you may read, and send it again.");
+}
+
+void OfflineMngr::SendFirmwareByXmodem(Conversation& conversation) {
+  AskForFile(conversation);
   if (OfflineDialog.FileName.Value().empty()) return;
   Bytes data;
   try {
     InputFile file(OfflineDialog.FileName);
+    if (file.Size() > LongestByXmodem) {
+      TellUnsent("has more than 16 MB: no gateway holds so much.\r\nSelect the firmware file of the " +
+                 conversation.product + ", and send it again.");
+      return;
+    }
     data = file.Read(static_cast<std::size_t>(file.Size()));
   } catch (const RuntimeFault&) {
     TellUnreadable();
     return;
   }
-  Xmodem(app_, *this).XmodemSend(data);
+  Xmodem(conversation, *this).XmodemSend(data);
 }
 
-void OfflineMngr::SendFirmwareAsText() {
-  const std::size_t pieceLength = app_.globals.CurrentProduct == "VK-RTX" ? 10240 : 512;
+void OfflineMngr::SendFirmwareAsText(Conversation& conversation) {
+  const std::size_t pieceLength = conversation.product == "VK-RTX" ? 10240 : 512;
   Progress.Value = 0;
   Progress.Max = FullBar;
-  app_.comm.CommSet(app_.globals.ComPortNumber, LinkSettings(app_.globals));
-  AskForFile();
+  conversation.CommSet();
+  AskForFile(conversation);
   ShowProgress(true);
   const std::string& path = OfflineDialog.FileName;
-  const auto closed = [this] { return !IsLoaded(); };
-  if (!path.empty() && !StreamFile(app_, path, pieceLength, Progress, 0, closed)) TellUnreadable();
+  if (!path.empty() && !StreamFile(conversation, path, pieceLength, Progress)) TellUnreadable();
   ShowProgress(false);
 }
 
 void OfflineMngr::CloseCmd_Click() {
-  app_.comm.CommClose(port_);
+  if (conversation_) conversation_->CommClose();
   UnloadMe();
 }
 

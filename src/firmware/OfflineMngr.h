@@ -2,8 +2,11 @@
 // file.
 #pragma once
 
+#include <memory>
+#include <string>
 #include <string_view>
 
+#include "app/App.h"
 #include "firmware/Xmodem.h"
 #include "link/VKComSubs.h"
 
@@ -18,27 +21,33 @@ class OfflineMngr : public Form, public XmodemProgress {
   void StartOfflineProgressBar() override;
   void UpdateOfflineProgressBar(std::size_t done, std::size_t total) override;
   void FinishOfflineProgressBar() override;
-  bool OfflineFormGone() const override { return !IsLoaded(); }
 
  private:
   void Form_Load() override;
+  void Form_Unload() override { conversation_.reset(); }
   void tmrTime_Timer();
-  void TimeOutTmr_Timer() { SetTimeOutFlag(app_.globals, TimeOutTmr); }
+  void TimeOutTmr_Timer() { SetTimeOutFlag(app_, *this); }
   void SendFirmwareCmd_Click();
   void CloseCmd_Click();
   bool Term_KeyPress(char key);
 
   /// Puts what the device has sent into the terminal. Ends whatever arrives.
   static void TermShowData(TextBox& box, std::string_view data);
-  void SendFirmwareByXmodem();
-  void SendFirmwareAsText();
-  void AskForFile();
+  void SendFirmwareByXmodem(Conversation& conversation);
+  void SendFirmwareAsText(Conversation& conversation);
+  void AskForFile(const Conversation& conversation);
+  /// `why`: the rest of a sentence that begins with the file.
+  void TellUnsent(const std::string& why);
   void TellUnreadable();
+  /// Without an open port there is nothing left to talk to.
+  void LetGoOfClosedPort();
   void ShowProgress(bool visible);
 
   App& app_;
-  std::int32_t port_ = 0;  // that it has opened; another may be chosen meanwhile
-  bool sending_ = false;   // a file is on its way
+  std::shared_ptr<Conversation> conversation_;  // as long as its port is open
+  bool sending_ = false;                        // a file is on its way
+  bool typing_ = false;                         // a key is
+  std::string typed_;                           // that key and those behind it
 
  public:
   // clang-format off

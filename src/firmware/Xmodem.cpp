@@ -1,6 +1,7 @@
 // The Xmodem sender.
 #include "firmware/Xmodem.h"
 
+#include "app/App.h"
 #include "core/Convert.h"
 #include "link/Frames.h"
 #include "link/VKComSubs.h"
@@ -20,9 +21,9 @@ bool Xmodem::XmodemSend(const Bytes& data) {
   std::size_t remainder = total;
   std::uint32_t counter = 1;
   form_.StartOfflineProgressBar();
-  OpenLink(app_);  // the terminal has it open: "Port in use."
-  SetDeviceLink(app_);
-  app_.comm.CommFlush(app_.globals.ComPortNumber);
+  conversation_.CommOpen();  // the terminal has it open: "Port in use."
+  SetDeviceLink(conversation_);
+  conversation_.CommFlush();
   if (XmodemReadByte(FirstNakLimit) != NakByte) return Fail();
   while (remainder != 0) {
     Bytes block = data.substr((counter - 1) * BlockLength, BlockLength);
@@ -43,12 +44,12 @@ bool Xmodem::XmodemSend(const Bytes& data) {
 }
 
 bool Xmodem::Fail() {
-  if (!form_.OfflineFormGone()) app_.comm.CommClose(app_.globals.ComPortNumber);
+  conversation_.CommClose();
   return true;
 }
 
 void Xmodem::XmodemSendBlock(const Bytes& block, std::uint8_t number) {
-  Send(app_, Bytes(1, Soh) + Chr(number) + Chr(255 - number) + block + Chr(XmodemChecksum(block)));
+  Send(conversation_, Bytes(1, Soh) + Chr(number) + Chr(255 - number) + block + Chr(XmodemChecksum(block)));
 }
 
 std::uint8_t Xmodem::XmodemChecksum(const Bytes& block) {
@@ -59,15 +60,29 @@ std::uint8_t Xmodem::XmodemChecksum(const Bytes& block) {
 
 std::uint8_t Xmodem::XmodemReadByte(int limit) {
   XmodemTimedOut = false;
-  const Alarm alarm(app_.forms.dispatcher.Loop(), std::chrono::milliseconds(limit), [this] { XmodemTimedOut = true; });
+  StartTimer(limit);
   Bytes byte;
-  const auto over = [&] { return !byte.empty() || XmodemTimedOut || form_.OfflineFormGone(); };
-  while (!over()) PollPort(app_, byte, 1, over);
-  return XmodemTimedOut || byte.empty() || form_.OfflineFormGone() ? NoAnswer : CByte(Asc(byte, 1));
+  const auto over = [&] { return !byte.empty() || XmodemTimedOut || conversation_.IsOver(); };
+  while (!over()) PollPort(conversation_, byte, 1, over);
+  XmodemTimer.reset();
+  const bool answered = !XmodemTimedOut && !byte.empty() && !conversation_.IsOver();
+  conversation_.Answered(answered);
+  return answered ? CByte(Asc(byte, 1)) : NoAnswer;
+}
+
+void Xmodem::StartTimer(int limit) {
+  EventLoop& loop = conversation_.app.forms.dispatcher.Loop();
+  XmodemTimer.emplace(loop, std::chrono::milliseconds(limit), [this, limit] { XmodemTimerProc(limit); });
+}
+
+/// Nobody reads the port while a box waits for the user: a time that runs out then does not count.
+void Xmodem::XmodemTimerProc(int limit) {
+  if (conversation_.app.forms.IsAsking()) return StartTimer(limit);
+  XmodemTimedOut = true;
 }
 
 bool Xmodem::XmodemSendEot() {
-  Send(app_, Bytes(1, Eot));
+  Send(conversation_, Bytes(1, Eot));
   return XmodemReadByte(AnswerLimit) != AckByte;
 }
 

@@ -2,8 +2,9 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 
-#include "app/App.h"
+#include "link/Conversation.h"
 
 namespace vk32 {
 
@@ -14,14 +15,12 @@ class XmodemProgress {
   virtual void StartOfflineProgressBar() = 0;
   virtual void UpdateOfflineProgressBar(std::size_t done, std::size_t total) = 0;
   virtual void FinishOfflineProgressBar() = 0;
-  /// Its window has been closed: there is nobody left to send for, and the port may be another's by now.
-  virtual bool OfflineFormGone() const = 0;
 };
 
 /// One transfer on the port that is open already.
 class Xmodem {
  public:
-  Xmodem(App& app, XmodemProgress& form) : app_(app), form_(form) {}
+  Xmodem(Conversation& conversation, XmodemProgress& form) : conversation_(conversation), form_(form) {}
 
   /// Sends the whole data. True on failure, which closes the port unless it was the end that went unanswered; false on
   /// success, which leaves it open with flow control off. A receiver that asks for a block again gets it, without
@@ -37,10 +36,13 @@ class Xmodem {
   std::uint8_t XmodemReadByte(int limit);
   bool XmodemSendEot();
   bool Fail();
+  void StartTimer(int limit);
+  void XmodemTimerProc(int limit);
 
-  App& app_;
+  Conversation& conversation_;
   XmodemProgress& form_;
   bool XmodemTimedOut = false;
+  std::optional<Alarm> XmodemTimer;
 };
 
 }  // namespace vk32

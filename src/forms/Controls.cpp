@@ -316,6 +316,12 @@ void Timer::Arm(Time delay) {
   running_ = OwnerForm().Registry().dispatcher.Loop().StartTimer(delay, [this] { Tick(); });
 }
 
+void Timer::SleepUntilReadable(int fd) {
+  EventLoop& loop = OwnerForm().Registry().dispatcher.Loop();
+  loop.StopTimer(running_);
+  running_ = loop.StartWhenReadable(fd, [this] { Tick(); });
+}
+
 void Timer::Tick() {
   Dispatcher& dispatcher = OwnerForm().Registry().dispatcher;
   const Time interval = std::chrono::milliseconds(Interval.Value());

@@ -237,8 +237,8 @@ class Timer : public Control {
   Timer(Form& form, ControlName name, int interval, bool enabled, Handler tick);
   ~Timer() override;
 
-  /// A timer stands nowhere on the form.
-  bool IsRunning() const { return running_ != 0; }
+  /// Leaves out the ticks to come until `fd` can be read; -1: until it is enabled anew.
+  void SleepUntilReadable(int fd);
 
  private:
   void AssignInterval(const int& milliseconds);

@@ -35,9 +35,9 @@ void Dispatcher::DoEvents() {
   LeaveIfEnded();
 }
 
-void Dispatcher::Idle(int fd) {
+void Dispatcher::Idle(const WaitFor& what) {
   LeaveIfEnded();
-  loop_.Wait(fd);
+  loop_.Wait(what);
 }
 
 void Dispatcher::End() {

@@ -19,8 +19,8 @@ class Dispatcher {
 
   /// Lets pending events run, from inside an act.
   void DoEvents();
-  /// Sleeps until `fd` can be read or an event is due. The only sleep of the program's waits.
-  void Idle(int fd);
+  /// Sleeps until what is waited for has come or an event is due. The only sleep of the program's waits.
+  void Idle(const WaitFor& what);
 
   /// Ends the program at once, from inside an act: no question, no form is told.
   [[noreturn]] void End();

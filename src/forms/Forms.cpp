@@ -11,11 +11,6 @@ Forms::Forms(EventLoop& loop, Screen& screen) : dispatcher(loop, screen), screen
   dispatcher.BehindEachAct([this] { EndIfNothingShows(); });
 }
 
-Forms::~Forms() {
-  // The topmost first, as they stand on each other.
-  while (!loaded_.empty()) Unload(*loaded_.back());
-}
-
 void Forms::Register(const std::string& name, Factory factory) { factories_[name] = std::move(factory); }
 
 bool Forms::IsRegistered(std::string_view name) const { return factories_.find(name) != factories_.end(); }
@@ -65,6 +60,10 @@ void Forms::Unload(Form& form) {
   somethingWent_ = true;
 }
 
+void Forms::UnloadAll() {
+  while (!loaded_.empty()) Unload(*loaded_.back());
+}
+
 Form* Forms::Find(std::string_view name) const {
   for (const auto& form : loaded_) {
     if (name == form->Name()) return form.get();
@@ -93,22 +92,29 @@ void Forms::EndIfNothingShows() {
   if (!shows) dispatcher.End();
 }
 
-Answer Forms::MsgBox(const std::string& text, MessageIcon icon, const std::string& title) {
-  const Answer answer = screen_.Ask({text, icon, title, MessageButtons::OK, false});
+template <class Ask>
+auto Forms::WaitForUser(Ask ask) {
+  struct Asking {
+    explicit Asking(int& depth) : depth_(depth) { ++depth_; }
+    ~Asking() { --depth_; }
+    int& depth_;
+  };
+  auto answer = (Asking(asking_), ask());
   dispatcher.LeaveIfEnded();
   return answer;
 }
 
+Answer Forms::MsgBox(const std::string& text, MessageIcon icon, const std::string& title) {
+  return WaitForUser([&] { return screen_.Ask({text, icon, title, MessageButtons::OK, false}); });
+}
+
 bool Forms::AskYesNo(const std::string& text, bool yesBreaksSomething, const std::string& title) {
-  const Answer answer = screen_.Ask({text, MessageIcon::Question, title, MessageButtons::YesNo, yesBreaksSomething});
-  dispatcher.LeaveIfEnded();
-  return answer == Answer::Yes;
+  const MessageBoxRequest question{text, MessageIcon::Question, title, MessageButtons::YesNo, yesBreaksSomething};
+  return WaitForUser([&] { return screen_.Ask(question); }) == Answer::Yes;
 }
 
 std::optional<std::string> Forms::AskFile(const FileDialogRequest& request) {
-  auto path = screen_.AskFile(request);
-  dispatcher.LeaveIfEnded();
-  return path;
+  return WaitForUser([&] { return screen_.AskFile(request); });
 }
 
 }  // namespace vk32

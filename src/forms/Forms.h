@@ -19,7 +19,7 @@ class Forms {
   using Factory = std::function<std::shared_ptr<Form>()>;
 
   Forms(EventLoop& loop, Screen& screen);
-  ~Forms();
+  ~Forms() { UnloadAll(); }
 
   void Register(const std::string& name, Factory factory);
   bool IsRegistered(std::string_view name) const;
@@ -32,6 +32,8 @@ class Forms {
   /// The object lives on until the handlers that are on the stack have returned.
   void Unload(Form& form);
   void Unload(std::string_view name);
+  /// The topmost first, as they stand on each other.
+  void UnloadAll();
   /// The loaded form of that name, or nullptr.
   Form* Find(std::string_view name) const;
   /// The loaded forms, topmost last.
@@ -41,6 +43,8 @@ class Forms {
   /// A Yes/No question; true for Yes.
   bool AskYesNo(const std::string& text, bool yesBreaksSomething, const std::string& title = "VK32");
   std::optional<std::string> AskFile(const FileDialogRequest& request);
+  /// A box or a file dialog waits for the user: whoever called it has to wait as well.
+  bool IsAsking() const { return asking_ > 0; }
 
   Screen& GetScreen() const { return screen_; }
 
@@ -52,9 +56,14 @@ class Forms {
   /// The program ends when the last window has gone.
   void EndIfNothingShows();
 
+  /// Asks the screen.
+  template <class Ask>
+  auto WaitForUser(Ask ask);
+
   Screen& screen_;
   std::map<std::string, Factory, std::less<>> factories_;
   std::vector<std::shared_ptr<Form>> loaded_;
+  int asking_ = 0;
   bool somethingWent_ = false;  // a form was unloaded or hidden in the act under way
 };
 

@@ -38,8 +38,7 @@ Bytes BuildImageFrame(Globals& globals) {
 
 }  // namespace
 
-Bytes BuildFrame(Globals& globals, std::uint8_t code) {
-  const std::string& product = globals.CurrentProduct;
+Bytes BuildFrame(Globals& globals, std::string_view product, std::uint8_t code) {
   if (product == "VK-RTX" || (product == "VK5300" && code != ImageFrame::Code)) return BuildBlockFrame(globals, code);
   if (product == "VK5300" || product == "RB2000" || product == "RB3000" || product == "RBCard") {
     return BuildImageFrame(globals);

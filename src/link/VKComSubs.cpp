@@ -6,6 +6,7 @@
 
 #include "app/App.h"
 #include "core/Convert.h"
+#include "link/Conversation.h"
 #include "link/Frames.h"
 
 namespace vk32 {
@@ -14,42 +15,41 @@ namespace {
 constexpr int ProbeInterval = 1000;  // ms
 constexpr int BannerLength = 340;    // bytes
 constexpr const char* BannerName = "offline manager";
+constexpr Purpose TestingPort{"The test of the port", "Wait until it has ended."};
 
-Timer& TimeOutTmrOf(Form& form) { return form.Get<Timer>("TimeOutTmr"); }
-
-/// A wait whose clock was stopped by another exchange of the same form, begun inside of it, is over as well.
-void EndIfStopped(Globals& globals, const Timer& timer) {
-  if (!timer.Enabled) globals.TimeOutFlag = FlagTrue;
+/// Lets the clock of the form run, and `pass` again and again, until `done` or the end of the time. Clears the flag
+/// first. The timer is disabled on return.
+void WaitUntil(Conversation& conversation, const std::function<bool()>& done,
+               const std::function<void(const std::function<bool()>& over)>& pass) {
+  Globals& globals = conversation.app.globals;
+  Timer& timer = conversation.TimeOutTmr();
+  const auto over = [&] { return done() || globals.TimeOutFlag == FlagTrue || conversation.IsOver(); };
+  globals.TimeOutFlag = FlagFalse;
+  timer.Enabled = true;
+  while (!over()) pass(over);
+  timer.Enabled = false;
+  if (conversation.IsOver()) globals.TimeOutFlag = FlagTrue;
+  conversation.Answered(globals.TimeOutFlag == FlagFalse);
 }
 
-/// Clears the flag, reads until `count` bytes have been counted or it is set; stops the timer. Returns the count.
-std::int32_t ReadUntilTimeOut(App& app, Bytes& buffer, std::int32_t count, Timer& timer) {
-  Globals& globals = app.globals;
-  const Wait wait(globals, timer);
+/// Appends up to `count` bytes to the buffer. Returns the count of what CommRead has told.
+std::int32_t ReadUntilTimeOut(Conversation& conversation, Bytes& buffer, std::int32_t count) {
   std::int32_t received = 0;
-  timer.Enabled = true;
-  const auto over = [&] {
-    EndIfStopped(globals, timer);
-    return received >= count || globals.TimeOutFlag == FlagTrue;
-  };
-  while (!over()) {
-    Bytes chunk;
-    received += PollPort(app, chunk, count - received, over);
-    buffer += chunk;
-  }
-  timer.Enabled = false;
+  WaitUntil(
+      conversation, [&] { return received >= count; },
+      [&](const auto& over) {
+        Bytes chunk;
+        received += PollPort(conversation, chunk, count - received, over);
+        buffer += chunk;
+      });
   return received;
 }
 
 }  // namespace
 
-void SetTimeOutFlag(Globals& globals, const Timer& timer) {
-  if (globals.WaitingTimer == nullptr || globals.WaitingTimer == &timer) globals.TimeOutFlag = FlagTrue;
-}
-
-Wait::Wait(Globals& globals, const Timer& timer) : globals_(globals), outer_(globals.WaitingTimer) {
-  globals.TimeOutFlag = FlagFalse;
-  globals.WaitingTimer = &timer;
+void SetTimeOutFlag(App& app, const Form& form) {
+  const bool others = app.conversation != nullptr && &app.conversation->form != &form;
+  if (!others && !app.forms.IsAsking()) app.globals.TimeOutFlag = FlagTrue;
 }
 
 Bytes Checksum8(const Bytes& text, int count) {
@@ -69,120 +69,107 @@ Bytes Checksum16(const Bytes& text, int count) {
   return Bytes{Chr(low), Chr(high)};
 }
 
-std::string LinkSettings(const Globals& globals) { return "baud=" + globals.BaudRate + " parity=N data=8 stop=1"; }
-
-std::int32_t OpenLink(App& app) {
-  const std::int32_t port = app.globals.ComPortNumber;
-  return app.comm.CommOpen(port, "COM" + Str(port), LinkSettings(app.globals));
-}
-
-std::int32_t PollPort(App& app, Bytes& chunk, std::int32_t maximum, const std::function<bool()>& over) {
-  const std::int32_t port = app.globals.ComPortNumber;
-  const std::int32_t status = app.comm.CommRead(port, chunk, maximum);
-  app.forms.dispatcher.DoEvents();
-  if (chunk.empty() && !over()) app.comm.Idle(port);
+std::int32_t PollPort(Conversation& conversation, Bytes& chunk, std::int32_t maximum,
+                      const std::function<bool()>& over) {
+  const std::int32_t status = conversation.CommRead(chunk, maximum);
+  conversation.app.forms.dispatcher.DoEvents();
+  if (chunk.empty() && !over()) conversation.app.forms.dispatcher.Idle(conversation.WaitHandle());
   return status;
 }
 
-Flag WaitForAck(App& app, Form& form) {
-  Globals& globals = app.globals;
-  Timer& timer = TimeOutTmrOf(form);
-  const Wait wait(globals, timer);
+Flag WaitForAck(Conversation& conversation) {
   Bytes reply;
-  timer.Enabled = true;
-  const auto over = [&] {
-    EndIfStopped(globals, timer);
-    return reply == Bytes(1, Ack) || globals.TimeOutFlag == FlagTrue;
-  };
-  while (!over()) PollPort(app, reply, 1, over);
-  timer.Enabled = false;
-  return globals.TimeOutFlag;
+  WaitUntil(
+      conversation, [&] { return reply == Bytes(1, Ack); },
+      [&](const auto& over) { PollPort(conversation, reply, 1, over); });
+  return conversation.app.globals.TimeOutFlag;
 }
 
-std::int32_t ReadBytes(App& app, Bytes& buffer, std::int32_t count, Form& form) {
-  const std::int32_t received = ReadUntilTimeOut(app, buffer, count, TimeOutTmrOf(form));
-  return app.globals.TimeOutFlag < FlagTrue ? received : -1;
+std::int32_t ReadBytes(Conversation& conversation, Bytes& buffer, std::int32_t count) {
+  const std::int32_t received = ReadUntilTimeOut(conversation, buffer, count);
+  return conversation.app.globals.TimeOutFlag < FlagTrue ? received : -1;
 }
 
-void WaitForTimeOut(App& app, Form& form) {
-  Timer& timer = TimeOutTmrOf(form);
-  const Wait wait(app.globals, timer);
-  timer.Enabled = true;
-  while (app.globals.TimeOutFlag != FlagTrue) {
-    app.forms.dispatcher.Idle(-1);
-    app.forms.dispatcher.DoEvents();
-    EndIfStopped(app.globals, timer);
+void WaitForTimeOut(Conversation& conversation) {
+  Dispatcher& dispatcher = conversation.app.forms.dispatcher;
+  conversation.app.globals.TimeOutFlag = FlagFalse;
+  conversation.TimeOutTmr().Enabled = true;
+  while (conversation.app.globals.TimeOutFlag != FlagTrue && !conversation.IsOver()) {
+    dispatcher.Idle(-1);
+    dispatcher.DoEvents();
   }
 }
 
-void SetTimeOut(Form& form, int milliseconds) {
-  Timer& timer = TimeOutTmrOf(form);
+void SetTimeOut(Conversation& conversation, int milliseconds) {
+  Timer& timer = conversation.TimeOutTmr();
   timer.Interval = milliseconds;
   timer.Enabled = false;
 }
 
-bool Send(App& app, const Bytes& message) {
+bool Send(Conversation& conversation, const Bytes& message) {
   try {
-    app.comm.CommWrite(app.globals.ComPortNumber, message);
+    conversation.CommWrite(message);
     return true;
   } catch (const RuntimeFault&) {
     return false;
   }
 }
 
-bool SendWhole(App& app, const Bytes& piece) {
+bool SendWhole(Conversation& conversation, const Bytes& message) {
   try {
-    return app.comm.CommWrite(app.globals.ComPortNumber, piece) == static_cast<std::int32_t>(piece.size());
+    return conversation.CommWrite(message) == static_cast<std::int32_t>(message.size());
   } catch (const RuntimeFault&) {
     return false;
   }
 }
 
-bool SendAndWaitForAck(App& app, const Bytes& message, Form& form) {
-  return Send(app, message) && WaitForAck(app, form) != FlagTrue;
+bool SendAndWaitForAck(Conversation& conversation, const Bytes& message) {
+  return Send(conversation, message) && WaitForAck(conversation) != FlagTrue;
 }
 
-void TellTimeOut(App& app) {
-  app.forms.MsgBox("A timeout or error has occured while communicating to the " + app.globals.CurrentProduct,
-                   MessageIcon::Critical, "Error!");
+void TellTimeOut(Conversation& conversation) {
+  if (conversation.IsOver()) return;
+  conversation.app.forms.MsgBox("A timeout or error has occured while communicating to the " + conversation.product,
+                                MessageIcon::Critical, "Error!");
 }
 
-void SetDeviceLink(App& app) {
-  const std::string settings = LinkSettings(app.globals);
-  const std::int32_t port = app.globals.ComPortNumber;
-  app.comm.CommSet(port, settings);
-  app.comm.CommFlush(port);
-  app.forms.dispatcher.DoEvents();
-  app.comm.CommSetNOXON(port, settings);
+void SetDeviceLink(Conversation& conversation) {
+  conversation.CommSet();
+  conversation.CommFlush();
+  conversation.app.forms.dispatcher.DoEvents();
+  conversation.CommSetNOXON();
 }
 
-void CheckComPort(App& app) {
-  if (OpenLink(app) != 0) {
+void CheckComPort(App& app, Form& menu) {
+  const auto conversation = Conversation::Begin(app, menu, TestingPort, app.globals.ComPortNumber);
+  if (!conversation) return;
+  if (conversation->CommOpen() != 0) {
     std::string error;
     app.comm.CommGetError(error);
     app.forms.MsgBox("UNABLE TO OPEN COM PORT,  Error: " + error, MessageIcon::Information,
                      "INVALID COM PORT!!! Please Select Again.");
-    if (Form* menu = app.forms.Find("ProductMenu")) menu->Get<ComboBox>("COMCbo").Text = "None";
+    menu.Get<ComboBox>("COMCbo").Show("None");
     app.globals.ComPortText = "None";
   }
-  app.comm.CommClose(app.globals.ComPortNumber);
+  conversation->CommClose();
 }
 
-bool DetectOfflineManager(App& app, Timer& timer) {
+bool DetectOfflineManager(Conversation& conversation) {
+  Timer& timer = conversation.TimeOutTmr();
   const int interval = timer.Interval;
   timer.Interval = ProbeInterval;
-  app.globals.TimeOutFlag = FlagFalse;
-  OpenLink(app);  // "Port in use." after an earlier try: the probe goes on with the open port
+  conversation.app.globals.TimeOutFlag = FlagFalse;
+  conversation.CommOpen();  // "Port in use." after an earlier try: the probe goes on with the open port
   Bytes text;
   bool found = false;
-  if (Send(app, RecoveryProbe)) {
-    ReadUntilTimeOut(app, text, BannerLength, timer);
+  if (Send(conversation, RecoveryProbe)) {
+    ReadUntilTimeOut(conversation, text, BannerLength);
     std::transform(text.begin(), text.end(), text.begin(),
                    [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; });
-    found = text.find(BannerName) != Bytes::npos && app.globals.TimeOutFlag == FlagFalse;
+    found = text.find(BannerName) != Bytes::npos && conversation.app.globals.TimeOutFlag == FlagFalse;
   }
   timer.Interval = interval;
-  app.comm.CommFlush(app.globals.ComPortNumber);
+  conversation.CommFlush();
   return found;
 }
 

@@ -10,7 +10,8 @@ namespace vk32 {
 namespace {
 
 constexpr std::uint32_t QueueSize = 1024;
-constexpr std::uint32_t PurgeAll = 15;  // abort and clear, transmit and receive
+constexpr std::uint32_t PurgeAll = 15;    // abort and clear, transmit and receive
+constexpr std::uint32_t PurgeOutput = 5;  // abort and clear, transmit
 constexpr std::int32_t ReadBufferSize = 1024;
 constexpr CommTimeouts Timeouts{0xFFFFFFFF, 0, 1000, 1000, 0};  // reads return at once, writes have 1000 ms a byte
 
@@ -24,10 +25,12 @@ std::string Hex(std::uint32_t value) {
 
 }  // namespace
 
+bool modCOMM::IsPort(std::int32_t port) const {
+  return port >= 1 && port <= static_cast<std::int32_t>(CommPorts.size());
+}
+
 modCOMM::CommPort& modCOMM::Port(std::int32_t port) {
-  if (port < 1 || port > static_cast<std::int32_t>(CommPorts.size())) {
-    throw RuntimeFault(RuntimeFault::SubscriptOutOfRange);
-  }
+  if (!IsPort(port)) throw RuntimeFault(RuntimeFault::SubscriptOutOfRange);
   return CommPorts[static_cast<std::size_t>(port - 1)];
 }
 
@@ -136,23 +139,31 @@ std::int32_t modCOMM::CommRead(std::int32_t port, Bytes& data, std::int32_t maxi
   });
 }
 
-std::int32_t modCOMM::CommWrite(std::int32_t port, const Bytes& data) {
-  CommPort& record = Port(port);
+std::int32_t modCOMM::CommWrite(std::int32_t port, const Bytes& data, const std::function<bool()>& stop) {
+  const SerialDriver::Handle handle = Port(port).Handle;  // the port may be closed, and opened anew, meanwhile
   std::uint32_t written = 0;
-  bool done = driver_.Write(record.Handle, data, written);
+  bool done = driver_.Write(handle, data, written);
   // Taken before events run: a handler may use the driver, too.
   const std::int32_t error = done ? 0 : driver_.LastError();
   dispatcher_.DoEvents();
   if (!done && error == 0) return static_cast<std::int32_t>(written);
   if (!done && error != SerialDriver::ErrorIoPending) {
-    CommSetLastErrorFlags(error, "CommWrite (WriteFile)", record.Handle);
+    CommSetLastErrorFlags(error, "CommWrite (WriteFile)", handle);
     return -1;
   }
   while (!done) {
-    done = driver_.PendingResult(record.Handle, written);
-    if (done || driver_.LastError() == SerialDriver::ErrorIoIncomplete) continue;
-    CommSetLastErrorFlags(driver_.LastError(), "CommWrite (GetOverlappedResult)", record.Handle);
-    return static_cast<std::int32_t>(written);
+    done = driver_.PendingResult(handle, written);
+    if (done) break;
+    if (driver_.LastError() != SerialDriver::ErrorIoIncomplete) {
+      CommSetLastErrorFlags(driver_.LastError(), "CommWrite (GetOverlappedResult)", handle);
+      return static_cast<std::int32_t>(written);
+    }
+    if (stop()) {
+      driver_.Purge(handle, PurgeOutput);
+      return static_cast<std::int32_t>(written);
+    }
+    dispatcher_.Idle(driver_.PendingWait(handle));
+    dispatcher_.DoEvents();
   }
   // Room for the driver and the form's events behind each write.
   for (int pass = 0; pass < 10; ++pass) dispatcher_.DoEvents();
@@ -189,10 +200,13 @@ std::string modCOMM::CommGetErrorText(std::int32_t code) const {
   return first == std::string::npos ? "" : text.substr(first, text.find_last_not_of(' ') - first + 1);
 }
 
-void modCOMM::Idle(std::int32_t port) {
-  const bool known = port >= 1 && port <= static_cast<std::int32_t>(CommPorts.size());
-  dispatcher_.Idle(known ? driver_.WaitHandle(Port(port).Handle) : -1);
+void modCOMM::Idle(std::int32_t port) { dispatcher_.Idle(WaitHandle(port)); }
+
+bool modCOMM::IsOpen(std::int32_t port) const {
+  return IsPort(port) && CommPorts[static_cast<std::size_t>(port - 1)].Open;
 }
+
+int modCOMM::WaitHandle(std::int32_t port) { return IsOpen(port) ? driver_.WaitHandle(Port(port).Handle) : -1; }
 
 void modCOMM::CloseAll() {
   for (std::int32_t port = 1; port <= static_cast<std::int32_t>(CommPorts.size()); ++port) CommClose(port);

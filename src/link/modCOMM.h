@@ -29,13 +29,19 @@ class modCOMM {
   std::int32_t CommFlush(std::int32_t port);
   /// Takes up to `maximum` bytes that wait already, at most 1024. Returns their number, 0 if none waits, -1 on failure.
   std::int32_t CommRead(std::int32_t port, Bytes& data, std::int32_t maximum);
-  /// Returns the number of bytes written, -1 on failure. Faults 9 on a bad port number.
-  std::int32_t CommWrite(std::int32_t port, const Bytes& data);
+  /// Returns the number of bytes written, -1 on failure. Faults 9 on a bad port number. Events run until the bytes have
+  /// left; once `stop` says so, what has not left yet is taken back.
+  std::int32_t CommWrite(
+      std::int32_t port, const Bytes& data, const std::function<bool()>& stop = [] { return false; });
   /// `text`: "Error (2): CommOpen (CreateFile) - " and the system's words. Returns the code.
   std::int32_t CommGetError(std::string& text) const;
 
+  /// From a successful CommOpen until CommClose.
+  bool IsOpen(std::int32_t port) const;
   /// Sleeps until bytes come on the port or an event is due: stands between two polls of every wait.
   void Idle(std::int32_t port);
+  /// A descriptor that becomes readable when bytes come on the port; -1: there is none.
+  int WaitHandle(std::int32_t port);
   /// For the end of the program.
   void CloseAll();
 
@@ -46,6 +52,7 @@ class modCOMM {
     DeviceControlBlock DCB;
   };
 
+  bool IsPort(std::int32_t port) const;
   CommPort& Port(std::int32_t port);
   std::int32_t SetFlow(std::int32_t port, const std::string& settings, bool outX, const std::string& procedure);
   std::int32_t Trap(const char* procedure, const std::function<std::int32_t()>& body);

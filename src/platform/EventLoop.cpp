@@ -16,8 +16,17 @@ void TimerQueue::Stop(Id id) {
   }
 }
 
+void TimerQueue::Move(Id id, Time due) {
+  const auto at = due_.find(id);
+  if (at == due_.end()) return;
+  auto moved = ticks_.extract({at->second, id});
+  moved.key() = {due, id};
+  ticks_.insert(std::move(moved));
+  at->second = due;
+}
+
 std::optional<Time> TimerQueue::NextDue() const {
-  if (ticks_.empty()) return std::nullopt;
+  if (ticks_.empty() || ticks_.begin()->first.first == Never) return std::nullopt;
   return ticks_.begin()->first.first;
 }
 
@@ -43,8 +52,25 @@ TimerQueue::Id EventLoop::StartTimer(Time delay, std::function<void()> tick) {
   return id;
 }
 
+TimerQueue::Id EventLoop::StartWhenReadable(int fd, std::function<void()> tick) {
+  const TimerQueue::Id id = timers_.Start(Never, std::move(tick));
+  if (fd >= 0) watched_[fd] = id;
+  WatchedChanged();
+  return id;
+}
+
 void EventLoop::StopTimer(TimerQueue::Id id) {
   timers_.Stop(id);
+  TimersChanged();
+  if (std::erase_if(watched_, [id](const auto& watcher) { return watcher.second == id; }) > 0) WatchedChanged();
+}
+
+void EventLoop::Readable(int fd) {
+  const auto at = watched_.find(fd);
+  if (at == watched_.end()) return;
+  timers_.Move(at->second, Now());
+  watched_.erase(at);
+  WatchedChanged();
   TimersChanged();
 }
 

@@ -5,22 +5,9 @@
 #include <time.h>
 
 #include <algorithm>
+#include <vector>
 
 namespace vk32 {
-namespace {
-
-void Poll(int fd, short events, std::optional<Time> until) {
-  pollfd descriptor{fd, events, 0};
-  timespec left{};
-  if (until) {
-    const auto span = std::max(*until - MonotonicNow(), Time{0});
-    left.tv_sec = static_cast<time_t>(span.count() / 1'000'000'000);
-    left.tv_nsec = static_cast<long>(span.count() % 1'000'000'000);
-  }
-  ppoll(&descriptor, fd >= 0 ? 1 : 0, until ? &left : nullptr, nullptr);
-}
-
-}  // namespace
 
 Time MonotonicNow() { return std::chrono::duration_cast<Time>(std::chrono::steady_clock::now().time_since_epoch()); }
 
@@ -28,8 +15,20 @@ Time PosixEventLoop::Now() const { return MonotonicNow(); }
 
 void PosixEventLoop::RunDue() { timers_.RunDue(Now()); }
 
-void PosixEventLoop::Wait(int fd) { Poll(fd, POLLIN, timers_.NextDue()); }
-
-void PosixEventLoop::WaitQuietly(int fd, Time until) { Poll(fd, POLLOUT, until); }
+void PosixEventLoop::Wait(const WaitFor& what) {
+  std::vector<pollfd> descriptors{{what.fd, static_cast<short>(what.ready == WaitFor::ToWrite ? POLLOUT : POLLIN), 0}};
+  for (const auto& [fd, watcher] : watched_) descriptors.push_back({fd, POLLIN, 0});
+  const Time until = EarliestDue(what.until);
+  timespec left{};
+  if (until != Never) {
+    const auto span = std::max(until - Now(), Time{0});
+    left.tv_sec = static_cast<time_t>(span.count() / 1'000'000'000);
+    left.tv_nsec = static_cast<long>(span.count() % 1'000'000'000);
+  }
+  if (ppoll(descriptors.data(), descriptors.size(), until != Never ? &left : nullptr, nullptr) <= 0) return;
+  for (std::size_t i = 1; i < descriptors.size(); ++i) {
+    if (descriptors[i].revents != 0) Readable(descriptors[i].fd);
+  }
+}
 
 }  // namespace vk32

@@ -9,8 +9,7 @@ class PosixEventLoop : public EventLoop {
  public:
   Time Now() const override;
   void RunDue() override;
-  void Wait(int fd) override;
-  void WaitQuietly(int fd, Time until) override;
+  void Wait(const WaitFor& what) override;
 };
 
 /// The monotonic clock of the machine.

@@ -269,6 +269,7 @@ bool PosixSerialDriver::SetupQueues(Handle handle, std::uint32_t, std::uint32_t)
 bool PosixSerialDriver::Purge(Handle handle, std::uint32_t flags) {
   Port* port = Live(handle);
   if (port == nullptr) return false;
+  if ((flags & 1) != 0) port->outgoing.reset();
   // What was written to a pseudo-terminal has left: it waits at the other end, and is not this side's to take back.
   const bool output = (flags & 4) != 0 && !port->pseudo;
   const bool input = (flags & 8) != 0;
@@ -353,53 +354,67 @@ bool PosixSerialDriver::Write(Handle handle, std::string_view data, std::uint32_
   const std::uint64_t perByte = port->timeouts.WriteTotalTimeoutMultiplier;
   const std::uint64_t wanted = perByte * data.size() + port->timeouts.WriteTotalTimeoutConstant;
   const bool endless = perByte == 0 && wanted == 0;
-  const Time started = loop_.Now();
-  const Time until = started + std::chrono::milliseconds(endless ? MaxWriteMs : std::min(wanted, MaxWriteMs));
-  if (!Push(*port, data, until, written)) return false;
-  if (port->pseudo) return true;
-  return Drain(*port, started + port->byteTime * static_cast<std::int64_t>(written), until, written);
+  const Time now = loop_.Now();
+  Outgoing& outgoing = port->outgoing.emplace();
+  outgoing.data = data;
+  outgoing.earliestEnd = now + port->byteTime * static_cast<std::int64_t>(data.size());
+  outgoing.until = now + std::chrono::milliseconds(endless ? MaxWriteMs : std::min(wanted, MaxWriteMs));
+  return Progress(*port, written, ErrorIoPending);
 }
 
-bool PosixSerialDriver::Push(Port& port, std::string_view data, Time until, std::uint32_t& written) {
-  while (written < data.size()) {
-    const ssize_t taken = write(port.fd, data.data() + written, data.size() - written);
-    if (taken > 0) {
-      written += static_cast<std::uint32_t>(taken);
-    } else if (taken == 0 || errno == EAGAIN) {
-      if (HungUp(port.fd)) return Fail(port, EIO);
-      if (loop_.Now() >= until) return true;
-      loop_.WaitQuietly(port.fd, until);
-    } else if (errno != EINTR) {
-      return Fail(port, errno);
-    }
+bool PosixSerialDriver::PendingResult(Handle handle, std::uint32_t& count) {
+  count = 0;
+  Port* port = Live(handle);
+  if (port == nullptr) return false;
+  return port->outgoing ? Progress(*port, count, ErrorIoIncomplete) : Fail(EINVAL);
+}
+
+bool PosixSerialDriver::Progress(Port& port, std::uint32_t& written, std::int32_t pending) {
+  Outgoing& outgoing = *port.outgoing;
+  const std::int32_t code = Push(port);
+  const int left = code != 0 ? 0 : port.pseudo ? 0 : Unsent(port.fd);
+  written = outgoing.handed - std::min(outgoing.handed, static_cast<std::uint32_t>(std::max(left, 0)));
+  if (code != 0 || left < 0) {
+    const std::int32_t error = code != 0 ? code : errno;
+    port.outgoing.reset();
+    return Fail(port, error);
   }
+  const Time now = loop_.Now();
+  const bool late = now >= outgoing.until;
+  if (!late && written < outgoing.data.size()) {
+    outgoing.patience = left < outgoing.left ? port.byteTime * left : std::min(outgoing.patience * 2, HeldPause);
+    outgoing.patience = std::max(outgoing.patience, outgoing.earliestEnd - now);
+    outgoing.left = left;
+    return Fail(pending);
+  }
+  // What the caller is told has not left must not leave later.
+  if (late && left > 0) tcflush(port.fd, TCOFLUSH);
+  port.outgoing.reset();
   return true;
 }
 
-bool PosixSerialDriver::Drain(Port& port, Time earliestEnd, Time until, std::uint32_t& written) {
-  int before = INT_MAX;
-  Time patience{0};
-  for (;;) {
-    const int left = Unsent(port.fd);
-    if (left < 0) return Fail(port, errno);
-    if (left == 0) return true;
-    const Time now = loop_.Now();
-    if (now >= until) {
-      // What the caller is told has not left must not leave later.
-      tcflush(port.fd, TCOFLUSH);
-      written -= std::min(written, static_cast<std::uint32_t>(left));
-      return true;
+std::int32_t PosixSerialDriver::Push(Port& port) {
+  Outgoing& outgoing = *port.outgoing;
+  while (outgoing.handed < outgoing.data.size()) {
+    const ssize_t taken =
+        write(port.fd, outgoing.data.data() + outgoing.handed, outgoing.data.size() - outgoing.handed);
+    if (taken > 0) {
+      outgoing.handed += static_cast<std::uint32_t>(taken);
+    } else if (taken == 0 || errno == EAGAIN) {
+      return HungUp(port.fd) ? EIO : 0;
+    } else if (errno != EINTR) {
+      return errno;
     }
-    patience = left < before ? port.byteTime * left : std::min(patience * 2, HeldPause);
-    before = left;
-    loop_.WaitQuietly(-1, std::min(now + std::max(patience, earliestEnd - now), until));
   }
+  return 0;
 }
 
-bool PosixSerialDriver::PendingResult(Handle, std::uint32_t& count) {
-  // Read and Write complete at once here: there is never anything to wait for.
-  count = 0;
-  return Fail(EINVAL);
+WaitFor PosixSerialDriver::PendingWait(Handle handle) const {
+  const auto at = ports_.find(handle);
+  if (at == ports_.end() || !at->second.outgoing) return {-1};
+  const Outgoing& outgoing = *at->second.outgoing;
+  if (outgoing.handed < outgoing.data.size()) return {at->second.fd, WaitFor::ToWrite, outgoing.until};
+  return {-1, WaitFor::ToWrite, std::min(loop_.Now() + outgoing.patience, outgoing.until)};
 }
 
 bool PosixSerialDriver::Close(Handle handle) {

@@ -2,7 +2,9 @@
 #pragma once
 
 #include <array>
+#include <climits>
 #include <map>
+#include <optional>
 #include <string>
 
 #include "platform/EventLoop.h"
@@ -31,6 +33,7 @@ class PosixSerialDriver : public SerialDriver {
   bool Read(Handle handle, std::uint32_t count, Bytes& data) override;
   bool Write(Handle handle, std::string_view data, std::uint32_t& written) override;
   bool PendingResult(Handle handle, std::uint32_t& count) override;
+  WaitFor PendingWait(Handle handle) const override;
   bool Close(Handle handle) override;
   std::int32_t LastError() const override;
   std::string ErrorText(std::int32_t code) const override;
@@ -40,6 +43,15 @@ class PosixSerialDriver : public SerialDriver {
   /// How often each line error was seen, in the order of ClearError's bits.
   using ErrorCounts = std::array<int, 5>;
 
+  /// Bytes on their way out.
+  struct Outgoing {
+    Bytes data;
+    std::uint32_t handed = 0;  // to the kernel
+    Time earliestEnd, until;   // when the line can have carried them; when the rest is taken back
+    int left = INT_MAX;        // of them with the kernel, when it was last looked at
+    Time patience{0};          // until it is looked at again
+  };
+
   struct Port {
     int fd = -1;
     bool gone = false;
@@ -47,6 +59,7 @@ class PosixSerialDriver : public SerialDriver {
     Time byteTime{0};
     CommTimeouts timeouts;
     ErrorCounts counts{};
+    std::optional<Outgoing> outgoing;
   };
 
   struct FailedOpen {
@@ -62,10 +75,10 @@ class PosixSerialDriver : public SerialDriver {
   Port* Live(Handle handle);
   bool Fail(std::int32_t code);
   bool Fail(Port& port, std::int32_t code);
-  /// Hands all bytes to the kernel; false only if the device fails.
-  bool Push(Port& port, std::string_view data, Time until, std::uint32_t& written);
-  /// Waits until all that was handed to the kernel has left; what has not at `until` is taken back.
-  bool Drain(Port& port, Time earliestEnd, Time until, std::uint32_t& written);
+  /// Goes on with the write under way. True once it is done; else fails with the device's error or `pending`.
+  bool Progress(Port& port, std::uint32_t& written, std::int32_t pending);
+  /// Hands to the kernel what it takes. 0, or the device's error.
+  static std::int32_t Push(Port& port);
   void CloseDevice(const Port& port);
 
   EventLoop& loop_;

@@ -5,6 +5,8 @@
 #include <string>
 #include <string_view>
 
+#include "platform/EventLoop.h"
+
 namespace vk32 {
 
 /// A byte string: every character is one byte, 0 to 255, zero bytes included.
@@ -68,12 +70,14 @@ class SerialDriver {
   virtual bool ClearError(Handle handle, std::uint32_t& errors, CommStatus& status) = 0;
   /// Reads up to `count` bytes that wait already; never blocks.
   virtual bool Read(Handle handle, std::uint32_t count, Bytes& data) = 0;
-  /// Writes and waits until the bytes have left. `written` is what left within the time-out; fewer than all is a
-  /// success.
+  /// Writes. It is done when the bytes have left; until then it fails with ErrorIoPending. `written` is what left
+  /// within the time-out; fewer than all is a success.
   virtual bool Write(Handle handle, std::string_view data, std::uint32_t& written) = 0;
-  /// Waits for the Read or Write that ended with ErrorIoPending. `count`: bytes moved. Fails with ErrorIoIncomplete
-  /// while it still goes on.
+  /// What became of the Read or Write that ended with ErrorIoPending. `count`: bytes moved. Fails with
+  /// ErrorIoIncomplete while it still goes on; Purge ends it.
   virtual bool PendingResult(Handle handle, std::uint32_t& count) = 0;
+  /// When PendingResult is worth another look.
+  virtual WaitFor PendingWait(Handle handle) const = 0;
   virtual bool Close(Handle handle) = 0;
 
   virtual std::int32_t LastError() const = 0;

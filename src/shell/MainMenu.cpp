@@ -1,6 +1,7 @@
 // The menu of products and models.
 #include "shell/MainMenu.h"
 
+#include "link/Conversation.h"
 #include "shell/Products.h"
 #include "shell/Subs.h"
 
@@ -45,16 +46,19 @@ void MainMenu::ShowProductButtons(bool visible) {
   RB1500Cmd.Visible = false;
 }
 
-/// The wizards share the parameters, and an exchange goes by the chosen product and model: another one's wizard closes.
-void MainMenu::CloseWizardsBut(std::string_view product, std::string_view model) {
-  for (const Product& other : Products()) {
-    const bool stays = other.name == product && (other.name != "VK-RTX" || app_.globals.CurrentModel == model);
-    if (!stays) app_.forms.Unload(other.wizard);
-  }
+/// What is open for another product or model closes: its wizard, as they share the parameters, and the tools.
+/// False if a conversation with the one that was chosen so far is under way; the user has been told.
+bool MainMenu::Leave(std::string_view product, std::string_view model) {
+  const Globals& globals = app_.globals;
+  if (product == globals.CurrentProduct && model == globals.CurrentModel) return true;
+  if (RefusedByConversation(app_)) return false;
+  for (const Product& other : Products()) app_.forms.Unload(other.wizard);
+  for (const char* tool : {"Firmware", "OfflineMngr"}) app_.forms.Unload(tool);
+  return true;
 }
 
 void MainMenu::VKRTXCmd_Click() {
-  CloseWizardsBut("VK-RTX", app_.globals.CurrentModel);
+  if (!Leave("VK-RTX", app_.globals.CurrentModel)) return;
   SelectProduct(app_.globals, "VK-RTX");
   ShowModelMenu();
 }
@@ -67,15 +71,15 @@ void MainMenu::ABEthAsciiDf1ModelCmd_Click() { GoToProductMenuWithModel("AB Ethe
 void MainMenu::ABEthModbusModelCmd_Click() { GoToProductMenuWithModel("AB Ethernet, Modbus"); }
 
 void MainMenu::GoToProductMenu(std::string_view product) {
+  if (!Leave(product, app_.globals.CurrentModel)) return;
   UnloadMe();
-  CloseWizardsBut(product);
   SelectProduct(app_.globals, product);
   app_.forms.Show("ProductMenu");
 }
 
 void MainMenu::GoToProductMenuWithModel(std::string_view name) {
+  if (!Leave(app_.globals.CurrentProduct, name)) return;
   UnloadMe();
-  CloseWizardsBut(app_.globals.CurrentProduct, name);
   for (const Model& model : Models()) {
     if (model.name != name) continue;
     app_.globals.CurrentModel = model.name;

@@ -30,7 +30,7 @@ class MainMenu : public Form {
   void WebsiteLbl_MouseDown();
   void WebsiteLbl_MouseUp();
 
-  void CloseWizardsBut(std::string_view product, std::string_view model = {});
+  bool Leave(std::string_view product, std::string_view model);
   void GoToProductMenu(std::string_view product);
   void GoToProductMenuWithModel(std::string_view model);
   void ShowProductButtons(bool visible);

@@ -2,6 +2,7 @@
 #include "shell/ProductMenu.h"
 
 #include "core/Convert.h"
+#include "link/Conversation.h"
 #include "link/VKComSubs.h"
 #include "shell/Products.h"
 
@@ -49,25 +50,39 @@ void ProductMenu::Form_Load() {
   PlaceTool(OfflineCmd, product.offlineTop);
 }
 
+void ProductMenu::Form_Unload() {
+  if (Form* info = app_.forms.Find("DeviceInfo"); info && !info->Visible) app_.forms.Unload(*info);
+}
+
 void ProductMenu::COMCbo_Click() {
+  if (RefusedByConversation(app_)) {
+    COMCbo.Show(app_.globals.ComPortText);
+    return;
+  }
   if (const int number = PortNames::Number(COMCbo.Text.Value())) app_.globals.ComPortNumber = number;
-  if (COMCbo.Text.Value() != "None") CheckComPort(app_);
+  if (COMCbo.Text.Value() != "None") CheckComPort(app_, *this);
   app_.globals.ComPortText = COMCbo.Text;
 }
 
 void ProductMenu::ConfigureCmd_Click() { app_.forms.Show(FindProduct(app_.globals.CurrentProduct).wizard); }
 
+bool ProductMenu::ShowTool(const char* name) {
+  if (!app_.forms.Find(name) && RefusedByConversation(app_)) return false;
+  app_.forms.Show(name);
+  return true;
+}
+
 void ProductMenu::UpgradeCmd_Click() {
-  Form& firmware = app_.forms.Show("Firmware");
-  firmware.Get<ImageButton>("NextCmd").Picture = RaisedNext;
+  if (!ShowTool("Firmware") || app_.globals.FirmwarePage != 0) return;
+  app_.forms.Find("Firmware")->Get<ImageButton>("NextCmd").Picture = RaisedNext;
 }
 
 void ProductMenu::DeviceInfoCmd_Click() {
-  // It is there already, or still waits for its device.
-  if (Form* there = app_.forms.Find("DeviceInfo")) {
-    if (there->Visible) there->Visible = true;  // in front of the others
+  if (Form* there = app_.forms.Find("DeviceInfo"); there && there->Visible) {
+    there->Visible = true;  // in front of the others
     return;
   }
+  if (RefusedByConversation(app_)) return;
   Form& info = app_.forms.Load("DeviceInfo");
   if (app_.globals.CommFailed != FlagFalse) {
     info.Visible = false;
@@ -77,7 +92,7 @@ void ProductMenu::DeviceInfoCmd_Click() {
   }
 }
 
-void ProductMenu::OfflineCmd_Click() { app_.forms.Show("OfflineMngr"); }
+void ProductMenu::OfflineCmd_Click() { ShowTool("OfflineMngr"); }
 
 void ProductMenu::ReturnCmd_Click() {
   UnloadMe();

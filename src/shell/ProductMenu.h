@@ -13,6 +13,8 @@ class ProductMenu : public Form {
 
  private:
   void Form_Load() override;
+  /// A device information that is still being read goes with the menu.
+  void Form_Unload() override;
   void COMCbo_Click();
   void ConfigureCmd_Click();
   void UpgradeCmd_Click();
@@ -21,7 +23,9 @@ class ProductMenu : public Form {
   void ReturnCmd_Click();
   void ExitCmd_Click();
 
-  /// Tells the user that a tool is not there, if it isn't.
+  /// Opens the tool, or brings it to the front. False, after telling the user, if it would begin a conversation while
+  /// another one is under way.
+  bool ShowTool(const char* name);
 
   App& app_;
 

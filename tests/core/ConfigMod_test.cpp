@@ -119,7 +119,8 @@ Bytes ImageReply(int headerLength, const Bytes& image) {
 }
 
 TEST_F(ConfigModTest, AnImageIsReadAsItComes) {
-  const std::string taken = "setup RB (port open)\nregisters 01 02 03 04\n", left = "registers 77 78 79 7A\n";
+  const std::string taken = "setup RB (port open)\nregisters 01 02 03 04\nTrue\n",
+                    left = "registers 77 78 79 7A\nTrue\n";
   const std::pair<const char*, int> products[] = {{"RB2000", 10}, {"RB3000", 10}, {"RBCard", 12}, {"VK5300", 12}};
   for (const auto& [product, header] : products) {
     const Bytes reply = ImageReply(header, "\1\2\3\4");
@@ -135,7 +136,7 @@ TEST_F(ConfigModTest, AnImageIsReadAsItComes) {
     Check("RB2000", "ReadImageCmd", {{"TEE", {{0ms, reply}}}}, left + time);
   }
   const std::pair<Bytes, std::string> acknowledged[] = {
-      {Mid(good, 1, 18), "setup RB (port open)\nregisters 01 02 79 7A\n3000 ms"},  // two of the six bytes lack
+      {Mid(good, 1, 18), "setup RB (port open)\nregisters 01 02 79 7A\nTrue\n3000 ms"},  // two of the six bytes lack
       {Mid(good, 1, 9), "setup RB (port open)\n" + left + "6000 ms"},
       {ImageReply(10, "\1\2\3\4" + Bytes(510, '\1')), taken + "0 ms"},  // as many registers as there are
       {ImageReply(10, Bytes(516, '\1')), TimeOutBox("RB2000") + left + "0 ms"}};
@@ -146,19 +147,25 @@ TEST_F(ConfigModTest, AnImageIsReadAsItComes) {
 
 TEST_F(ConfigModTest, ARestartWaitsForNothing) { Check("VK5300", "RebootCmd", {{"s"}}, "True\n0 ms"); }
 
-TEST_F(ConfigModTest, AWizardThatIsClosedMeanwhileTakesNothingOver) {
-  ScriptedDevice image, blocks;
-  image.On("TEE", {{20ms, ImageReply(10, "\1\2\3\4")}}).On(AckByte);
-  auto h = Start("RB2000", &image);
-  h->Do("after 10 click TestWizard.LeaveCmd");
-  EXPECT_EQ(h->Click("ReadImageCmd"), "registers 77 78 79 7A\n20 ms");
-  EXPECT_TRUE(image.Done());
-
-  blocks.On(Read5, {{20ms, AckByte + Block5}}).On(Read7, {{20ms, AckByte + Block7}}).On(End);
-  h = Start("VK-RTX", &blocks);
-  h->Do("after 30 click TestWizard.LeaveCmd");
-  EXPECT_EQ(h->Click("ReadBlocksCmd"), "block 5: 00 00 00 (port open)\nTrue\n40 ms");
-  EXPECT_TRUE(blocks.Done());
+TEST_F(ConfigModTest, AWizardThatIsClosedMeanwhileEndsItAtOnceWithoutAWord) {
+  const struct {
+    const char *product, *button, *told;
+    Bytes sent;
+  } rows[] = {{"RB2000", "ReadImageCmd", "registers 77 78 79 7A\n", "TEE"},
+              {"RB2000", "SendImageCmd", "progress 5000 (port open)\nprogress gone (port open)\n", {}},
+              {"VK-RTX", "ReadBlocksCmd", "block 5: 00 00 00 (port open)\n", Read5 + Read7},
+              {"VK-RTX", "SendBlocksCmd", "", Write5 + Write7}};
+  for (const auto& row : rows) {
+    ScriptedDevice device;
+    device.On(Read5, {{5ms, AckByte + Block5}}).On(Read7);
+    ScriptedDevice writes;
+    writes.On(Write5, {{5ms, AckByte}}).On(Write7);
+    auto h = Start(row.product, row.sent.starts_with(Write5) ? &writes : &device);
+    h->Do("after 10 click TestWizard.LeaveCmd");
+    EXPECT_EQ(h->Click(row.button), row.told + std::string(row.told[0] == 'r' ? "True" : "False") + "\n10 ms");
+    EXPECT_EQ(row.sent.empty() ? "" : ToHex(h->driver.written), ToHex(row.sent));
+    EXPECT_FALSE(h->PortIsOpen());
+  }
 }
 
 /// It was pulled off the line.
@@ -172,33 +179,27 @@ TEST_F(ConfigModTest, WithoutAPortEndsAsWithASilentDevice) {
     std::string told, silence;
   } rows[] = {{"SendImageCmd", TimeOutBox("VK-RTX") + "False\n", "5000 ms"},
               {"SendBlocksCmd", TimeOutBox("VK-RTX") + "False\n", "1234 ms"},
-              {"ReadImageCmd", "registers 77 78 79 7A\n", "3000 ms"},
+              {"ReadImageCmd", "registers 77 78 79 7A\nTrue\n", "3000 ms"},
               {"ReadBlocksCmd", TimeOutBox("VK-RTX") + "False\n", "3000 ms"},
-              {"RebootCmd", "True\n", "0 ms"}};
+              {"RebootCmd", "False\n", "0 ms"}};
   for (const auto& row : rows) {
     GoneDevice gone;
     auto h = Start("VK-RTX", &gone);
     EXPECT_EQ(h->Click(row.button), row.told + row.silence) << row.button;
     EXPECT_LE(h->loop.Sleeps(), 1) << row.button;
     h = Start("VK-RTX", nullptr);
-    h->app.globals.ComPortNumber = 0;  // none was ever chosen: taken at once
+    h->app.globals.ComPortText = "None";  // taken at once, whatever was chosen before
     EXPECT_EQ(h->Click(row.button), row.told + "0 ms") << row.button;
     EXPECT_TRUE(h->driver.calls.empty());
   }
 }
 
-TEST_F(ConfigModTest, ASecondExchangeInTheMiddleEndsTheFirst) {
-  ScriptedDevice silent, second;
-  auto h = Start("VK-RTX", &silent);
-  h->Do("after 1000 click TestWizard.ReadImageCmd");
-  EXPECT_EQ(h->Click("SendBlocksCmd"), "registers 77 78 79 7A\n" + TimeOutBox("VK-RTX") + "False\n4000 ms");
-  EXPECT_EQ(h->driver.written, Write5 + "TEE");
-
-  second.On("TEE").On("TEE", {{10ms, ImageReply(10, "\1\2\3\4")}}).On(AckByte);
-  h = Start("RB2000", &second);
-  h->Do("after 1000 click TestWizard.ReadImageCmd");
-  EXPECT_EQ(h->Click("ReadImageCmd"), "setup RB (port open)\nregisters 01 02 03 04\nregisters 01 02 03 04\n1010 ms");
-  EXPECT_TRUE(second.Done());
+TEST_F(ConfigModTest, WhatTheDeviceStoresByIsPartOfTheDownload) {
+  ScriptedDevice device;
+  device.On(Write5, {{1ms, AckByte}}).On(Write7, {{1ms, AckByte}});
+  auto h = Start("VK-RTX", &device);
+  h->driver.Fail("Write", 5, 2);  // the end of exchange
+  EXPECT_EQ(h->Click("SendBlocksCmd"), TimeOutBox("VK-RTX") + "False\n2 ms");
 }
 
 }  // namespace

@@ -8,7 +8,8 @@
 #include "core/ConfigMod.h"
 #include "core/Convert.h"
 #include "core/DownloadProgress.h"
-#include "core/OpenSave.h"
+#include "link/Conversation.h"
+#include "link/VKComSubs.h"
 #include "shell/Products.h"
 #include "support/Harness.h"
 
@@ -16,7 +17,6 @@ namespace vk32 {
 
 using Note = std::function<void(const std::string&)>;
 
-/// Its record is register 0.
 class TestWizard : public ConfigurationForm {
  public:
   TestWizard(App& app_, Note note_)
@@ -28,36 +28,31 @@ class TestWizard : public ConfigurationForm {
   void Parameter_Setup_VK() override { note("setup VK"); }
   void Parameter_Setup_RB() override { note("setup RB"); }
   std::string ModelTag() const override { return "Tag"; }
+  /// Runs in a conversation of its own; notes what it says, and that the port was closed.
+  void Converse(const std::function<bool(Conversation&)>& operation) {
+    const auto conversation = Conversation::Begin(app, *this, {"The test", "Wait."});
+    if (conversation) note(operation(*conversation) ? "True" : "False");
+  }
 
  private:
-  void Record(RecordFile& file, std::string& product, std::string& modelTag) override {
-    file.Text(product);
-    file.EndLine();
-    file.Text(modelTag);
-    file.EndLine();
-    file.Byte(app.globals.RegisterHigh[0]);
-    file.Byte(app.globals.RegisterLow[0]);
-    file.EndLine();
+  void Record(RecordFile&, std::string&, std::string&) override {}
+  bool NoteRegisters() {
+    note("registers " + ToHex(app.globals.RegistersToString(0, 2)));
+    return true;
   }
-  void Result(bool result) { note(result ? "True" : "False"); }
-  void NoteRegisters() { note("registers " + ToHex(app.globals.RegistersToString(0, 2))); }
-  std::string Product() const { return app.globals.CurrentProduct; }
 
   App& app;
   const Note note;
 
  public:
   // clang-format off
-  CommandButton SaveCmd   {*this, "SaveCmd",   {}, "", [this] { Result(SaveConfigFile(app, *this, Product(), "Tag")); }};
-  CommandButton OpenCmd   {*this, "OpenCmd",   {}, "", [this] { Result(OpenConfigFile(app, *this, Product(), "Tag")); }};
-  CommandButton SendImageCmd  {*this, "SendImageCmd",  {}, "", [this] { Result(DownloadImage(app, *this)); }};
-  CommandButton SendBlocksCmd {*this, "SendBlocksCmd", {}, "", [this] { Result(DownloadBlocks(app, *this)); }};
-  CommandButton ReadImageCmd  {*this, "ReadImageCmd",  {}, "", [this] { UploadImage(app, *this); NoteRegisters(); }};
-  CommandButton ReadBlocksCmd {*this, "ReadBlocksCmd", {}, "", [this] { UploadBlocks(app, *this); Result(app.globals.CommFailed == FlagFalse); }};
-  CommandButton RebootCmd {*this, "RebootCmd", {}, "", [this] { SendReboot(app); Result(true); }};
-  CommandButton LeaveCmd  {*this, "LeaveCmd",  {}, "", [this] { UnloadMe(); }};
-  Timer         TimeOutTmr{*this, "TimeOutTmr", 5000, true, [this] { app.globals.TimeOutFlag = FlagTrue; }};
-  FileDialog    OpenSaveConfigDialog{*this, "OpenSaveConfigDialog"};
+  CommandButton SendImageCmd  {*this, "SendImageCmd",  {}, "", [this] { Converse([](auto& c) { return DownloadImage(c); }); }};
+  CommandButton SendBlocksCmd {*this, "SendBlocksCmd", {}, "", [this] { Converse([](auto& c) { return DownloadBlocks(c); }); }};
+  CommandButton ReadImageCmd  {*this, "ReadImageCmd",  {}, "", [this] { Converse([this](auto& c) { UploadImage(c, *this); return NoteRegisters(); }); }};
+  CommandButton ReadBlocksCmd {*this, "ReadBlocksCmd", {}, "", [this] { Converse([this](auto& c) { UploadBlocks(c, *this); return app.globals.CommFailed == FlagFalse; }); }};
+  CommandButton RebootCmd     {*this, "RebootCmd",     {}, "", [this] { Converse([](auto& c) { return SendReboot(c); }); }};
+  CommandButton LeaveCmd      {*this, "LeaveCmd",      {}, "", [this] { UnloadMe(); }};
+  Timer         TimeOutTmr    {*this, "TimeOutTmr", 5000, true, [this] { SetTimeOutFlag(app, *this); }};
   // clang-format on
 };
 
@@ -82,6 +77,7 @@ struct WizardHarness : Harness {
     Do("click Splash");
     SelectProduct(app.globals, product);
     app.globals.ComPortNumber = 3;
+    app.globals.ComPortText = "COM3";
     if (device) driver.Plug("COM3", device);
     const Note note = [this](const std::string& what) { screen.Print(what + (PortIsOpen() ? " (port open)" : "")); };
     app.forms.Register("TestWizard", [this, note] { return std::make_shared<TestWizard>(app, note); });

@@ -95,14 +95,15 @@ TEST(DeviceInfo, PiecesThatDoNotCome) {
   EXPECT_EQ(Open(h), "");
   EXPECT_EQ(h.Get("DeviceInfo.IPAddrTxt.Text") + h.Get("DeviceInfo.ProductModelTxt.Text"), "192.168.1.100");
 
-  // The fields of the first two pieces have no such tolerance: their fault ends the program, in good order.
+  // The first two pieces have no such tolerance.
   sim::Misbehaviour onePiece;
   onePiece.infoPieces = 1;
   GatewayDevice broken("VK5300", onePiece);
   Harness other;
   other.GoTo("VK5300Cmd", &broken);
-  EXPECT_EQ(Open(other), "fault 5 \"Invalid procedure call or argument\"\nerror the program ended by a fault\n");
-  EXPECT_EQ(other.driver.calls.back(), "Close");
+  EXPECT_EQ(Open(other),
+            "box critical \"Error!\" \"A timeout or error has occured while communicating to the VK5300\" -> OK\n");
+  EXPECT_EQ(other.driver.calls.back() + other.Do("forms"), "Closeform ProductMenu visible\n");
 }
 
 TEST(DeviceInfo, FailuresShowTheBoxAndNoForm) {

@@ -32,12 +32,11 @@ TEST(BuildFrame, TheProductDecidesTheKind) {
               {"", 208, 1, 0, ""}};
   for (const auto& row : rows) {
     Globals globals;
-    globals.CurrentProduct = row.product;
     globals.BlockNumber = row.block;
     globals.BlockLength = row.length;
     globals.BlockData = FromHex("11 22 33");
     globals.ConfigImage = FromHex("01 02 03 04");
-    EXPECT_EQ(ToHex(BuildFrame(globals, row.code)), row.frame) << row.product;
+    EXPECT_EQ(ToHex(BuildFrame(globals, row.product, row.code)), row.frame) << row.product;
     EXPECT_EQ(globals.BlockLength, row.frame == image ? 14 : row.length);
   }
 }
@@ -45,11 +44,10 @@ TEST(BuildFrame, TheProductDecidesTheKind) {
 TEST(BuildFrame, WhatDoesNotFitFaults) {
   const auto fault = [](const char* product, std::int16_t block, std::int16_t length, const Bytes& data) {
     Globals globals;
-    globals.CurrentProduct = product;
     globals.BlockNumber = block;
     globals.BlockLength = length;
     globals.BlockData = globals.ConfigImage = data;
-    return FaultOf([&] { BuildFrame(globals, 0xFA); });
+    return FaultOf([&] { BuildFrame(globals, product, 0xFA); });
   };
   EXPECT_EQ(fault("VK-RTX", 255, 249, Bytes(249, 'a')), 0);
   EXPECT_EQ(fault("VK-RTX", 5, 250, Bytes(250, 'a')), 6);
@@ -61,17 +59,17 @@ TEST(BuildFrame, WhatDoesNotFitFaults) {
   EXPECT_EQ(fault("RB2000", 0, 0, Bytes(32758, '\0')), 6);
 }
 
-/// A wizard on the open COM3, whose device speaks by itself.
+/// A conversation on the open COM3, whose device speaks by itself.
 class WaitTest : public testing::Test {
  protected:
   WaitTest() {
-    OpenLink(h.app);
+    talk->CommOpen();
     h.wizard->TimeOutTmr.Interval = 3000;
   }
 
   void Say(std::vector<ScriptedDevice::Reply> says) {
     device.On("go", std::move(says));
-    h.app.comm.CommWrite(3, "go");
+    Send(*talk, "go");
     h.app.globals.TimeOutFlag = FlagTrue;  // of an earlier wait
     h.Elapsed();
   }
@@ -79,22 +77,23 @@ class WaitTest : public testing::Test {
   void ExpectWait(Time time, int sleeps) {
     EXPECT_EQ(h.Elapsed(), time);
     EXPECT_EQ(h.loop.Sleeps() - std::exchange(sleptBefore, h.loop.Sleeps()), sleeps);
-    EXPECT_FALSE(h.wizard->TimeOutTmr.Enabled || h.wizard->TimeOutTmr.IsRunning());
+    EXPECT_FALSE(h.wizard->TimeOutTmr.Enabled);
   }
 
   ScriptedDevice device;
   WizardHarness h{"VK-RTX", &device};
+  std::shared_ptr<Conversation> talk = Conversation::Begin(h.app, *h.wizard, {"The test", "Wait."});
   int sleptBefore = 0;
 };
 
 TEST_F(WaitTest, AnAckIsFoundBehindWhateverComesBeforeIt) {
   Say({{10ms, FromHex("15 00 FF")}, {20ms, "\x05\x06\x15"}, {2990ms, "\x06"}, {6001ms, "\x06"}});
-  EXPECT_EQ(WaitForAck(h.app, *h.wizard), FlagFalse);
+  EXPECT_EQ(WaitForAck(*talk), FlagFalse);
   ExpectWait(20ms, 2);
   EXPECT_EQ(h.driver.input, "\x15");
-  EXPECT_EQ(WaitForAck(h.app, *h.wizard), FlagFalse);
+  EXPECT_EQ(WaitForAck(*talk), FlagFalse);
   ExpectWait(2970ms, 1);
-  EXPECT_EQ(WaitForAck(h.app, *h.wizard), FlagTrue);  // the full interval anew, and silence
+  EXPECT_EQ(WaitForAck(*talk), FlagTrue);  // the full interval anew, and silence
   ExpectWait(3000ms, 1);
   EXPECT_EQ(h.app.globals.TimeOutFlag, FlagTrue);
 }
@@ -102,22 +101,42 @@ TEST_F(WaitTest, AnAckIsFoundBehindWhateverComesBeforeIt) {
 TEST_F(WaitTest, BytesAreAppendedUpToTheCountWithinTheInterval) {
   Say({{1000ms, "0123456"}, {2900ms, "789abcdefXY"}, {4900ms, "Z"}, {5901ms, "late"}});
   Bytes buffer = "kept ";
-  EXPECT_EQ(ReadBytes(h.app, buffer, 16, *h.wizard), 16);
+  EXPECT_EQ(ReadBytes(*talk, buffer, 16), 16);
   ExpectWait(2900ms, 2);
   EXPECT_EQ(buffer + "|" + h.driver.input, "kept 0123456789abcdef|XY");
   EXPECT_EQ(h.app.globals.TimeOutFlag, FlagFalse);
-  EXPECT_EQ(ReadBytes(h.app, buffer, 4, *h.wizard), -1);  // the interval bounds the whole read
+  EXPECT_EQ(ReadBytes(*talk, buffer, 4), -1);  // the interval bounds the whole read
   ExpectWait(3000ms, 2);
   EXPECT_EQ(buffer, "kept 0123456789abcdefXYZ");  // what did come stays
 }
 
-TEST_F(WaitTest, TheLineGoesThroughFlowControl) {
-  h.app.globals.BaudRate = "9600";
+TEST_F(WaitTest, ABoxThatWaitsForTheUserStopsNoClockAndLosesNoAnswer) {
+  Say({{2000ms, "\x06"}});
+  // A box of another form stands from the first second to the fifth: nobody reads the port.
+  h.loop.StartTimer(1s, [&] {
+    h.screen.whileAsking = [&] { h.Do("wait 4000"); };
+    h.app.forms.MsgBox("A word", MessageIcon::None);
+  });
+  EXPECT_EQ(WaitForAck(*talk), FlagFalse);
+  ExpectWait(5s, h.loop.Sleeps());
+}
+
+// Every wizard's timer ticks while it is open.
+TEST_F(WaitTest, AWaitEndsByTheTimerOfItsOwnForm) {
+  h.Do("click MainMenu.VK5300Cmd");
+  h.app.forms.Load("Configuration_RBCard").Get<Timer>("TimeOutTmr").Interval = 700;
+  h.Elapsed();
+  EXPECT_EQ(WaitForAck(*talk), FlagTrue);
+  EXPECT_EQ(h.Elapsed(), 3s);
+}
+
+TEST_F(WaitTest, TheLineGoesThroughFlowControlAtItsOwnRate) {
+  h.app.globals.BaudRate = "9600";  // of what has been chosen since
   h.driver.calls.clear();
-  SetDeviceLink(h.app);
-  const std::string build = "BuildState baud=9600 parity=N data=8 stop=1";
-  EXPECT_EQ(h.driver.calls, (std::vector<std::string>{"GetState", build, "SetState 9600 XON", "Purge 15", "GetState",
-                                                      build, "SetState 9600 NOXON"}));
+  SetDeviceLink(*talk);
+  const std::string build = "BuildState baud=19200 parity=N data=8 stop=1";
+  EXPECT_EQ(h.driver.calls, (std::vector<std::string>{"GetState", build, "SetState 19200 XON", "Purge 15", "GetState",
+                                                      build, "SetState 19200 NOXON"}));
 }
 
 TEST(CheckComPort, APortThatOpensHalfwayIsClosedAgain) {
@@ -130,50 +149,6 @@ TEST(CheckComPort, APortThatOpensHalfwayIsClosedAgain) {
             "(5): CommOpen (SetCommState) - words of 5\" -> OK\n");
   EXPECT_EQ(h.driver.calls.back(), "Close");
   EXPECT_EQ(h.Get("ProductMenu.COMCbo.Text") + h.app.globals.ComPortText, "NoneNone");
-}
-
-TEST(DetectOfflineManager, WantsTheWholeBannerWithinASecond) {
-  const Bytes banner = "\r\n\x1B OFFLINE mANAGER 1.0 " + Bytes(317, '.'), other(340, '.');
-  const struct {
-    std::vector<ScriptedDevice::Reply> says;
-    bool found;
-    Time after;
-  } rows[] = {{{{999ms, banner}}, true, 999ms},
-              {{{10ms, Mid(banner, 1, 8)}, {20ms, Mid(banner, 9) + "more"}}, true, 20ms},
-              {{{10ms, Mid(banner, 1, 339)}}, false, 1000ms},
-              {{{10ms, Mid(banner, 1, 339)}, {2001ms, "."}}, false, 1000ms},
-              {{{10ms, other + banner}}, false, 10ms},
-              {{}, false, 1000ms}};
-  for (const auto& row : rows) {
-    ScriptedDevice device;
-    device.On("\x1B", row.says).On("\x1B", row.says);
-    WizardHarness h("VK-RTX", &device);
-    Timer& timer = h.wizard->TimeOutTmr;
-    timer.Interval = 7000;
-    for (int attempt = 0; attempt < 2; ++attempt) {  // the second one finds the port open
-      h.Elapsed();
-      EXPECT_EQ(DetectOfflineManager(h.app, timer), row.found) << &row - rows;
-      EXPECT_EQ(h.Elapsed(), row.after) << &row - rows;
-      EXPECT_EQ(timer.Interval, 7000);
-      EXPECT_FALSE(timer.Enabled);
-      EXPECT_TRUE(h.PortIsOpen());
-      EXPECT_EQ(h.driver.calls.back() + h.driver.input, "Purge 15");
-    }
-    h.app.globals.ComPortNumber = 0;
-    EXPECT_FALSE(DetectOfflineManager(h.app, timer));
-    EXPECT_EQ(timer.Interval, 7000);
-  }
-}
-
-// Every wizard's timer ticks while it is open.
-TEST(VKComSubs, AWaitEndsByTheTimerOfItsOwnForm) {
-  Harness h;
-  h.GoTo("VK5300Cmd");
-  h.Do("click ProductMenu.ConfigureCmd\nwait 1000");
-  Form& waiting = h.app.forms.Load("Configuration_RB2000");
-  h.Elapsed();
-  EXPECT_EQ(WaitForAck(h.app, waiting), FlagTrue);
-  EXPECT_EQ(h.Elapsed(), 15s);
 }
 
 }  // namespace

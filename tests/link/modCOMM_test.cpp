@@ -171,8 +171,8 @@ TEST(modCOMM, LetsEventsRunWhileItReadsAndWrites) {
     int passes;
   } rows[] = {{[](FakeSerialDriver&) {}, 5, 11},
               {[](FakeSerialDriver& driver) { driver.writeLimit = 2; }, 2, 11},  // the time-out of the driver
-              {[](FakeSerialDriver& driver) { driver.MakePending(3); }, 5, 11},
-              {[](FakeSerialDriver& driver) { driver.MakePending(3, 31); }, 5, 1},
+              {[](FakeSerialDriver& driver) { driver.MakePending(3); }, 5, 17},
+              {[](FakeSerialDriver& driver) { driver.MakePending(3, 31); }, 5, 7},
               {[](FakeSerialDriver& driver) { driver.Fail("Write", 31); }, -1, 1},
               {[](FakeSerialDriver& driver) { driver.Fail("Write", 0); }, 0, 1}};
   for (const auto& row : rows) {

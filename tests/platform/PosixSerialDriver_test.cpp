@@ -28,10 +28,12 @@ constexpr char Xoff = 19;
 /// The loop of the programs without a window; it counts the sleeps and acts before them.
 class CountingLoop : public PosixEventLoop {
  public:
-  void WaitQuietly(int fd, Time until) override {
-    ++sleeps;
-    if (beforeSleep) beforeSleep();
-    PosixEventLoop::WaitQuietly(fd, until);
+  void Wait(const WaitFor& what) override {
+    if (what.ready == WaitFor::ToWrite) {
+      ++sleeps;
+      if (beforeSleep) beforeSleep();
+    }
+    PosixEventLoop::Wait(what);
   }
 
   int sleeps = 0;
@@ -104,6 +106,16 @@ class PosixSerialDriverTest : public testing::Test {
     while (poll(&line, 1, 0) == 1 && (line.revents & POLLHUP) == 0) std::this_thread::yield();
   }
 
+  /// Until the bytes have left or can't.
+  bool Write(SerialDriver::Handle handle, std::string_view bytes, std::uint32_t& written) {
+    bool done = driver_.Write(handle, bytes, written);
+    while (!done && driver_.LastError() >= SerialDriver::ErrorIoIncomplete) {
+      loop_.Wait(driver_.PendingWait(handle));
+      done = driver_.PendingResult(handle, written);
+    }
+    return done;
+  }
+
   static CommTimeouts WriteTimeouts(std::uint32_t perByte, std::uint32_t whole) {
     CommTimeouts timeouts;
     timeouts.WriteTotalTimeoutMultiplier = perByte;
@@ -143,7 +155,7 @@ TEST_F(PosixSerialDriverTest, BytesPassUnchangedBothWays) {
   for (int i = 0; i < 256; ++i) all += static_cast<char>(i);
   const auto handle = Opened();
   std::uint32_t written = 0;
-  EXPECT_TRUE(driver_.Write(handle, all, written));
+  EXPECT_TRUE(Write(handle, all, written));
   EXPECT_EQ(written, 256u);
   EXPECT_EQ(AtDevice(256), all);
 
@@ -235,7 +247,7 @@ TEST_F(PosixSerialDriverTest, GoneDeviceIsAnErrorAndNotASpin) {
   const Row rows[] = {
       {"ClearError", [&](auto handle) { return driver_.ClearError(handle, number, status); }},
       {"Read", [&](auto handle) { return driver_.Read(handle, 10, data); }},
-      {"Write", [&](auto handle) { return driver_.Write(handle, "hello", number); }},
+      {"Write", [&](auto handle) { return Write(handle, "hello", number); }},
       {"Purge", [&](auto handle) { return driver_.Purge(handle, 15); }},
       {"GetState", [&](auto handle) { return driver_.GetState(handle, dcb); }},
   };
@@ -264,7 +276,7 @@ TEST_F(PosixSerialDriverTest, DeviceGoneWhileItHoldsAWrite) {
   Hold(handle);
   loop_.beforeSleep = [&] { Unplug(); };
   std::uint32_t written = 1;
-  EXPECT_FALSE(driver_.Write(handle, "hello", written));
+  EXPECT_FALSE(Write(handle, "hello", written));
   EXPECT_EQ(driver_.LastError(), EIO);
   EXPECT_EQ(written, 0u);
   EXPECT_EQ(loop_.sleeps, 1);
@@ -275,7 +287,7 @@ TEST_F(PosixSerialDriverTest, XoffHoldsAWriteUntilXon) {
   Hold(handle);
   loop_.beforeSleep = [&] { FromDevice({&Xon, 1}); };
   std::uint32_t written = 0;
-  EXPECT_TRUE(driver_.Write(handle, "hello", written));
+  EXPECT_TRUE(Write(handle, "hello", written));
   EXPECT_EQ(written, 5u);
   EXPECT_EQ(AtDevice(5), "hello");
   EXPECT_LT(loop_.sleeps, 5);
@@ -289,7 +301,7 @@ TEST_F(PosixSerialDriverTest, XoffHoldsAWriteUntilXon) {
       handle = Opened();
     }
     SetLine(handle, false);
-    EXPECT_TRUE(driver_.Write(handle, "free", written));
+    EXPECT_TRUE(Write(handle, "free", written));
     EXPECT_EQ(AtDevice(4), "free");
     EXPECT_EQ(loop_.sleeps, 0);
     if (!reopened) SetLine(handle, true);
@@ -305,14 +317,14 @@ TEST_F(PosixSerialDriverTest, WriteTimeoutGivesTheShortCount) {
   const Bytes large(65536, 'x');
   std::uint32_t written = 0;
   EXPECT_TRUE(driver_.SetTimeouts(handle, WriteTimeouts(0, 20)));
-  EXPECT_TRUE(driver_.Write(handle, large, written));
+  EXPECT_TRUE(Write(handle, large, written));
   EXPECT_GT(written, 0u);
   EXPECT_LT(written, large.size());
   EXPECT_EQ(AtDevice(written), large.substr(0, written));
 
   Hold(handle);
   EXPECT_TRUE(driver_.SetTimeouts(handle, WriteTimeouts(2, 0)));
-  EXPECT_TRUE(driver_.Write(handle, "hello", written));
+  EXPECT_TRUE(Write(handle, "hello", written));
   EXPECT_EQ(written, 0u);
   EXPECT_LT(loop_.sleeps, 10);
 }
@@ -345,7 +357,7 @@ TEST_F(PosixSerialDriverTest, UnknownHandlesTouchNothing) {
   for (const SerialDriver::Handle handle : {0, -1, 1}) {
     EXPECT_FALSE(driver_.Close(handle));
     EXPECT_FALSE(driver_.Purge(handle, 15));
-    EXPECT_FALSE(driver_.Write(handle, "x", number));
+    EXPECT_FALSE(Write(handle, "x", number));
     EXPECT_EQ(driver_.LastError(), EBADF);
     EXPECT_EQ(driver_.WaitHandle(handle), -1);
   }

@@ -363,10 +363,9 @@ struct ScriptedTransfer : testing::Test {
 };
 
 TEST_F(ScriptedTransfer, CancelInTheMiddleOfAnUpload) {
-  EXPECT_EQ(Click("UploadCmd", "after 250 click Configuration_RB2000.CancelCmd\nafter 300 forms"),
-            "form ProductMenu visible\n");
+  EXPECT_EQ(Click("UploadCmd", "after 250 click Configuration_RB2000.CancelCmd"), "");
   ExpectPortClosed();
-  EXPECT_GE(h.Elapsed(), 480ms);  // the device is heard out
+  EXPECT_EQ(h.Elapsed(), 250ms);
   EXPECT_EQ(h.app.globals.RegisterHigh[20], 1);
   EXPECT_EQ(h.Do("click ProductMenu.ConfigureCmd\nget Configuration_RB2000.ChaSpeedLst.Text"), "value \"9600\"\n");
 }

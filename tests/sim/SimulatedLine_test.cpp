@@ -18,9 +18,8 @@ const GatewayKind& Kind() { return *FindGatewayKind("RB2000"); }
 
 Bytes ImageFrameOf(const Bytes& image) {
   Globals globals;
-  globals.CurrentProduct = "RB2000";
   globals.ConfigImage = image;
-  return BuildFrame(globals, ImageFrame::Code);
+  return BuildFrame(globals, "RB2000", ImageFrame::Code);
 }
 
 Bytes With(Bytes bytes, std::size_t offset, char byte) {

@@ -27,9 +27,8 @@ Bytes FullImage() {
 struct Wizard : Harness {
   explicit Wizard(sim::Misbehaviour how, bool pace = false) : device("RB2000", how, pace) {
     Globals globals;
-    globals.CurrentProduct = "RB2000";
     globals.ConfigImage = FullImage();
-    device.gateway.Receive(BuildFrame(globals, ImageFrame::Code), 0ms);
+    device.gateway.Receive(BuildFrame(globals, "RB2000", ImageFrame::Code), 0ms);
     while (device.gateway.NextPiece()) {
     }
     GoTo("RB2000Cmd", &device);

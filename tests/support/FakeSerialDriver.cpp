@@ -87,6 +87,8 @@ SerialDriver::Handle FakeSerialDriver::Open(std::string_view name) {
     return InvalidHandle;
   }
   open_ = port;
+  state.fOutX = false;
+  held_ = false;
   return 1;
 }
 
@@ -97,7 +99,8 @@ bool FakeSerialDriver::SetupQueues(Handle handle, std::uint32_t inQueue, std::ui
 bool FakeSerialDriver::Purge(Handle handle, std::uint32_t flags) {
   if (!Call("Purge", std::to_string(flags)) || !Known(handle)) return false;
   RunDue(loop_.Now());
-  input.clear();
+  if ((flags & 1) != 0) outgoing_.reset();
+  if ((flags & 8) != 0) input.clear();
   return true;
 }
 
@@ -125,6 +128,7 @@ bool FakeSerialDriver::BuildState(std::string_view settings, DeviceControlBlock&
 bool FakeSerialDriver::SetState(Handle handle, const DeviceControlBlock& dcb) {
   if (!Call("SetState", std::to_string(dcb.BaudRate) + (dcb.fOutX ? " XON" : " NOXON")) || !Known(handle)) return false;
   state = dcb;
+  held_ = held_ && state.fOutX;
   return true;
 }
 
@@ -146,19 +150,40 @@ bool FakeSerialDriver::Read(Handle handle, std::uint32_t count, Bytes& data) {
   return false;
 }
 
+std::uint32_t FakeSerialDriver::Carry(std::string_view data) {
+  const Bytes gone(data.substr(0, writeLimit.value_or(UINT32_MAX)));
+  written += gone;
+  if (FakeDevice* device = ports_[*open_]) device->FromHost(gone, loop_.Now());
+  return static_cast<std::uint32_t>(gone.size());
+}
+
 bool FakeSerialDriver::Write(Handle handle, std::string_view data, std::uint32_t& count) {
   if (!Call("Write", std::to_string(data.size())) || !Known(handle)) return false;
-  count = std::min(static_cast<std::uint32_t>(data.size()), writeLimit.value_or(UINT32_MAX));
-  written += data.substr(0, count);
-  if (FakeDevice* device = ports_[*open_]) device->FromHost(data.substr(0, count), loop_.Now());
+  RunDue(loop_.Now());
+  if (held_) {
+    outgoing_ = data;
+    giveUp_ = loop_.Now() + std::chrono::seconds(data.size());
+    lastError_ = ErrorIoPending;
+    return false;
+  }
+  count = Carry(data);
   if (!pending_) return true;
   pendingCount_ = count;
   lastError_ = ErrorIoPending;
   return false;
 }
 
-bool FakeSerialDriver::PendingResult(Handle, std::uint32_t& count) {
+bool FakeSerialDriver::PendingResult(Handle handle, std::uint32_t& count) {
   calls.emplace_back("PendingResult");
+  count = 0;
+  if (!pending_) {
+    if (!Known(handle)) return false;
+    const bool done = outgoing_ && (!held_ || loop_.Now() >= giveUp_);
+    lastError_ = outgoing_ ? ErrorIoIncomplete : EINVAL;
+    if (done && !held_) count = Carry(*outgoing_);
+    if (done) outgoing_.reset();
+    return done;
+  }
   auto& [incomplete, code] = *pending_;
   if (incomplete-- > 0) {
     lastError_ = ErrorIoIncomplete;
@@ -174,6 +199,7 @@ bool FakeSerialDriver::Close(Handle handle) {
   if (!Call("Close")) return false;
   const bool known = handle == 1 && open_;
   open_.reset();
+  outgoing_.reset();
   input.clear();
   lastError_ = EBADF;
   return known;
@@ -186,7 +212,15 @@ std::optional<Time> FakeSerialDriver::NextDue() const {
 
 void FakeSerialDriver::RunDue(Time now) {
   const auto port = open_ ? ports_.find(*open_) : ports_.end();
-  if (port != ports_.end() && port->second) input += port->second->ToHost(now);
+  if (port == ports_.end() || !port->second) return;
+  for (const char byte : port->second->ToHost(now)) {
+    const bool flow = state.fOutX && (byte == state.XonChar || byte == state.XoffChar);
+    if (flow) {
+      held_ = byte == state.XoffChar;
+    } else {
+      input += byte;
+    }
+  }
 }
 
 }  // namespace vk32

@@ -109,16 +109,22 @@ class FakeSerialDriver : public SerialDriver, public Outside {
   bool Read(Handle handle, std::uint32_t count, Bytes& data) override;
   bool Write(Handle handle, std::string_view data, std::uint32_t& written) override;
   bool PendingResult(Handle handle, std::uint32_t& count) override;
+  WaitFor PendingWait(Handle) const override { return {-1, WaitFor::ToWrite, outgoing_ ? giveUp_ : loop_.Now()}; }
   bool Close(Handle handle) override;
   std::int32_t LastError() const override { return lastError_; }
   std::string ErrorText(std::int32_t code) const override { return "  words of " + std::to_string(code) + " "; }
-  int WaitHandle(Handle) const override { return -1; }
+  int WaitHandle(Handle) const override { return WaitFd; }
 
   // Outside
   std::optional<Time> NextDue() const override;
   void RunDue(Time now) override;
+  bool Readable(int fd) const override { return fd == WaitFd && !input.empty(); }
 
  private:
+  static constexpr int WaitFd = 1000;  // of no system
+
+  /// Lets the bytes through to the device.
+  std::uint32_t Carry(std::string_view data);
   bool Call(const std::string& verb, const std::string& argument = {});
   bool Known(Handle handle);
 
@@ -128,6 +134,9 @@ class FakeSerialDriver : public SerialDriver, public Outside {
   std::multimap<std::string, std::pair<int, std::int32_t>> failures_;
   std::optional<std::pair<int, std::int32_t>> pending_;
   std::uint32_t pendingCount_ = 0;
+  bool held_ = false;              // by XOFF
+  std::optional<Bytes> outgoing_;  // a write that it holds back
+  Time giveUp_{0};                 // the time-out of that write
   std::int32_t lastError_ = 0;
 };
 

@@ -3,6 +3,7 @@
 
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "app/App.h"
@@ -11,6 +12,16 @@
 #include "support/VirtualEventLoop.h"
 
 namespace vk32 {
+
+/// A box can take its time.
+struct TestScreen : ScriptScreen {
+  using ScriptScreen::ScriptScreen;
+  Answer Ask(const MessageBoxRequest& request) override {
+    if (whileAsking) std::exchange(whileAsking, {})();
+    return ScriptScreen::Ask(request);
+  }
+  std::function<void()> whileAsking;  // of the next box
+};
 
 class Harness {
  public:
@@ -33,7 +44,7 @@ class Harness {
 
  public:
   VirtualEventLoop loop;
-  ScriptScreen screen;
+  TestScreen screen;
   FakeSerialDriver driver;
   PortNames names;
   App app;

@@ -11,17 +11,11 @@ void VirtualEventLoop::RunDue() {
   timers_.RunDue(now_);
 }
 
-void VirtualEventLoop::Wait(int) {
-  const auto outside = NextOutside(), timer = timers_.NextDue();
-  if (!outside && !timer) throw std::logic_error("nothing will ever happen");
+void VirtualEventLoop::Wait(const WaitFor& what) {
+  const Time next = std::min(EarliestDue(what.until), NextOutside().value_or(Never));
+  if (next == Never) throw std::logic_error("nothing will ever happen");
   ++sleeps_;
-  AdvanceTo(!outside ? *timer : !timer ? *outside : std::min(*outside, *timer));
-}
-
-void VirtualEventLoop::WaitQuietly(int, Time until) {
-  ++sleeps_;
-  const auto outside = NextOutside();
-  AdvanceTo(outside ? std::min(*outside, until) : until);
+  AdvanceTo(next);
 }
 
 std::optional<Time> VirtualEventLoop::NextOutside() const {
@@ -36,6 +30,13 @@ std::optional<Time> VirtualEventLoop::NextOutside() const {
 void VirtualEventLoop::AdvanceTo(Time moment) {
   now_ = std::max(now_, moment);
   for (Outside* outside : outside_) outside->RunDue(now_);
+  std::vector<int> readable;
+  for (const auto& [fd, watcher] : watched_) {
+    for (const Outside* outside : outside_) {
+      if (outside->Readable(fd)) readable.push_back(fd);
+    }
+  }
+  for (const int fd : readable) EventLoop::Readable(fd);
 }
 
 }  // namespace vk32

@@ -14,6 +14,7 @@ class Outside {
   virtual ~Outside() = default;
   virtual std::optional<Time> NextDue() const = 0;
   virtual void RunDue(Time now) = 0;
+  virtual bool Readable(int) const { return false; }
 };
 
 class VirtualEventLoop : public EventLoop {
@@ -21,8 +22,9 @@ class VirtualEventLoop : public EventLoop {
   Time Now() const override { return now_; }
   void RunDue() override;
   /// std::logic_error if nothing will ever happen: a wait that would hang.
-  void Wait(int fd) override;
-  void WaitQuietly(int fd, Time until) override;
+  void Wait(const WaitFor& what) override;
+  /// The program gets no turn until then.
+  void Freeze(Time until) { AdvanceTo(until); }
 
   void Add(Outside& outside) { outside_.push_back(&outside); }
   void Remove(Outside& outside) { std::erase(outside_, &outside); }

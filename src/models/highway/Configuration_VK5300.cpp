@@ -72,27 +72,28 @@ void Configuration_VK5300::BuildParameters() {
   app.globals.BlockTable[EthernetBlockNumber] = block;
 }
 
-bool Configuration_VK5300::Download() {
+bool Configuration_VK5300::Download(Conversation& conversation) {
   // After a saved file the image follows the restart at once: the device is used to both.
   const bool waits = DownOpt.Value;
-  if (!DownloadBlocks(app, *this) || !ProductIsCurrent()) return false;
-  SendReboot(app);
-  if (waits) WaitMilliseconds(RestartTime);
-  return ProductIsCurrent() && DownloadImage(app, *this);
+  if (!DownloadBlocks(conversation)) return false;
+  if (!SendReboot(conversation)) {
+    TellTimeOut(conversation);
+    return false;
+  }
+  if (waits) WaitMilliseconds(conversation, RestartTime);
+  return DownloadImage(conversation);
 }
 
-void Configuration_VK5300::UploadCmd_Click() {
-  ShowConfigureReminder(app);
-  UploadBlocks(app, *this);
-  if (!ProductIsCurrent()) return;
-  SendReboot(app);
-  WaitMilliseconds(RestartTime);
-  if (ProductIsCurrent()) UploadImage(app, *this);
+void Configuration_VK5300::Upload(Conversation& conversation) {
+  UploadBlocks(conversation, *this);
+  SendReboot(conversation);
+  WaitMilliseconds(conversation, RestartTime);
+  UploadImage(conversation, *this);
 }
 
-void Configuration_VK5300::WaitMilliseconds(int time) {
-  SetTimeOut(*this, time);
-  WaitForTimeOut(app, *this);
+void Configuration_VK5300::WaitMilliseconds(Conversation& conversation, int time) {
+  SetTimeOut(conversation, time);
+  WaitForTimeOut(conversation);
 }
 
 void Configuration_VK5300::RemoveData(const Bytes& reply) {

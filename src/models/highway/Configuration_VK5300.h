@@ -26,16 +26,16 @@ class Configuration_VK5300 : public ImageWizard {
   void Form_Load() override;
   std::vector<WizardPage> Pages() override;
   bool LeavePage() override;
-  void UploadCmd_Click() override;
+  void Upload(Conversation& conversation) override;
   void BuildParameters() override;
-  bool Download() override;
+  bool Download(Conversation& conversation) override;
   std::span<const FixedByte> FixedBytes() const override;
   int RegisterCount() const override { return HighwayImage::Registers; }
   void Record(RecordFile& file, std::string& product, std::string& modelTag) override;
 
   void DhNetworkLst_Click();
   /// Lets events run for the time, in ms. The timer is left enabled with that interval.
-  void WaitMilliseconds(int time);
+  void WaitMilliseconds(Conversation& conversation, int time);
 
   Parameters& image = app.globals;
 

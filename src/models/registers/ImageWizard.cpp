@@ -2,7 +2,6 @@
 #include "models/registers/ImageWizard.h"
 
 #include "core/ConfigMod.h"
-#include "shell/Subs.h"
 
 namespace vk32 {
 
@@ -11,11 +10,8 @@ void ImageWizard::BuildParameterImage() {
   app.globals.ConfigImage = app.globals.RegistersToString(0, RegisterCount());
 }
 
-void ImageWizard::UploadCmd_Click() {
-  ShowConfigureReminder(app);
-  UploadImage(app, *this);
-}
+void ImageWizard::Upload(Conversation& conversation) { UploadImage(conversation, *this); }
 
-bool ImageWizard::Download() { return DownloadImage(app, *this); }
+bool ImageWizard::Download(Conversation& conversation) { return DownloadImage(conversation); }
 
 }  // namespace vk32

@@ -26,9 +26,9 @@ class ImageWizard : public WizardForm {
   /// Of the image, from register 0 on.
   virtual int RegisterCount() const = 0;
 
-  void UploadCmd_Click() override;
+  void Upload(Conversation& conversation) override;
   void BuildParameters() override { BuildParameterImage(); }
-  bool Download() override;
+  bool Download(Conversation& conversation) override;
 
   std::int32_t& Register(RegisterByte byte) { return byte.In(app.globals); }
 };

@@ -122,12 +122,9 @@ void Configuration_VKRTX::PassPagesBack() {
   }
 }
 
-void Configuration_VKRTX::UploadCmd_Click() {
-  ShowConfigureReminder(app);
-  UploadBlocks(app, *this);
-}
+void Configuration_VKRTX::Upload(Conversation& conversation) { UploadBlocks(conversation, *this); }
 
-bool Configuration_VKRTX::Download() { return DownloadBlocks(app, *this); }
+bool Configuration_VKRTX::Download(Conversation& conversation) { return DownloadBlocks(conversation); }
 
 void Configuration_VKRTX::CollectTextFields() {
   routing.CollectMessageTimeout();

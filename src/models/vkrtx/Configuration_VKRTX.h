@@ -30,9 +30,9 @@ class Configuration_VKRTX : public WizardForm {
   std::vector<WizardPage> Pages() override;
   bool LeavePage() override;
   void PassPagesBack() override;
-  void UploadCmd_Click() override;
+  void Upload(Conversation& conversation) override;
   void BuildParameters() override { BuildParameterBlocks(); }
-  bool Download() override;
+  bool Download(Conversation& conversation) override;
   void Record(RecordFile& file, std::string& product, std::string& modelTag) override;
 
   // What differs between the models is decided by these two; a third one has neither branch.

@@ -10,6 +10,9 @@ namespace vk32 {
 namespace {
 
 constexpr int FootTabIndex = 20000;  // behind all controls of the pages
+constexpr const char* HowToEnd = "Wait until it has ended, or end it by CANCEL in the wizard.";
+constexpr Purpose ReadingConfiguration{"Reading the configuration", HowToEnd};
+constexpr Purpose WritingConfiguration{"Writing the configuration", HowToEnd};
 
 }  // namespace
 
@@ -79,14 +82,28 @@ bool WizardForm::OpenIfAskedFor() {
   return OpenConfigFile(app, *this, app.globals.CurrentProduct, ModelTag());
 }
 
+void WizardForm::UploadCmd_Click() {
+  const auto conversation = Conversation::Begin(app, *this, ReadingConfiguration);
+  if (!conversation) return;
+  ShowConfigureReminder(app);
+  Upload(*conversation);
+}
+
 void WizardForm::Finish() {
-  const std::string product = app.globals.CurrentProduct;  // another may be chosen during the waits
   const bool downloads = DownOpt.Value || DownSaveOpt.Value, saves = SaveOpt.Value || DownSaveOpt.Value;
+  std::shared_ptr<Conversation> conversation;
+  if (downloads) conversation = Conversation::Begin(app, *this, WritingConfiguration);
+  if (downloads && !conversation) return;
+  // The wizard closes at the end, and its conversation with it.
+  if (!downloads && IsTalking() && RefusedByConversation(app)) return;
   if (!TakeOver([this] { BuildParameters(); })) return;
   if (downloads) ShowConfigureReminder(app);
-  if (saves && !SaveConfigFile(app, *this, product, ModelTag())) return;
+  if (saves && !SaveConfigFile(app, *this, app.globals.CurrentProduct, ModelTag())) return;
   if (downloads) {
-    if (!Download() || !IsLoaded()) return;
+    const bool done = Download(*conversation);
+    const std::string product = conversation->product;
+    conversation.reset();
+    if (!done || !IsLoaded()) return;
     app.forms.MsgBox("Configuration has been downloaded to the " + product, MessageIcon::Information, "Success!");
   }
   UnloadMe();
@@ -107,7 +124,7 @@ bool WizardForm::TakeOver(const std::function<void()>& step) {
 
 void WizardForm::CancelCmd_Click() { UnloadMe(); }
 
-void WizardForm::TimeOutTmr_Timer() { SetTimeOutFlag(app.globals, TimeOutTmr); }
+void WizardForm::TimeOutTmr_Timer() { SetTimeOutFlag(app, *this); }
 
 void WizardForm::OpenConfigChkLbl_Click() { OpenConfigChk.Value = 1 - OpenConfigChk.Value; }
 

@@ -8,6 +8,7 @@
 
 #include "app/App.h"
 #include "core/ConfigurationForm.h"
+#include "link/Conversation.h"
 #include "shell/WizardPages.h"
 
 namespace vk32 {
@@ -34,17 +35,16 @@ class WizardForm : public ConfigurationForm {
   virtual bool LeavePage() { return true; }
   /// Counts CurrentPage, which is one less already, down over pages that are passed on the way back.
   virtual void PassPagesBack() {}
-  virtual void UploadCmd_Click() = 0;
 
+  /// Reads the parameters from the device into the pages.
+  virtual void Upload(Conversation& conversation) = 0;
   /// Makes what is sent and saved from the parameters. DoesNotFit if the device can't hold a value.
   virtual void BuildParameters() = 0;
   /// Writes the parameters to the device. False on a failure; the user has been told.
-  virtual bool Download() = 0;
+  virtual bool Download(Conversation& conversation) = 0;
 
   /// At the load: shows the welcome page, and what the port allows.
   void Begin(std::int16_t lastPage);
-  /// False once another product has been chosen: an exchange must not go on with it.
-  bool ProductIsCurrent() const { return app.globals.CurrentProduct == DeviceLbl.Caption.Value(); }
   /// Runs a step that takes values from the pages. False if the device can't hold one: the user has been told, and the
   /// parameters are what they were.
   bool TakeOver(const std::function<void()>& step);
@@ -54,6 +54,7 @@ class WizardForm : public ConfigurationForm {
  private:
   void NextCmd_Click();
   void BackCmd_Click();
+  void UploadCmd_Click();
   void CancelCmd_Click();
   void TimeOutTmr_Timer();
   /// Shows CurrentPage, with its step and its buttons.
@@ -66,6 +67,7 @@ class WizardForm : public ConfigurationForm {
   bool OpenIfAskedFor();
   /// Carries out the selected option; unloads the form when it is done.
   void Finish();
+  bool IsTalking() const { return app.conversation != nullptr && &app.conversation->form == this; }
   void OpenConfigChkLbl_Click();
 
  public:
