@@ -462,8 +462,8 @@ TEST_F(Rb2000, FinishRefusesWhatTheImageCannotHold) {
   form.Get<TextBox>("ABFileTxt", 4).Text = "70000";  // a master's slots are not checked
   Next();
   EXPECT_EQ(Next(),
-            "box critical \"Error!\" \"Address Mapping, slot 5, File: the device can't hold this value.\\r\\nEnter a "
-            "number from 0 to 65535.\" -> OK\n");
+            "box critical \"Error!\" \"Address Mapping, slot 5, File (shown with Modbus Device Type Slave): the device "
+            "can't hold this value.\\r\\nEnter a number from 0 to 65535.\" -> OK\n");
   EXPECT_EQ(Shown(), "ApplyFrame");
   form.Get<TextBox>("ABFileTxt", 4).Text = "0";
   for (int slot = 0; slot < 40; ++slot) {
