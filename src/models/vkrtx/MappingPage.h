@@ -11,7 +11,7 @@ constexpr const char* MappingPageTitle = "Allen-Bradley/Modbus Mapping";
 
 class MappingPage {
  public:
-  MappingPage(Form& form, App& app) : form_(form), app_(app) {}
+  MappingPage(Form& form, App& app) : form_(form), app_(app) { AbModMapTableFrame.Caption = "Routing Table"; }
 
   /// Hands the form to the editor, as the owner of the table.
   void SetUpModbusModel() {
