@@ -2,6 +2,7 @@
 #include <random>
 
 #include "models/WizardUser.h"
+#include "models/vkrtx/Configuration_VKRTX.h"
 
 namespace vk32 {
 namespace {
@@ -274,6 +275,52 @@ TEST(ConfigurationVkRtx, AMapThatFailsLeavesWhatIsDone) {
   EXPECT_EQ(lows(), "|,0 |,0 |,0 |,0 0");
 }
 
+TEST(ConfigurationVkRtx, AClearedTableComesBackUntilThePageIsLeftOrFilled) {
+  std::string routes, maps;
+  for (int i = 1; i <= 7; ++i) {
+    routes += Route(Str(i) + "|Channel A|" + Str(i) + "|9|Ethernet|10.0.0." + Str(i));
+    maps += Map(Str(i) + "|Typed R/W|7|0|4X|1|1|Integer|" + Str(i) + "|9");
+  }
+  const struct {
+    const char* model;
+    std::string page, acts, clear, cells, add;
+  } tables[] = {{Df1, "RoutingFrame", routes + "scroll RouteVScroll 480", "ClrTableCmd", RouteCells,
+                 Route("1|Ethernet|1|1|Channel A")},
+                {Modbus, "NodeIpFrame", Slaves("5|10.0.0.5|6|1.1.1.1"), "NodeIpClrTablCmd",
+                 "NodeIpNodeTxt NodeIpIpAddrTxt", Slaves("5|1.1.1.1")},
+                {Modbus, "AbModMappingFrame", maps + "scroll AbModMapVScroll 960", "ClrMapTableCmd", MapCells,
+                 Map("1|Typed R/W|7|0|4X|1|1|Integer|1|9")}};
+  for (const auto& table : tables) {
+    TemporaryFile file("other.cfg");
+    VkRtx(table.model).Use(Ip + "finish SaveOpt " + file.Path());
+    for (const std::string& end :
+         {table.add, std::string("click BackCmd\nclick NextCmd"), std::string("click NextCmd\nclick BackCmd"),
+          std::string("click UploadCmd"), "open " + file.Path() + "\nto " + table.page}) {
+      GatewayDevice device(table.model);
+      VkRtx user(table.model, &device);
+      const auto state = [&] {
+        const RoutingPage& routing = VKRTXWizard(user.app).routing;
+        std::string all = user.Get("Configuration_VKRTX.RoutesFrame.Top") +
+                          user.Get("Configuration_VKRTX.AbModMapFrame.Top") + Str(routing.CountRowsInUse()) +
+                          Str(user.app.globals.AbModMapCount);
+        for (int row = 1; row <= 10; ++row) all += user.Row(table.cells, row) + Str(user.Record(row).LowAddress);
+        return all;
+      };
+      const std::string empty = state(), buttons = "\nshown " + table.clear + " Undo" + table.clear;
+      user.Use(Ip + "to " + table.page + "\n" + table.acts);
+      const std::string full = state();
+      for (int time = 1; time <= 2; ++time) {
+        EXPECT_EQ(user.Use("click " + table.clear + buttons), "-+");
+        EXPECT_EQ(state(), empty);
+        EXPECT_EQ(user.Use("click Undo" + table.clear + buttons), "+-");
+        EXPECT_EQ(state(), full);
+      }
+      user.Use("click " + table.clear + "\n" + end);
+      EXPECT_EQ(user.Use(buttons), "+-") << end;
+    }
+  }
+}
+
 // Whatever was done before, in whatever order.
 TEST(ConfigurationVkRtx, ASavedFileOpensAgain) {
   std::mt19937 random(1);
@@ -293,7 +340,8 @@ TEST(ConfigurationVkRtx, ASavedFileOpensAgain) {
                                 half,
                                 df1 ? "click DelRouteCmd\nselect DelRoute.SlotLst 1\nclick DelRoute.DeleteRouteCmd"
                                     : "click DelMapCmd\nclick ABModMapping.MapCmd",
-                                df1 ? "click ClrTableCmd" : "click ClrMapTableCmd"};
+                                df1 ? "click ClrTableCmd" : "click ClrMapTableCmd",
+                                df1 ? "click UndoClrTableCmd" : "click UndoClrMapTableCmd"};
     for (int run = 0; run < 12; ++run) {
       GatewayDevice device(model);
       VkRtx user(model, &device);

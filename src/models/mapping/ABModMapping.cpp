@@ -122,6 +122,7 @@ void ABModMapping::CommitMap() {
   WriteRecord(s);
   WriteRow(s);
   table.AdjustAbModMapVScrollBar();
+  table.WithdrawUndo();
   UnloadMe();
   if (mode == Add) ++app_.globals.AbModMapCount;
 }

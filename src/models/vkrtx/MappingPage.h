@@ -59,6 +59,7 @@ class MappingPage {
   CommandButton       EditMapCmd             {AbModMappingFrame, "EditMapCmd",      {2040, 5280, 1560,  390}, "Edit Map", [this] { table.ProcessEditMapCmd(); }};
   CommandButton       DelMapCmd              {AbModMappingFrame, "DelMapCmd",       {3720, 5280, 1800,  390}, "Delete Map", [this] { table.ProcessDelMapCmd(); }};
   CommandButton       ClrMapTableCmd         {AbModMappingFrame, "ClrMapTableCmd",  {6120, 5280, 2520,  390}, "Clear Mapping Table", [this] { table.ProcessClrMapTableCmd(); }};
+  UndoClearButton     UndoClrMapTableCmd     {AbModMappingFrame, "UndoClrMapTableCmd", ClrMapTableCmd};
   // clang-format on
 };
 
