@@ -314,17 +314,6 @@ TEST(Serial, TakesAndGivesAWholeConfiguration) {
     EXPECT_EQ(user.Use("open " + file.Path() + "\nfinish DownOpt"), "reminder\nsuccess\n");
     expected[2] = 77;
     EXPECT_EQ(ToHex(factory.gateway.Image()), ToHex(expected));
-    // A file that breaks off, or is another product's, leaves the registers as they were.
-    user.Use("again");
-    const Bytes before = user.app.globals.RegistersToString(0, 224);
-    for (const auto& [text, told] : {std::pair(content.substr(0, content.size() / 2), "broken\n"),
-                                     {"\"RBX\"" + content.substr(8), "not for it\n"},
-                                     {content.substr(0, 40) + "x" + content.substr(41), "broken\n"},
-                                     {content.substr(0, content.find("2,0")) + "300,0\r\n", "broken\n"}}) {
-      file.Fill(text);
-      EXPECT_EQ(user.Use("open " + file.Path() + "\npage"), told + std::string("ConfigFrame"));
-      EXPECT_EQ(ToHex(user.app.globals.RegistersToString(0, 224)), ToHex(before));
-    }
   }
 }
 
