@@ -41,8 +41,12 @@ void FormWindow::FocusAfterChange(const Control* lost, const std::vector<const F
 
 void FormWindow::FocusNextAfter(const Control& control) {
   const auto stops = TabStops(form_);
-  const auto next =
-      std::find_if(stops.begin(), stops.end(), [&](auto* stop) { return stop->TabIndex > control.TabIndex; });
+  // What stands in its very place undoes what it did.
+  auto next =
+      std::find_if(stops.begin(), stops.end(), [&](auto* stop) { return PlaceOnForm(*stop) == PlaceOnForm(control); });
+  if (next == stops.end()) {
+    next = std::find_if(stops.begin(), stops.end(), [&](auto* stop) { return stop->TabIndex > control.TabIndex; });
+  }
   if (!stops.empty()) Focus(next == stops.end() ? *stops.front() : **next, Qt::OtherFocusReason);
 }
 

@@ -10,7 +10,10 @@
 namespace vk32 {
 
 Frame::Frame(const Container& container, ControlName name, Place place, Fill fill_)
-    : Control(Kind::Frame, container, name, place), Container(container.OwnerForm(), this), fill(fill_) {}
+    : Control(Kind::Frame, container, name, place),
+      Container(container.OwnerForm(), this),
+      Caption(*this, "Caption", {}),
+      fill(fill_) {}
 
 Label::Label(const Container& container, ControlName name, Place place, std::string caption, TextRole role_,
              Handler click, MouseHandlers mouse)

@@ -13,11 +13,12 @@
 
 namespace vk32 {
 
-/// A frame holds other controls; it has no border and shows no caption.
+/// A frame holds other controls; it has no border, and its caption is not shown.
 class Frame : public Control, public Container {
  public:
   Frame(const Container& container, ControlName name, Place place, Fill fill = Fill::None);
 
+  Property<std::string> Caption;
   const Fill fill;
 };
 

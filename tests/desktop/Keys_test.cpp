@@ -36,6 +36,13 @@ TEST_F(KeysTest, WhatLosesTheFocusHandsItOn) {
   form.PortCbo.Enabled = false;
   Settle();
   EXPECT_TRUE(HasFocus(form.FreeCbo));
+  // To what stands in the very same place, wherever it comes in the order.
+  form.NameTxt.Left = form.FreeCbo.Left.Value();
+  form.NameTxt.Top = form.FreeCbo.Top.Value();
+  form.NameTxt.Width = form.FreeCbo.Width.Value();
+  form.FreeCbo.Visible = false;
+  Settle();
+  EXPECT_TRUE(HasFocus(form.NameTxt));
 }
 
 TEST_F(KeysTest, EnterPressesItsButtonExceptWhereItPressesAnother) {

@@ -6,7 +6,7 @@
 #include <sstream>
 #include <string>
 
-#include "support/Harness.h"
+#include "models/WizardUser.h"
 
 namespace vk32 {
 namespace {
@@ -37,43 +37,41 @@ class RandomDevice : public FakeDevice {
   std::optional<Time> due_;
 };
 
-/// A product with a wizard, or a model of it: how it is reached from the main menu, and its form.
-struct Wizard {
-  const char *clicks, *form;
-};
-constexpr Wizard Wizards[] = {
-    {"RB2000Cmd", "Configuration_RB2000"},
-    {"RB3000Cmd", "Configuration_RB3000"},
-    {"RBCardCmd", "Configuration_RBCard"},
-    {"VK5300Cmd", "Configuration_VK5300"},
-    {"VKRTXCmd\nclick MainMenu.ABEthAsciiDf1ModelCmd", "Configuration_VKRTX"},
-    {"VKRTXCmd\nclick MainMenu.ABEthModbusModelCmd", "Configuration_VKRTX"},
-};
+/// A product with a wizard, and what more leads to a model of it.
+constexpr std::pair<const char*, const char*> Wizards[] = {{"RB2000", ""},
+                                                           {"RB3000", ""},
+                                                           {"RBCard", ""},
+                                                           {"VK5300", ""},
+                                                           {"VKRTX", "\nclick MainMenu.ABEthAsciiDf1ModelCmd"},
+                                                           {"VKRTX", "\nclick MainMenu.ABEthModbusModelCmd"}};
+
+void ExpectAlive(const Harness& h) {
+  if (h.app.forms.dispatcher.Ended()) std::abort();
+}
+
+/// What was taken over is walked through, and sent and kept.
+void WalkOn(WizardUser& user) {
+  ExpectAlive(user);
+  for (int page = 0; page < 10; ++page) user.Use("click NextCmd");
+  ExpectAlive(user);
+}
 
 void ConfigurationFile(std::string_view data) {
   static const TemporaryFile file("random.cfg");
   file.Fill(data);
-  for (const Wizard& wizard : Wizards) {
-    Harness h;
-    h.GoTo(wizard.clicks);
-    const std::string form = wizard.form;
-    h.Do("click ProductMenu.ConfigureCmd\ncheck " + form + ".OpenConfigChk on\nfile " + file.Path() + "\nclick " +
-         form + ".NextCmd");
-    if (h.app.forms.dispatcher.Ended()) std::abort();
+  for (const auto& [product, clicks] : Wizards) {
+    WizardUser user(product, nullptr, clicks);
+    user.Use("open " + file.Path() + "\ncheck OpenConfigChk off");
+    WalkOn(user);
   }
 }
 
 void UploadReply(std::string_view data) {
-  for (const Wizard& wizard : Wizards) {
+  for (const auto& [product, clicks] : Wizards) {
     RandomDevice device(data);
-    Harness h;
-    h.GoTo(wizard.clicks, &device);
-    const std::string form = wizard.form;
-    h.Do("click ProductMenu.ConfigureCmd\nclick " + form + ".UploadCmd");
-    if (h.app.forms.dispatcher.Ended()) std::abort();
-    // What was read is walked through, and sent and kept.
-    for (int page = 0; page < 10; ++page) h.Do("click " + form + ".NextCmd");
-    if (h.app.forms.dispatcher.Ended()) std::abort();
+    WizardUser user(product, &device, clicks);
+    user.Use("click UploadCmd");
+    WalkOn(user);
   }
 }
 
@@ -102,7 +100,7 @@ void TerminalData(std::string_view data) {
   Harness h;
   h.GoTo("RB2000Cmd", &device);
   h.Do("click ProductMenu.OfflineCmd\nwait 200\nkeys OfflineMngr.Term \\x1B2y\nwait 200\nget OfflineMngr.Term.Text");
-  if (h.app.forms.dispatcher.Ended()) std::abort();
+  ExpectAlive(h);
 }
 
 void SimulatorInput(std::string_view data) {

@@ -18,28 +18,32 @@ struct WizardUser : Harness {
   }
 
   /// Commands, one a line; a control without its form's name is the wizard's. And: "to FRAME" clicks NEXT until that
-  /// page shows, "page" tells which one does, "see CONTROLS" their texts or captions, "fill FORM TEXT|TEXT" enters into
-  /// the form's fields in their order; "finish OPTION FILE", "open FILE", "again" with a new wizard. Returns what was
-  /// printed, without the dialogs and with a word for each box of a transfer or a file.
+  /// page shows, "back FRAME" BACK; "page" tells which one does, "see CONTROLS" their texts or captions, "shown
+  /// CONTROLS" + or - for each, "fill FORM TEXT|TEXT" enters into the form's fields in their order; "finish OPTION
+  /// FILE", "open FILE", "again" with a new wizard. Returns what was printed, without the dialogs and with a word for
+  /// each box of a transfer or a file.
   std::string Use(const std::string& commands) {
     std::string printed;
     for (const std::string& line : Split(commands, '\n')) {
       if (line.empty()) continue;
       const auto words = Split(line);
       const std::string file = words.size() > 1 ? "file " + words.back() + "\nclick NextCmd" : "";
-      if (words[0] == "to") {
-        for (int clicks = 0; Page() != words[1] && clicks < 10; ++clicks) printed += Use("click NextCmd");
+      if (words[0] == "to" || words[0] == "back") {
+        const std::string click = words[0] == "to" ? "click NextCmd" : "click BackCmd";
+        for (int clicks = 0; Page() != words[1] && clicks < 10; ++clicks) printed += Use(click);
         EXPECT_EQ(Page(), words[1]);
       } else if (words[0] == "page") {
         printed += Page();
       } else if (words[0] == "see") {
         for (std::size_t i = 1; i < words.size(); ++i) printed += (i == 1 ? "" : "|") + At(words[i]).Words();
+      } else if (words[0] == "shown") {
+        for (std::size_t i = 1; i < words.size(); ++i) printed += At(words[i]).Shown() ? '+' : '-';
       } else if (words[0] == "fill") {
         printed += Fill(words[1], Split(line.substr(line.find(words[1]) + words[1].size() + 1), '|'));
       } else if (words[0] == "finish") {
         printed += Use("to ApplyFrame\nclick " + words[1] + "\n" + (words.size() == 2 ? "click NextCmd" : file));
       } else if (words[0] == "open") {
-        printed += Use("check OpenConfigChk on\n" + file);
+        printed += Use("back ConfigFrame\ncheck OpenConfigChk on\n" + file);
       } else if (words[0] == "again") {
         Do("click " + form + ".CancelCmd\nclick ProductMenu.ConfigureCmd");
       } else {
@@ -50,6 +54,23 @@ struct WizardUser : Harness {
     }
     return printed;
   }
+
+  /// BACK over the pages from the last to the first, and NEXT to the last again. Each is a frame and its step:
+  /// "FRAME/STEP".
+  void Walk(const std::string& pages) {
+    const auto all = Split(pages);
+    Use("to " + all.back().substr(0, all.back().find('/')));
+    const std::size_t last = all.size() - 1;
+    for (std::size_t i = 0; i <= 2 * last; ++i) {
+      const std::size_t page = i <= last ? last - i : i - last;
+      EXPECT_EQ(Page() + "/" + Step(), all[page]) << pages;
+      EXPECT_EQ(Get(form + ".NextCmd.Picture"), page == last ? "117" : "111");
+      EXPECT_EQ(Get(form + ".BackCmd.Shown"), page == 0 ? "False" : "True");
+      Use(i < last ? "click BackCmd" : i < 2 * last ? "click NextCmd" : "");
+    }
+  }
+
+  const std::string form;
 
  private:
   const std::vector<Control*>& ControlsOf(const std::string& name) const {
@@ -63,6 +84,16 @@ struct WizardUser : Harness {
       if (control->Left == 3840 && control->Height == 7620 && control->Shown()) page += control->FullName();
     }
     return page;
+  }
+  /// The steps that are marked by their colour, if the mark stands at them too.
+  std::string Step() const {
+    std::string steps;
+    for (const Control* control : ControlsOf(form)) {
+      const auto* label = dynamic_cast<const Label*>(control);
+      if (!label || label->role != TextRole::Step || label->ForeColor != StepCurrent) continue;
+      steps += label->Top == At("StepMarkFrame").Top ? label->FullName() : " no mark";
+    }
+    return steps;
   }
   std::string Fill(const std::string& editor, const std::vector<std::string>& texts) {
     std::string acts;
@@ -99,8 +130,6 @@ struct WizardUser : Harness {
     }
     return kept;
   }
-
-  const std::string form;
 };
 
 }  // namespace vk32

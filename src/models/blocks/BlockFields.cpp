@@ -15,7 +15,8 @@ int SizeOf(Format format) {
     case Format::Byte:
     case Format::Code: return 1;
     case Format::WordLowFirst:
-    case Format::WordHighFirst: return 2;
+    case Format::WordHighFirst:
+    case Format::SignedLowFirst: return 2;
     case Format::ThreeBytesLowFirst: return 3;
     case Format::AddressReversed:
     case Format::AddressForward: return 4;
@@ -23,12 +24,16 @@ int SizeOf(Format format) {
   return 0;
 }
 
+bool IsWord(Format format) { return SizeOf(format) == 2; }
 bool LastByteFirst(Format format) { return format == Format::WordHighFirst || format == Format::AddressReversed; }
 
 /// In the order low byte first.
 Bytes NumberBytes(std::int32_t value, const BlockField& field) {
   const bool isByte = value >= 0 && value <= 255;
   if (field.format == Format::Byte && !isByte) throw DoesNotFit(field.name, EnterByte);
+  if (IsWord(field.format) && field.format != Format::SignedLowFirst && value < 0) {
+    throw DoesNotFit(field.name, EnterWord);
+  }
   if ((field.format == Format::Code && !isByte) || (field.format == Format::ThreeBytesLowFirst && value < 0)) {
     throw DoesNotFit(field.name, "Choose an entry of the list.");
   }
@@ -40,8 +45,7 @@ Bytes NumberBytes(std::int32_t value, const BlockField& field) {
 std::int32_t ToNumber(const Bytes& lowFirst, Format format) {
   std::int32_t value = 0;
   for (int i = 0; i < static_cast<int>(lowFirst.size()); ++i) value += Asc(lowFirst, i + 1) << 8 * i;
-  const bool isWord = format == Format::WordLowFirst || format == Format::WordHighFirst;
-  return isWord ? static_cast<std::int16_t>(value) : value;
+  return IsWord(format) ? static_cast<std::int16_t>(value) : value;
 }
 
 /// In the order of the text.

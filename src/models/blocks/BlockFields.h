@@ -11,9 +11,18 @@
 
 namespace vk32 {
 
-/// How a field stands in a block. A code is the byte of a list's entry. Words are 16-bit, in two's complement. A
-/// reversed address has its last part first.
-enum class Format { Byte, Code, WordLowFirst, WordHighFirst, ThreeBytesLowFirst, AddressReversed, AddressForward };
+/// How a field stands in a block. A code is the byte of a list's entry. Words are 16-bit, in two's complement; only a
+/// signed one is sent below 0. A reversed address has its last part first.
+enum class Format {
+  Byte,
+  Code,
+  WordLowFirst,
+  WordHighFirst,
+  SignedLowFirst,
+  ThreeBytesLowFirst,
+  AddressReversed,
+  AddressForward
+};
 
 /// What goes out whatever the parameters are, and is not read back.
 struct Constant {

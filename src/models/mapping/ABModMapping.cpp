@@ -111,7 +111,8 @@ void ABModMapping::CommitMap() {
     table.AdjustAbModMapData(0, s);
     table.AdjustAbModMapVScrollBar();
     UnloadMe();
-    --app_.globals.AbModMapCount;
+    // The rows can be more than the maps: those of an earlier configuration stay in sight.
+    if (app_.globals.AbModMapCount > 0) --app_.globals.AbModMapCount;
     return;
   }
   if (mode == Add) {
@@ -121,6 +122,7 @@ void ABModMapping::CommitMap() {
   WriteRecord(s);
   WriteRow(s);
   table.AdjustAbModMapVScrollBar();
+  table.WithdrawUndo();
   UnloadMe();
   if (mode == Add) ++app_.globals.AbModMapCount;
 }

@@ -8,9 +8,9 @@
 namespace vk32 {
 namespace {
 
-/// The columns behind the slot number.
-constexpr const char* Columns[] = {"AbModMapAddrLbl",     "AbModMapModStartLbl",   "AbModMapAbDataFiletLbl",
-                                   "AbModMapDataTypeLbl", "AbModMapDataPointsLbl", "AbModMapAbFncLbl"};
+constexpr const char* Columns[] = {"AbModMapSlotLbl",        "AbModMapAddrLbl",     "AbModMapModStartLbl",
+                                   "AbModMapAbDataFiletLbl", "AbModMapDataTypeLbl", "AbModMapDataPointsLbl",
+                                   "AbModMapAbFncLbl"};
 
 const MappingCode* FindCode(const MappingCodes& codes, int code) {
   const auto found = std::find_if(codes.begin(), codes.end(), [&](const auto& row) { return row.code == code; });
@@ -59,12 +59,20 @@ void MappingTable::OpenEditor(int refusedCount, const char* message, std::int16_
 }
 
 void MappingTable::ProcessClrMapTableCmd() {
+  Globals& globals = app_.globals;
+  const auto restore = [&globals, rows = KeepRows(ScrollBar()), records = globals.AbModMapTable,
+                        count = globals.AbModMapCount] {
+    rows();
+    globals.AbModMapTable = records;
+    globals.AbModMapCount = count;
+  };
   for (int i = 1; i <= Rows; ++i) {
     EmptyRow(i);
     ClearAbModMapRecord(i);
   }
   AdjustAbModMapVScrollBar();
   app_.globals.AbModMapCount = 0;
+  UndoButton().Offer(restore);
 }
 
 void MappingTable::ClearAbModMapRecord(int slot) { app_.globals.AbModMapTable[slot] = {}; }
@@ -81,14 +89,10 @@ void MappingTable::AdjustAbModMapData(int mode, int slot) {
   ClearAbModMapRecord(count);
 }
 
-void MappingTable::CopyRow(int from, int to) {
-  Cell("AbModMapSlotLbl", to).Caption = Str(to);
-  for (const char* column : Columns) Cell(column, to).Caption = Cell(column, from).Caption.Value();
-}
-
-void MappingTable::EmptyRow(int row) {
-  Cell("AbModMapSlotLbl", row).Caption = "";
-  for (const char* column : Columns) Cell(column, row).Caption = "";
+std::vector<Label*> MappingTable::RowLabels(int row) const {
+  std::vector<Label*> labels;
+  for (const char* column : Columns) labels.push_back(&Cell(column, row));
+  return labels;
 }
 
 void MappingTable::UpdateAbModMapTableFromData() {

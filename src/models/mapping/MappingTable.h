@@ -8,6 +8,7 @@
 
 #include "app/App.h"
 #include "models/tables/SlotRows.h"
+#include "models/tables/UndoClear.h"
 
 namespace vk32 {
 
@@ -25,8 +26,8 @@ const MappingCodes& DataTypes();
 const MappingCodes& ModbusReferences();
 std::vector<std::string> ListTexts(const MappingCodes& codes);
 
-/// Reaches the rows by name: AbModMapSlotLbl and the six others, elements 1 to 20, and AbModMapVScroll. A row is in use
-/// when its AbModMapAddrLbl is not empty.
+/// Reaches the rows by name: AbModMapSlotLbl and the six others, elements 1 to 20, AbModMapVScroll and
+/// UndoClrMapTableCmd. A row is in use when its AbModMapAddrLbl is not empty.
 class MappingTable : public SlotRows {
  public:
   MappingTable(App& app, Form& owner) : app_(app), owner_(owner) {}
@@ -35,24 +36,27 @@ class MappingTable : public SlotRows {
   void ProcessAddMapCmd();
   void ProcessEditMapCmd();
   void ProcessDelMapCmd();
-  /// Empties rows, records and count, without a question.
+  /// Empties rows, records and count, without a question; UndoClrMapTableCmd brings them back.
   void ProcessClrMapTableCmd();
+  void WithdrawUndo() { UndoButton().Withdraw(); }
 
   // Mode 1 opens a gap at the slot, any other mode closes the slot. A slot beyond the table faults.
   void AdjustAbModMapData(int mode, int slot);
   void AdjustAbModMappingTable(int mode, int slot) { MoveRows(mode, slot); }
-  void AdjustAbModMapVScrollBar() { AdjustScrollBar(owner_.Get<VScrollBar>("AbModMapVScroll")); }
+  void AdjustAbModMapVScrollBar() { AdjustScrollBar(ScrollBar()); }
   /// Rewrites rows 1 to AbModMapCount from the records; the rows below stay, and so does the scroll bar.
   void UpdateAbModMapTableFromData();
 
   bool InUse(int row) const override { return !Cell("AbModMapAddrLbl", row).Caption.Value().empty(); }
+  std::vector<Label*> RowLabels(int row) const override;
   Label& Cell(const char* column, int row) const { return owner_.Get<Label>(column, row); }
 
  private:
   void OpenEditor(int refusedCount, const char* message, std::int16_t mode);
   void ClearAbModMapRecord(int slot);
-  void CopyRow(int from, int to) override;
-  void EmptyRow(int row) override;
+  void MarkRow(int, bool) override {}
+  VScrollBar& ScrollBar() const { return owner_.Get<VScrollBar>("AbModMapVScroll"); }
+  UndoClearButton& UndoButton() const { return owner_.Get<UndoClearButton>("UndoClrMapTableCmd"); }
 
   App& app_;
   Form& owner_;

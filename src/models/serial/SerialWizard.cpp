@@ -141,7 +141,9 @@ void SerialWizard::BuildParameters() {
   try {
     BuildParameterImage();
   } catch (const RuntimeFault&) {
-    throw DoesNotFit("Address Mapping, " + FieldThatDoesNotFit(), "Enter a number from 0 to 65535.");
+    // Only a master's slots come here unchecked, and only a slave's are shown.
+    throw DoesNotFit("Address Mapping, " + FieldThatDoesNotFit() + " (shown with Modbus Device Type Slave)",
+                     "Enter a number from 0 to 65535.");
   }
 }
 

@@ -2,6 +2,7 @@
 #include "models/tables/SlotRows.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "core/Convert.h"
 
@@ -30,6 +31,30 @@ std::vector<std::string> SlotRows::SlotsToAdd() const {
     if (!InUse(row)) break;
   }
   return slots;
+}
+
+void SlotRows::EmptyRow(int row) {
+  for (Label* label : RowLabels(row)) label->Caption = "";
+  MarkRow(row, false);
+}
+
+void SlotRows::CopyRow(int from, int to) {
+  const auto source = RowLabels(from), target = RowLabels(to);
+  target[0]->Caption = Str(to);
+  for (std::size_t i = 1; i < source.size(); ++i) target[i]->Caption = source[i]->Caption.Value();
+  MarkRow(to, true);
+}
+
+std::function<void()> SlotRows::KeepRows(VScrollBar& bar) const {
+  std::vector<std::pair<Label*, std::string>> captions;
+  for (int row = 1; row <= Rows; ++row) {
+    for (Label* label : RowLabels(row)) captions.emplace_back(label, label->Caption);
+  }
+  return [captions, &bar, max = bar.Max.Value(), value = bar.Value.Value()] {
+    for (const auto& [label, caption] : captions) label->Caption = caption;
+    bar.Max = max;
+    bar.Value = value;
+  };
 }
 
 void SlotRows::MoveRows(int mode, int slot) {

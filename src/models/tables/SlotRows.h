@@ -1,6 +1,7 @@
 // A table of numbered slots, shown as rows of labels that a scroll bar slides behind a window of five.
 #pragma once
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -22,15 +23,24 @@ class SlotRows {
   /// Those and the first free one, if there is one.
   std::vector<std::string> SlotsToAdd() const;
 
+  /// The labels of a row, the slot's number first. A row behind the last faults.
+  virtual std::vector<Label*> RowLabels(int row) const = 0;
+
  protected:
-  /// With the number of its new place. A place behind the last row faults.
-  virtual void CopyRow(int from, int to) = 0;
-  virtual void EmptyRow(int row) = 0;
+  /// Where it takes more than the labels to be in use.
+  virtual void MarkRow(int row, bool inUse) = 0;
+  void EmptyRow(int row);
+  /// What brings the labels and the scroll bar back as they are now.
+  std::function<void()> KeepRows(VScrollBar& bar) const;
 
   /// Moves the rows from `slot` on: mode 1 opens a gap at the slot, any other mode closes the row there.
   void MoveRows(int mode, int slot);
   /// A row a small step, five a large one.
   void AdjustScrollBar(VScrollBar& bar) const;
+
+ private:
+  /// With the number of its new place.
+  void CopyRow(int from, int to);
 };
 
 }  // namespace vk32

@@ -103,7 +103,14 @@ bool Configuration_VKRTX::LeavePage() {
       ++page;
     }
   }
+  WithdrawUndo();
   return true;
+}
+
+void Configuration_VKRTX::WithdrawUndo() {
+  for (UndoClearButton* undo : {&routing.UndoClrTableCmd, &nodeIp.UndoNodeIpClrTablCmd, &mapping.UndoClrMapTableCmd}) {
+    undo->Withdraw();
+  }
 }
 
 bool Configuration_VKRTX::LeaveRouting() {
@@ -113,6 +120,7 @@ bool Configuration_VKRTX::LeaveRouting() {
 }
 
 void Configuration_VKRTX::PassPagesBack() {
+  WithdrawUndo();
   std::int16_t& page = app.globals.CurrentPage;
   if (page == SerialProtocolB && !ports.ChannelBIsEnabled()) --page;
   if (page == Routing && IsModbusModel() && ports.ChannelAIsMaster()) --page;
@@ -176,6 +184,7 @@ void Configuration_VKRTX::RemoveData(const Bytes& reply) {
 }
 
 void Configuration_VKRTX::Parameter_Setup_VK() {
+  WithdrawUndo();
   ports.SetupSerial();
   ethernet.Setup();
   ports.SetupProtocols();

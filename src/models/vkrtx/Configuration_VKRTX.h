@@ -40,6 +40,8 @@ class Configuration_VKRTX : public WizardForm {
   bool IsModbusModel() const { return app.globals.CurrentModel == "AB Ethernet, Modbus"; }
 
   bool LeaveRouting();
+  /// The tables that were cleared on their pages can't be brought back any more.
+  void WithdrawUndo();
   void CollectTextFields();
   void BuildParameterBlocks();
   void FindConvNodes();

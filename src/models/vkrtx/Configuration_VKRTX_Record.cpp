@@ -14,10 +14,11 @@ void TextLine(RecordFile& file, std::string& value) {
   file.EndLine();
 }
 
-/// A count that its table can't hold is a fault in the file.
+/// A count that its table can't hold is a fault in the file; one below 0 is that of an empty table.
 void CountLine(RecordFile& file, std::int16_t& count, int rows) {
   IntegerLine(file, count);
-  if (count > rows || (file.Reads() && count < 0)) throw RuntimeFault(RuntimeFault::SubscriptOutOfRange);
+  if (count > rows) throw RuntimeFault(RuntimeFault::SubscriptOutOfRange);
+  if (count < 0) count = 0;
 }
 
 void ConversionLines(RecordFile& file, Parameters& parameters, int channel) {

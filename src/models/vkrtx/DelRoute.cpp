@@ -16,9 +16,9 @@ void DelRoute::Form_Load() { SlotLst.SetEntries(VKRTXWizard(app_).routing.SlotsI
 
 void DelRoute::SlotLst_Click() {
   const int slot = CInt(Val(SlotLst.Text.Value()));
-  const auto cells = VKRTXWizard(app_).routing.Cells(slot);
+  const auto labels = VKRTXWizard(app_).routing.RowLabels(slot);
   TextBox* const fields[] = {&SourcePortTxt, &RemDstLowTxt, &RemDstHighTxt, &DestinationPortTxt, &IPAddressTxt};
-  for (std::size_t i = 0; i < cells.size(); ++i) fields[i]->Text = cells[i]->Caption.Value();
+  for (std::size_t i = 0; i < std::size(fields); ++i) fields[i]->Text = labels[i + 1]->Caption.Value();
 }
 
 void DelRoute::DeleteRouteCmd_Click() {

@@ -11,7 +11,7 @@ constexpr const char* MappingPageTitle = "Allen-Bradley/Modbus Mapping";
 
 class MappingPage {
  public:
-  MappingPage(Form& form, App& app) : form_(form), app_(app) {}
+  MappingPage(Form& form, App& app) : form_(form), app_(app) { AbModMapTableFrame.Caption = "Routing Table"; }
 
   /// Hands the form to the editor, as the owner of the table.
   void SetUpModbusModel() {
@@ -59,6 +59,7 @@ class MappingPage {
   CommandButton       EditMapCmd             {AbModMappingFrame, "EditMapCmd",      {2040, 5280, 1560,  390}, "Edit Map", [this] { table.ProcessEditMapCmd(); }};
   CommandButton       DelMapCmd              {AbModMappingFrame, "DelMapCmd",       {3720, 5280, 1800,  390}, "Delete Map", [this] { table.ProcessDelMapCmd(); }};
   CommandButton       ClrMapTableCmd         {AbModMappingFrame, "ClrMapTableCmd",  {6120, 5280, 2520,  390}, "Clear Mapping Table", [this] { table.ProcessClrMapTableCmd(); }};
+  UndoClearButton     UndoClrMapTableCmd     {AbModMappingFrame, "UndoClrMapTableCmd", ClrMapTableCmd};
   // clang-format on
 };
 

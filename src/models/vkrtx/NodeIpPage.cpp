@@ -2,6 +2,7 @@
 #include "models/vkrtx/NodeIpPage.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "shell/Subs.h"
 
@@ -13,9 +14,8 @@ constexpr std::int16_t EtherNetIPPort = 2222;  // of every entry
 }  // namespace
 
 void NodeIpPage::SetUpModbusModel() {
-  std::vector<Control*> fields;
-  for (int row = 1; row <= Rows; ++row) fields.insert(fields.end(), {&NodeIpNodeTxt[row], &NodeIpIpAddrTxt[row]});
-  PutInTabOrder(fields);
+  const std::vector<TextBox*> fields = Fields();
+  PutInTabOrder({fields.begin(), fields.end()});
   app_.globals.NodeIpCount = 0;
   app_.globals.NodeIpPortCount = 0;
 }
@@ -51,11 +51,19 @@ bool NodeIpPage::CheckNodeIpTable() {
   return true;
 }
 
+std::vector<TextBox*> NodeIpPage::Fields() const {
+  std::vector<TextBox*> fields;
+  for (int row = 1; row <= Rows; ++row) fields.insert(fields.end(), {&NodeIpNodeTxt[row], &NodeIpIpAddrTxt[row]});
+  return fields;
+}
+
 void NodeIpPage::NodeIpClrTablCmd_Click() {
-  for (int row = 1; row <= Rows; ++row) {
-    NodeIpNodeTxt[row].Text = "";
-    NodeIpIpAddrTxt[row].Text = "";
-  }
+  std::vector<std::pair<TextBox*, std::string>> texts;
+  for (TextBox* field : Fields()) texts.emplace_back(field, field->Text);
+  for (TextBox* field : Fields()) field->Text = "";
+  UndoNodeIpClrTablCmd.Offer([texts] {
+    for (const auto& [field, text] : texts) field->Text = text;
+  });
 }
 
 void NodeIpPage::Setup() {

@@ -4,6 +4,7 @@
 #include "app/App.h"
 #include "core/Convert.h"
 #include "forms/ControlArray.h"
+#include "models/tables/UndoClear.h"
 #include "models/wizard/WizardForm.h"
 
 namespace vk32 {
@@ -27,11 +28,14 @@ class NodeIpPage {
  private:
   static bool RowIsValid(const std::string& node, const std::string& address);
   void NodeIpClrTablCmd_Click();
+  /// Row by row, the Slave ID first.
+  std::vector<TextBox*> Fields() const;
 
   static int RowTop(int row) { return 2340 + 360 * (row - 1); }
   ControlArray<TextBox> Column(const char* name, int left, int width) {
     return {name, 1, Rows, [=, this](ControlName element, int row) {
-              return std::make_unique<TextBox>(NodeIpFrame, element, Place{left, RowTop(row), width, 315});
+              return std::make_unique<TextBox>(NodeIpFrame, element, Place{left, RowTop(row), width, 315},
+                                               [this] { UndoNodeIpClrTablCmd.Withdraw(); });
             }};
   }
 
@@ -55,6 +59,7 @@ class NodeIpPage {
   ControlArray<TextBox> NodeIpNodeTxt   = Column("NodeIpNodeTxt",   1200, 1080);
   ControlArray<TextBox> NodeIpIpAddrTxt = Column("NodeIpIpAddrTxt", 2640, 2160);
   CommandButton       NodeIpClrTablCmd {NodeIpFrame, "NodeIpClrTablCmd", {6120, 6240, 2520, 390}, "Clear Mapping Table", [this] { NodeIpClrTablCmd_Click(); }};
+  UndoClearButton     UndoNodeIpClrTablCmd {NodeIpFrame, "UndoNodeIpClrTablCmd", NodeIpClrTablCmd};
   // clang-format on
 };
 

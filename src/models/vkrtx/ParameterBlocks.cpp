@@ -9,6 +9,7 @@
 #include "models/vkrtx/AsciiPages.h"
 #include "models/vkrtx/MappingPage.h"
 #include "models/vkrtx/NodeIpPage.h"
+#include "models/vkrtx/PortPages.h"
 #include "models/vkrtx/RoutingPage.h"
 
 namespace vk32 {
@@ -56,7 +57,7 @@ BlockFields ProtocolFields(Parameters& p, int i) {
     return {
         {0, Code, p.ModbusConfig[0].Protocol, name("Modbus Protocol")},
         {1, Code, p.ModbusConfig[0].Mode, name("Modbus Mode")},
-        {2, WordLowFirst, p.ModbusConfig[0].RequestTimeout, name("Request Timeout")},
+        {2, WordLowFirst, p.ModbusConfig[0].RequestTimeout, RequestTimeoutName},
     };
   }
   return {};
@@ -147,15 +148,15 @@ constexpr TableLayout MapLayout{
     .recordFields = [](Parameters& p, int row) -> BlockFields {
       AbModMapRecord& map = p.AbModMapTable[row];
       return {
-          { 0, Byte,         map.LowAddress,      Slot(MappingPageTitle, row, "Low Address")},
-          { 1, Byte,         map.HighAddress,     Slot(MappingPageTitle, row, "High Address")},
-          { 2, Code,         map.ModbusReference, Slot(MappingPageTitle, row, "Modbus Register/Coil Refrence")},
-          { 3, WordLowFirst, map.ModbusStart,     Slot(MappingPageTitle, row, "Modbus Start Address")},
-          { 5, WordLowFirst, map.ABFile,          Slot(MappingPageTitle, row, "File")},
-          { 7, WordLowFirst, map.ABWord,          Slot(MappingPageTitle, row, "Word")},
-          { 9, Code,         map.ABFunction,      Slot(MappingPageTitle, row, "Allen-Bradley Function")},
-          {10, WordLowFirst, map.DataPoints,      Slot(MappingPageTitle, row, "Number of Data Points")},
-          {12, Code,         map.DataType,        Slot(MappingPageTitle, row, "Data Type")},
+          { 0, Byte,           map.LowAddress,      Slot(MappingPageTitle, row, "Low Address")},
+          { 1, Byte,           map.HighAddress,     Slot(MappingPageTitle, row, "High Address")},
+          { 2, Code,           map.ModbusReference, Slot(MappingPageTitle, row, "Modbus Register/Coil Refrence")},
+          { 3, SignedLowFirst, map.ModbusStart,     Slot(MappingPageTitle, row, "Modbus Start Address")},
+          { 5, SignedLowFirst, map.ABFile,          Slot(MappingPageTitle, row, "File")},
+          { 7, SignedLowFirst, map.ABWord,          Slot(MappingPageTitle, row, "Word")},
+          { 9, Code,           map.ABFunction,      Slot(MappingPageTitle, row, "Allen-Bradley Function")},
+          {10, SignedLowFirst, map.DataPoints,      Slot(MappingPageTitle, row, "Number of Data Points")},
+          {12, Code,           map.DataType,        Slot(MappingPageTitle, row, "Data Type")},
       };
     }};
 

@@ -38,7 +38,7 @@ void PortPages::SetUpModbusModel() {
        std::initializer_list<Control*>{&EnableCHBLst, &EnableCHBLbl, &CHBSerSettingsLbl, &CHBLineFrame}) {
     control->Visible = false;
   }
-  SerProtoLst[0].SetEntries({"Modbus"});
+  for (const auto& list : SerProtoLst) list->SetEntries({"Modbus"});
   SerProtoLst[0].Text = "Modbus";
   parameters_.SerialProtocol[1] = 0;  // of a channel that is never used: not what an earlier wizard left
   for (int i = 0; i <= 1; ++i) {
@@ -72,13 +72,12 @@ void PortPages::ShowRequestTimeout(int i) {
 
 void PortPages::CollectRequestTimeout() {
   parameters_.ModbusConfig[0].RequestTimeout =
-      TextNumber(ModbusTimeoutTxt[0].Text, CDbl,
-                 "Serial Protocol Settings, Request Timeout (shown with Modbus Mode Master)", EnterWord);
+      TextNumber(ModbusTimeoutTxt[0].Text, CDbl, RequestTimeoutName, EnterWord);
 }
 
 void PortPages::SetupSerial() {
-  // The Modbus model, which hides the list, never enables the channel, whatever a device says.
-  if (EnableCHBLst.Visible) EnableCHBLst.Decode();
+  // The Modbus model, which hides the list, never opens the channel; a device that says it is enabled is not changed.
+  if (EnableCHBLst.Visible || parameters_.ChannelBEnabled != 1) EnableCHBLst.Decode();
   ShowChannelBFields();
   for (int i = 0; i <= 1; ++i) {
     for (ChoiceList* list : {&SerBaudLst[i], &SerDataLst[i], &SerStopLst[i], &SerParityLst[i]}) list->Decode();

@@ -8,6 +8,9 @@
 
 namespace vk32 {
 
+/// Page and field, for the user.
+constexpr const char* RequestTimeoutName = "Serial Protocol Settings, Request Timeout (shown with Modbus Mode Master)";
+
 /// Elements 0 of all arrays are Channel A's, elements 1 Channel B's.
 class PortPages {
  public:

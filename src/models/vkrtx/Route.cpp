@@ -76,6 +76,7 @@ void Route::PerformRouteCmd_Click() {
     routing.RouteIPAddressLbl[slot].Caption = DestinationLst.Text.Value() == EthernetText ? IPAddressTxt.Words() : "";
     routing.RouteInUse[slot] = FlagTrue;
     routing.AdjustRouteVScrollBar();
+    routing.UndoClrTableCmd.Withdraw();
     UnloadMe();
   } catch (const RuntimeFault&) {
     // The form stays open.

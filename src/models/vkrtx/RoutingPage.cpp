@@ -32,7 +32,7 @@ std::int16_t ProtocolOf(const Port& port, const Parameters& parameters) {
 RoutingPage::RoutingPage(Form& form, App& app) : form_(form), app_(app) {}
 
 void RoutingPage::SetUpDf1Model() {
-  ClrTableCmd_Click();
+  ClearTable();
   MsgTimeOutTxt.Text = "10000";
 }
 
@@ -63,21 +63,17 @@ void RoutingPage::DelRouteCmd_Click() {
 }
 
 void RoutingPage::ClrTableCmd_Click() {
+  const auto restore = [this, rows = KeepRows(RouteVScroll), inUse = RouteInUse] {
+    RouteInUse = inUse;
+    rows();
+  };
+  ClearTable();
+  UndoClrTableCmd.Offer(restore);
+}
+
+void RoutingPage::ClearTable() {
   for (int row = 1; row <= Rows; ++row) EmptyRow(row);
   AdjustRouteVScrollBar();
-}
-
-void RoutingPage::EmptyRow(int row) {
-  RouteSlotLbl[row].Caption = "";
-  for (Label* cell : Cells(row)) cell->Caption = "";
-  RouteInUse[row] = FlagFalse;
-}
-
-void RoutingPage::CopyRow(int from, int to) {
-  const auto source = Cells(from), target = Cells(to);
-  RouteSlotLbl[to].Caption = Str(to);
-  for (std::size_t i = 0; i < source.size(); ++i) target[i]->Caption = source[i]->Caption.Value();
-  RouteInUse[to] = FlagTrue;
 }
 
 std::string RoutingPage::RowName(int row, const char* field) {

@@ -4,6 +4,7 @@
 #include "app/App.h"
 #include "forms/ControlArray.h"
 #include "models/tables/SlotRows.h"
+#include "models/tables/UndoClear.h"
 #include "models/wizard/WizardForm.h"
 
 namespace vk32 {
@@ -20,6 +21,10 @@ class RoutingPage : public SlotRows {
 
   void SetUpDf1Model();
   bool InUse(int row) const override { return RouteInUse[row] == FlagTrue; }
+  std::vector<Label*> RowLabels(int row) const override {
+    return {&RouteSlotLbl[row],    &RouteSrcPortLbl[row],         &RouteDstLowLbl[row],
+            &RouteDstHighLbl[row], &RouteDestinationPortLbl[row], &RouteIPAddressLbl[row]};
+  }
   /// Mode 1 opens a gap at the slot, any other mode closes the row there. A move beyond row 20 faults 9.
   void AdjustRouteTable(int mode, int slot) { MoveRows(mode, slot); }
   void AdjustRouteVScrollBar() { AdjustScrollBar(RouteVScroll); }
@@ -37,10 +42,10 @@ class RoutingPage : public SlotRows {
   void EditRouteCmd_Click();
   void DelRouteCmd_Click();
   void ClrTableCmd_Click();
+  void ClearTable();
   void OpenEditor(std::int16_t mode);
   bool Refused(bool refuse, const char* message);
-  void CopyRow(int from, int to) override;
-  void EmptyRow(int row) override;
+  void MarkRow(int row, bool inUse) override { RouteInUse[row] = inUse ? FlagTrue : FlagFalse; }
 
   static int RowTop(int row) { return 120 + 480 * (row - 1); }
   static std::string RowName(int row, const char* field);
@@ -84,16 +89,11 @@ class RoutingPage : public SlotRows {
   CommandButton EditRouteCmd       {RoutingFrame, "EditRouteCmd",       {2040, 5280, 1560,  390}, "Edit Route", [this] { EditRouteCmd_Click(); }};
   CommandButton DelRouteCmd        {RoutingFrame, "DelRouteCmd",        {3720, 5280, 1800,  390}, "Delete Route", [this] { DelRouteCmd_Click(); }};
   CommandButton ClrTableCmd        {RoutingFrame, "ClrTableCmd",        {6120, 5280, 2520,  390}, "Clear Routing Table", [this] { ClrTableCmd_Click(); }};
+  UndoClearButton UndoClrTableCmd  {RoutingFrame, "UndoClrTableCmd", ClrTableCmd};
   Label         MsgTimeOutLbl      {RoutingFrame, "MsgTimeOutLbl",      { 360, 6000, 1800,  315}, "Message Timeout"};
   TextBox       MsgTimeOutTxt      {RoutingFrame, "MsgTimeOutTxt",      {2280, 6000, 1080,  315}};
   Label         MsgTimeOutUnitsLbl {RoutingFrame, "MsgTimeOutUnitsLbl", {3480, 6000,  600,  315}, "ms", TextRole::Muted};
   // clang-format on
-
-  /// The columns of a row, without its number.
-  std::vector<Label*> Cells(int row) const {
-    return {&RouteSrcPortLbl[row], &RouteDstLowLbl[row], &RouteDstHighLbl[row], &RouteDestinationPortLbl[row],
-            &RouteIPAddressLbl[row]};
-  }
 };
 
 }  // namespace vk32
