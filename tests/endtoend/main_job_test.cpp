@@ -256,7 +256,7 @@ TEST_F(EndToEnd, ExitStatuses) {
        "--port takes COMn=PATH with n from 1 to 32, not COM33=/dev/null\n"},
       {"vk32-script", {"--port", "COM1"}, "", 2, "--port takes COMn=PATH with n from 1 to 32, not COM1\n"},
       {"vk32-script", {"--nonsense"}, "", 2, ""},
-      {"vk32-script", {"/nowhere/rb2000.vks"}, "", 2, "The script /nowhere/rb2000.vks can't be read."},
+      {"vk32-script", {"/nowhere/rb2000.vks"}, "", 2, "The script /nowhere/rb2000.vks can't be read (No"},
       {"vk32-sim", {"RB9999"}, "", 2, "There is no simulated RB9999."},
       {"vk32-sim", {"RB2000", "--port", "COM33"}, "", 2, "--port takes COM1 to COM32, not COM33.\n"},
   };
