@@ -101,6 +101,7 @@ void Transfers(Table& table, const std::string& words, std::string_view kind,
 
   PacedLine target(kind);
   wizard.names.Assign("COM1", target.Path());
+  wizard.Do("select ProductMenu.COMCbo COM1");
   while (wizard.app.forms.Find(form)) wizard.Do("click " + form + ".NextCmd");
   const LineUse use = target.Finish();
   if (!target.HasStored()) throw std::runtime_error(words + ": the download has failed");

@@ -73,6 +73,9 @@ int main(int argc, char** argv) {
   const QApplication application(argc, argv);
   QApplication::setDesktopFileName("vk32");
   if (!Parse(QApplication::arguments(), names)) return WrongUsage;
+  if (const std::string ignored = names.Ignored(); !ignored.empty()) {
+    std::fprintf(stderr, "vk32: %s.\n", ignored.c_str());
+  }
 
   vk32::QtEventLoop loop;
   vk32::DesktopScreen screen;

@@ -1,12 +1,17 @@
 // vk32-script: VK32 without a screen, for scripts and remote shells.
 #include <fcntl.h>
 #include <poll.h>
+#include <signal.h>
 #include <unistd.h>
 
 #include <CLI/CLI.hpp>
+#include <cerrno>
 #include <iostream>
 #include <optional>
+#include <stdexcept>
 #include <string>
+#include <system_error>
+#include <utility>
 #include <vector>
 
 #include "app/App.h"
@@ -19,12 +24,19 @@ namespace {
 
 enum ExitStatus { AllDone = 0, CommandFailed = 1, WrongUsage = 2, ProgramFault = 3 };
 
+std::string Unreadable(const std::string& name, int code) {
+  return "The script " + name + " can't be read (" + std::generic_category().message(code) +
+         "). Name a file that exists and that you may read.";
+}
+
 /// Lines from a descriptor; while none has come, events run.
 class LineReader {
  public:
-  LineReader(int fd, vk32::EventLoop& loop) : fd_(fd), loop_(loop) {}
+  /// `name`: of the input, for the user.
+  LineReader(int fd, std::string name, vk32::EventLoop& loop) : fd_(fd), name_(std::move(name)), loop_(loop) {}
 
-  /// Nothing at the end of the input, or when `stop` says so.
+  /// Nothing at the end of the input, or when `stop` says so. std::runtime_error, with words for the user, if the input
+  /// can't be read.
   template <class Stop>
   std::optional<std::string> Next(Stop stop) {
     for (;;) {
@@ -52,30 +64,40 @@ class LineReader {
     const ssize_t count = read(fd_, buffer, sizeof buffer);
     if (count > 0) {
       text_.append(buffer, static_cast<std::size_t>(count));
-    } else {
+    } else if (count == 0) {
       ended_ = true;
+    } else if (errno != EINTR && errno != EAGAIN) {
+      throw std::runtime_error(Unreadable(name_, errno));
     }
   }
 
   int fd_;
+  std::string name_;
   vk32::EventLoop& loop_;
   std::string text_;
   bool ended_ = false;
 };
 
-int Run(int fd, vk32::PortNames& names, bool keepGoing, const std::string& tracePath) {
+struct Options {
+  std::vector<std::string> ports;
+  std::string file, trace;
+  bool keepGoing = false;
+};
+
+/// Carries out a script; std::exception, with words for the user, if it can't be read or the trace can't be written.
+int Run(int fd, vk32::PortNames& names, const Options& options) {
   vk32::PosixEventLoop loop;
   vk32::PosixSerialDriver driver(loop, names);
   vk32::ScriptScreen screen([](const std::string& line) { std::cout << line << std::endl; });
   std::optional<vk32::Trace> trace;
   std::optional<vk32::TracingDriver> tracing;
-  if (!tracePath.empty()) tracing.emplace(driver, trace.emplace(tracePath));
+  if (!options.trace.empty()) tracing.emplace(driver, trace.emplace(options.trace));
   vk32::App app(loop, screen, tracing ? static_cast<vk32::SerialDriver&>(*tracing) : driver, names);
   vk32::ScriptSession session(app, screen);
   vk32::StartProgram(app);
-  LineReader lines(fd, loop);
+  LineReader lines(fd, options.file.empty() ? "on the standard input" : options.file, loop);
   bool failed = false;
-  while (!session.Finished() && (keepGoing || !failed)) {
+  while (!session.Finished() && std::cout && (options.keepGoing || !failed)) {
     const auto line = lines.Next([&] { return session.Finished(); });
     if (!line) break;
     failed = !session.RunLine(*line) || failed;
@@ -84,28 +106,25 @@ int Run(int fd, vk32::PortNames& names, bool keepGoing, const std::string& trace
   return failed || session.AfterFailed() ? CommandFailed : AllDone;
 }
 
-}  // namespace
-
-int main(int argc, char** argv) {
-  CLI::App options("VK32 without a screen: runs commands, one a line, from FILE or the standard input.");
-  std::vector<std::string> ports;
-  std::string file, trace;
-  bool keepGoing = false;
-  options.add_option("--port", ports, "COMn=PATH: which device stands behind a port name")
+/// Takes the arguments and runs; the exit status.
+int Start(int argc, char** argv) {
+  CLI::App parser("VK32 without a screen: runs commands, one a line, from FILE or the standard input.");
+  Options options;
+  parser.add_option("--port", options.ports, "COMn=PATH: which device stands behind a port name")
       ->type_name("COMn=PATH")
       ->allow_extra_args(false);
-  options.add_flag("--keep-going", keepGoing, "go on behind a command that failed");
-  options.add_option("--trace", trace, "file that takes each read and write")->type_name("FILE");
-  options.add_option("FILE", file, "the commands");
-  options.set_version_flag("--version", vk32::ProgramVersion());
+  parser.add_flag("--keep-going", options.keepGoing, "go on behind a command that failed");
+  parser.add_option("--trace", options.trace, "file that takes each read and write")->type_name("FILE");
+  parser.add_option("FILE", options.file, "the commands");
+  parser.set_version_flag("--version", vk32::ProgramVersion());
   try {
-    options.parse(argc, argv);
+    parser.parse(argc, argv);
   } catch (const CLI::ParseError& error) {
-    return options.exit(error) == 0 ? AllDone : WrongUsage;
+    return parser.exit(error) == 0 ? AllDone : WrongUsage;
   }
 
   vk32::PortNames names;
-  for (const std::string& port : ports) {
+  for (const std::string& port : options.ports) {
     const std::size_t equals = port.find('=');
     if (equals == std::string::npos || vk32::PortNames::Number(port.substr(0, equals)) == 0) {
       std::cerr << "--port takes COMn=PATH with n from 1 to 32, not " << port << "\n";
@@ -113,15 +132,27 @@ int main(int argc, char** argv) {
     }
     names.Assign(port.substr(0, equals), port.substr(equals + 1));
   }
+  if (const std::string ignored = names.Ignored(); !ignored.empty()) std::cerr << ignored << ".\n";
   int fd = STDIN_FILENO;
-  if (!file.empty() && (fd = open(file.c_str(), O_RDONLY | O_CLOEXEC)) < 0) {
-    std::cerr << "The script " << file << " can't be read. Name a file that exists and that you may read.\n";
+  if (!options.file.empty() && (fd = open(options.file.c_str(), O_RDONLY | O_CLOEXEC)) < 0) {
+    std::cerr << Unreadable(options.file, errno) << "\n";
     return WrongUsage;
   }
   try {
-    return Run(fd, names, keepGoing, trace);
+    return Run(fd, names, options);
   } catch (const std::exception& error) {
     std::cerr << error.what() << "\n";
     return WrongUsage;
   }
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  signal(SIGPIPE, SIG_IGN);  // a reader that has ended is a failed write, which is told
+  const int status = Start(argc, argv);
+  if (std::cout.flush()) return status;
+  std::cerr
+      << "The standard output can't be written: its reader has ended or its disk is full. Give it another place.\n";
+  return WrongUsage;
 }

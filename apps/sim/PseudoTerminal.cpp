@@ -42,6 +42,10 @@ void PseudoTerminal::RegisterAs(const std::string& portName) {
   const std::filesystem::path folder = PortNames::RuntimeFolder();
   std::filesystem::create_directories(folder.parent_path());
   mkdir(folder.c_str(), 0700);
+  if (const std::string why = PortNames::WhyNotTrusted(folder); !why.empty()) {
+    throw std::runtime_error(portName + " can't be taken: " + folder.string() + " " + why +
+                             ". Remove it, or set XDG_RUNTIME_DIR to a folder of your own.");
+  }
   const std::filesystem::path link = folder / portName;
   std::error_code ignored;
   // A link that leads nowhere was left behind by a simulator that was killed.

@@ -16,7 +16,7 @@ class PseudoTerminal {
   PseudoTerminal& operator=(const PseudoTerminal&) = delete;
 
   /// Makes it known as COMn by a link in the user's runtime folder; the link goes with this object. Throws
-  /// std::runtime_error, with words for the user, if the name is taken.
+  /// std::runtime_error, with words for the user, if the name is taken or the folder is not the user's own.
   void RegisterAs(const std::string& portName);
 
   int Fd() const { return master_; }

@@ -209,7 +209,7 @@ int main(int argc, char** argv) {
       ->type_name("HOW")
       ->each([&](const std::string& text) {
         const std::string fault = SetMisbehaviour(text, options.misbehaviour);
-        if (!fault.empty()) throw CLI::ValidationError("--misbehave", fault);
+        if (!fault.empty()) throw CLI::ValidationError(fault);
       });
   parser.set_version_flag("--version", vk32::ProgramVersion());
   try {

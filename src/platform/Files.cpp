@@ -2,6 +2,7 @@
 #include "platform/Files.h"
 
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <sys/statvfs.h>
 #include <unistd.h>
@@ -48,17 +49,57 @@ std::string Folder(const std::string& target) {
 
 bool Allowed(const std::string& path, int access) { return faccessat(AT_FDCWD, path.c_str(), access, AT_EACCESS) == 0; }
 
-/// Creates a file of a name that is not taken, with the mode that any new file of this program gets; -1: error.
-int CreateBeside(const std::string& folder, std::string& path) {
+constexpr std::string_view TemporaryStart = "/.vk32-", TemporaryEnd = ".tmp";
+
+/// Creates a file of a name that is not taken, and locks it for as long as it is open; -1: error. `mode`: less umask.
+int CreateBeside(const std::string& folder, mode_t mode, std::string& path) {
   std::random_device random;
   for (int attempt = 0; attempt < 100; ++attempt) {
-    char name[32];
-    std::snprintf(name, sizeof name, "/.vk32-%08x.tmp", random());
-    path = folder + name;
-    const int fd = open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
-    if (fd >= 0 || errno != EEXIST) return fd;
+    char number[9];
+    std::snprintf(number, sizeof number, "%08x", random());
+    path = folder;
+    path.append(TemporaryStart).append(number).append(TemporaryEnd);
+    const int fd = open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode);
+    if (fd < 0 && errno == EEXIST) continue;
+    struct stat created {};
+    // Another save may have taken it for a leftover before it was locked.
+    const bool taken = fd >= 0 && ((flock(fd, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK) ||
+                                   (fstat(fd, &created) == 0 && created.st_nlink == 0));
+    if (!taken) return fd;
+    close(fd);
   }
   return -1;
+}
+
+/// Removes what saves of this user's that were killed have left in a folder. A file whose save goes on is locked.
+void ClearLeftovers(const std::string& folder) {
+  std::error_code fault;
+  for (fs::directory_iterator entry(folder, fault), end; !fault && entry != end; entry.increment(fault)) {
+    const std::string path = entry->path();
+    const std::string name = "/" + entry->path().filename().string();
+    if (name.size() != TemporaryStart.size() + 8 + TemporaryEnd.size() || !name.starts_with(TemporaryStart) ||
+        !name.ends_with(TemporaryEnd)) {
+      continue;
+    }
+    const int fd = open(path.c_str(), O_WRONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
+    struct stat found {};
+    const bool own = fd >= 0 && fstat(fd, &found) == 0 && S_ISREG(found.st_mode) && found.st_uid == geteuid();
+    if (own && flock(fd, LOCK_EX | LOCK_NB) == 0) unlink(path.c_str());
+    if (fd >= 0) close(fd);
+  }
+}
+
+/// Gives a new file the owner, the group and the mode of the one that it replaces, as far as that is possible: only the
+/// superuser can keep another's file another's, and some file systems know neither. Who may not read the old file may
+/// not read the new one.
+void CopyRights(int fd, const struct stat& old) {
+  const bool ownerKept = fchown(fd, old.st_uid, old.st_gid) == 0;
+  const bool groupKept = ownerKept || fchown(fd, static_cast<uid_t>(-1), old.st_gid) == 0;
+  mode_t mode = old.st_mode & (ownerKept ? 07777 : 0777);
+  // Members of either group may be among the others of the other one.
+  const mode_t both = (mode >> 3) & mode & 07;
+  if (!groupKept) mode = (mode & 0700) | (both << 3) | both;
+  fchmod(fd, mode);
 }
 
 /// File systems that have no such step leave it out.
@@ -141,14 +182,13 @@ OutputFile::OutputFile(const std::string& path) : target_(Target(path)) {
   if (const std::string why = WhyNotWritable(path); !why.empty()) {
     throw RuntimeFault(RuntimeFault::PathFileAccessError, why);
   }
-  fd_ = CreateBeside(Folder(target_), temporary_);
-  if (fd_ < 0) throw NotWritten(RuntimeFault::PathFileAccessError, target_, errno);
+  const std::string folder = Folder(target_);
+  ClearLeftovers(folder);
   struct stat old {};
-  if (stat(target_.c_str(), &old) != 0) return;
-  // Only the superuser can keep another's file another's, and some file systems know neither owner nor mode: both are
-  // kept where that is possible.
-  const bool kept = fchown(fd_, old.st_uid, old.st_gid) == 0;
-  fchmod(fd_, old.st_mode & (kept ? 07777 : 0777));
+  const bool replaces = stat(target_.c_str(), &old) == 0;
+  fd_ = CreateBeside(folder, replaces ? old.st_mode & 0600 : 0666, temporary_);
+  if (fd_ < 0) throw NotWritten(RuntimeFault::PathFileAccessError, target_, errno);
+  if (replaces) CopyRights(fd_, old);
 }
 
 OutputFile::~OutputFile() {
@@ -176,22 +216,19 @@ void OutputFile::Flush() {
 void OutputFile::Commit() {
   Flush();
   if (!Sync(fd_)) throw NotWritten(RuntimeFault::DeviceIOError, target_, errno);
-  const int closing = std::exchange(fd_, -1);
-  if (close(closing) != 0) throw NotWritten(RuntimeFault::DeviceIOError, target_, errno);
+  // The last errors of some file systems come with a close; the lock stays with the other descriptor.
+  const int locked = fcntl(fd_, F_DUPFD_CLOEXEC, 0);
+  const bool closed = close(std::exchange(fd_, locked)) == 0;
+  if (!closed) throw NotWritten(RuntimeFault::DeviceIOError, target_, errno);
   if (rename(temporary_.c_str(), target_.c_str()) != 0) {
     throw NotWritten(RuntimeFault::PathFileAccessError, target_, errno);
   }
   temporary_.clear();
-  SyncFolder();
-}
-
-void OutputFile::SyncFolder() const {
-  // A folder that may be written but not read can't be opened; the file is in its place all the same.
+  // The file is in its place, and what the folder's disk has to say about it is no failure of this save.
   const int folder = open(Folder(target_).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
   if (folder < 0) return;
-  const int code = Sync(folder) ? 0 : errno;
+  fsync(folder);
   close(folder);
-  if (code != 0) throw NotWritten(RuntimeFault::DeviceIOError, target_, code);
 }
 
 std::string WhyNotWritable(const std::string& path) {

@@ -36,7 +36,8 @@ class InputFile {
 };
 
 /// A file that is written beside its place and takes it in one step, so that the place holds the old file or the new
-/// one and never a part. A link stays a link; an existing file keeps its mode. Faults, whose descriptions say what
+/// one and never a part. A link stays a link; an existing file keeps its mode, or gets a narrower one. What killed
+/// programs of this user have left in the folder, ".vk32-XXXXXXXX.tmp", goes. Faults, whose descriptions say what
 /// happened: 75 nothing can be saved there, 57 the bytes could not be stored.
 class OutputFile {
  public:
@@ -52,7 +53,6 @@ class OutputFile {
 
  private:
   void Flush();
-  void SyncFolder() const;
 
   std::string target_;
   std::string temporary_;  // empty once it has become the target

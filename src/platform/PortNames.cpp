@@ -43,7 +43,22 @@ int NumberBehind(std::string_view prefix, std::string_view name) {
   return fault == std::errc{} && stopped == name.data() + name.size() ? number : -1;
 }
 
-bool IsUsb(std::string_view name) { return NumberBehind("ttyUSB", name) >= 0 || NumberBehind("ttyACM", name) >= 0; }
+/// A device hangs on a USB bus if one is among the folders above it: "/sys/devices/.../usb1/1-2/1-2:1.0/ttyUSB0".
+bool OnUsb(const fs::path& device) {
+  return std::any_of(device.begin(), device.end(),
+                     [](const fs::path& folder) { return NumberBehind("usb", folder.string()) >= 0; });
+}
+
+bool Exists(const std::string& path) {
+  std::error_code fault;
+  return fs::exists(path, fault);
+}
+
+/// Where a path leads, links followed; empty if nowhere.
+std::string Real(const std::string& path) {
+  std::error_code fault;
+  return fs::canonical(path, fault);
+}
 
 /// Puts "ttyUSB10" behind "ttyUSB9".
 bool InNameOrder(const std::string& a, const std::string& b) {
@@ -65,19 +80,51 @@ void PortNames::Assign(std::string_view portName, std::string path) {
   assigned_.insert_or_assign(std::string(portName), std::move(path));
 }
 
-std::optional<PortDevice> PortNames::Find(std::string_view portName) const {
-  const int number = Number(portName);
-  if (number == 0) return std::nullopt;
-  if (const auto at = assigned_.find(portName); at != assigned_.end()) return Describe(at->second);
-  const std::string link = "/" + std::string(portName);
-  if (RuntimeFolderIsSafe()) {
-    if (auto device = Behind(runtimeFolder_ + link)) return device;
+void PortNames::Choose(std::string_view portName) {
+  chosen_.reset();
+  if (const std::string place = Search(portName); !place.empty()) {
+    chosen_ = {std::string(portName), place, Describe(place)};
   }
-  if (auto device = Behind(deviceFolder_ + link)) return device;
+}
+
+std::optional<PortDevice> PortNames::Find(std::string_view portName) const {
+  if (chosen_ && chosen_->portName == portName) {
+    // A device of the same name may be another one by now: only the place tells.
+    return Exists(chosen_->place) ? Describe(chosen_->place) : PortDevice{chosen_->place, chosen_->device.description};
+  }
+  const std::string place = Search(portName);
+  if (place.empty()) return std::nullopt;
+  return Describe(place);
+}
+
+std::string PortNames::Search(std::string_view portName) const {
+  const int number = Number(portName);
+  if (number == 0) return "";
+  if (const auto at = assigned_.find(portName); at != assigned_.end()) return at->second;
+  const std::string link = "/" + std::string(portName);
+  const bool trusted = !runtimeFolder_.empty() && WhyNotTrusted(runtimeFolder_).empty();
+  if (trusted && Exists(runtimeFolder_ + link)) return runtimeFolder_ + link;
+  if (Exists(deviceFolder_ + link)) return deviceFolder_ + link;
   const std::vector<std::string> devices = RealDevices();
   const auto index = static_cast<std::size_t>(number - 1);
-  if (index >= devices.size()) return std::nullopt;
-  return Describe(deviceFolder_ + "/" + devices[index]);
+  return index < devices.size() ? devices[index] : "";
+}
+
+std::string PortNames::Ignored(std::string_view portName) const {
+  if (runtimeFolder_.empty()) return "";
+  const std::string why = WhyNotTrusted(runtimeFolder_);
+  std::error_code fault;
+  if (why.empty() || !fs::exists(fs::symlink_status(fs::path(runtimeFolder_) / portName, fault))) return "";
+  return runtimeFolder_ + " " + why + " and is passed over: remove it, or set XDG_RUNTIME_DIR to a folder of your own";
+}
+
+std::string PortNames::WhyNotTrusted(const std::string& folder) {
+  struct stat found {};
+  if (lstat(folder.c_str(), &found) != 0) return "";
+  if (S_ISLNK(found.st_mode)) return "is a link";
+  if (!S_ISDIR(found.st_mode)) return "is no folder";
+  if (found.st_uid != geteuid()) return "belongs to another user";
+  return (found.st_mode & (S_IWGRP | S_IWOTH)) != 0 ? "can be written to by others" : "";
 }
 
 std::string PortNames::RuntimeFolder() {
@@ -95,71 +142,63 @@ int PortNames::Number(std::string_view portName) {
 }
 
 PortDevice PortNames::Describe(const std::string& path) const {
-  std::error_code fault;
-  const fs::path real = fs::canonical(path, fault);
-  if (fault) return {path, path};
-  const std::string name = real.filename();
-  std::string description = real;
-  if (NumberBehind("ttyS", name) >= 0) {
-    description += ", on-board";
-  } else if (IsUsb(name)) {
-    // The product stands with the adapter, one or two folders above the interface that carries the port.
-    fs::path device = fs::canonical(systemFolder_ + "/class/tty/" + name + "/device", fault);
-    for (int up = 0; !fault && up < 3; ++up, device = device.parent_path()) {
-      if (const std::string product = FirstLine(device / "product"); !product.empty()) {
-        description += ", " + product;
-        break;
-      }
-    }
+  const std::string real = Real(path);
+  if (real.empty()) return {path, path};
+  const std::string name = fs::path(real).filename();
+  switch (KindOf(name)) {
+    case Kind::None: return {real, real};
+    case Kind::OnBoard: return {real, real + ", on-board"};
+    case Kind::Other: return {real, real + (name.starts_with("rfcomm") ? ", Bluetooth" : ", USB gadget")};
+    case Kind::Usb: break;
   }
-  return {real, description};
+  // The product stands with the adapter, one or two folders above the interface that carries the port.
+  fs::path device = Real(systemFolder_ + "/class/tty/" + name + "/device");
+  for (int up = 0; up < 3; ++up, device = device.parent_path()) {
+    if (const std::string product = FirstLine(device / "product"); !product.empty())
+      return {real, real + ", " + product};
+  }
+  return {real, real};
 }
 
-std::optional<PortDevice> PortNames::Behind(const std::string& link) const {
-  std::error_code fault;
-  if (!fs::exists(link, fault)) return std::nullopt;
-  return Describe(link);
-}
-
-bool PortNames::RuntimeFolderIsSafe() const {
-  struct stat folder {};
-  return !runtimeFolder_.empty() && lstat(runtimeFolder_.c_str(), &folder) == 0 && S_ISDIR(folder.st_mode) &&
-         folder.st_uid == geteuid() && (folder.st_mode & (S_IWGRP | S_IWOTH)) == 0;
-}
-
-bool PortNames::HasHardware(const std::string& deviceName) const {
-  const fs::path port = systemFolder_ + "/class/tty/" + deviceName;
+PortNames::Kind PortNames::KindOf(const std::string& deviceName) const {
+  // These exist once someone has set them up, and hang on no device before a partner is connected, if ever.
+  if (NumberBehind("rfcomm", deviceName) >= 0 || NumberBehind("ttyGS", deviceName) >= 0) return Kind::Other;
+  const std::string port = systemFolder_ + "/class/tty/" + deviceName;
+  // Consoles, pseudo-terminals and the kernel's own have no device.
+  if (!Exists(port + "/device")) return Kind::None;
+  const std::string device = Real(port + "/device");
   // The system keeps names ready for ports that were never found; their type is 0.
-  if (const std::string type = FirstLine(port / "type"); !type.empty()) return type != "0";
-  std::error_code fault;
-  const fs::path device = fs::canonical(port / "device", fault);
-  return !fault && device.string().find("/serial8250") == std::string::npos;
+  const std::string type = FirstLine(port + "/type");
+  if (type.empty() ? device.find("/serial8250") != std::string::npos : type == "0") return Kind::None;
+  return OnUsb(device) ? Kind::Usb : Kind::OnBoard;
 }
 
 std::vector<std::string> PortNames::RealDevices() const {
-  std::vector<std::string> onBoard, others, adapters;
-  for (const std::string& name : Names(systemFolder_ + "/class/tty")) {
-    std::error_code fault;
-    if (!fs::exists(deviceFolder_ + "/" + name, fault)) continue;
-    if (IsUsb(name)) others.push_back(name);
-    if (NumberBehind("ttyS", name) >= 0 && HasHardware(name)) onBoard.push_back(name);
+  std::map<Kind, std::vector<std::string>> names;
+  std::vector<std::string> all = Names(systemFolder_ + "/class/tty");
+  std::sort(all.begin(), all.end(), InNameOrder);
+  for (const std::string& name : all) {
+    const Kind kind = KindOf(name);
+    if (kind != Kind::None && Exists(deviceFolder_ + "/" + name)) names[kind].push_back(name);
   }
-  std::sort(onBoard.begin(), onBoard.end(), InNameOrder);
-  std::sort(others.begin(), others.end(), InNameOrder);
   std::vector<std::string> paths = Names(deviceFolder_ + "/serial/by-path");
   std::sort(paths.begin(), paths.end());
+  std::vector<std::string> places;
+  for (const std::string& name : names[Kind::OnBoard]) places.push_back(deviceFolder_ + "/" + name);
   for (const std::string& path : paths) {
-    std::error_code fault;
-    adapters.push_back(fs::canonical(deviceFolder_ + "/serial/by-path/" + path, fault).filename());
+    const std::string place = deviceFolder_ + "/serial/by-path/" + path;
+    // One adapter may have several paths, and an on-board port may have one.
+    auto& adapters = names[Kind::Usb];
+    const auto at = std::find(adapters.begin(), adapters.end(), fs::path(Real(place)).filename());
+    if (at == adapters.end()) continue;
+    places.push_back(place);
+    adapters.erase(at);
   }
-  adapters.insert(adapters.end(), others.begin(), others.end());
-  // One adapter may have several paths.
-  std::vector<std::string> devices = std::move(onBoard);
-  for (const std::string& name : adapters) {
-    const bool known = std::find(devices.begin(), devices.end(), name) != devices.end();
-    if (IsUsb(name) && !known) devices.push_back(name);
-  }
-  return devices;
+  std::vector<std::string> rest = names[Kind::Usb];
+  rest.insert(rest.end(), names[Kind::Other].begin(), names[Kind::Other].end());
+  std::sort(rest.begin(), rest.end(), InNameOrder);
+  for (const std::string& name : rest) places.push_back(deviceFolder_ + "/" + name);
+  return places;
 }
 
 }  // namespace vk32

@@ -21,7 +21,7 @@ struct PortDevice {
 /// 2. a link COMn in the user's runtime folder vk32/, if the folder is the user's own and nobody else can write to it;
 /// 3. /dev/COMn, an administrator's link (a link that leads nowhere counts neither here nor there);
 /// 4. the n-th serial device that really exists: on-board ports with hardware behind them by their number, then USB
-///    adapters by their stable path.
+///    adapters by their stable path, then the others by name.
 class PortNames {
  public:
   /// The folders can be others in tests. Empty `runtimeFolder`: there is none.
@@ -30,9 +30,18 @@ class PortNames {
 
   /// Puts a device behind a name for this run, ahead of the search.
   void Assign(std::string_view portName, std::string path);
-  /// Nothing if no device stands behind the name.
+  /// Searches anew, and from now on keeps to what it found behind this name, until the next call: the link that stood
+  /// there, a USB adapter in its socket whatever its number, or the device. Nothing is kept if nothing was found.
+  void Choose(std::string_view portName);
+  /// Nothing if no device stands behind the name. A chosen or assigned device is given also while it is missing; its
+  /// path then leads nowhere.
   std::optional<PortDevice> Find(std::string_view portName) const;
 
+  /// Why the search passes the runtime folder over, with what to do about it: "/tmp/vk32-1000 is a link and ...";
+  /// empty if it is searched or there is none. With a port name: empty also if that name does not stand in it.
+  std::string Ignored(std::string_view portName = {}) const;
+  /// Why port names in a folder are not to be trusted: "is a link"; empty if they are, or if there is no such folder.
+  static std::string WhyNotTrusted(const std::string& folder);
   /// "/run/user/1000/vk32", from XDG_RUNTIME_DIR; without that variable /run/user/UID/vk32, or /tmp/vk32-UID where the
   /// system keeps no runtime folders.
   static std::string RuntimeFolder();
@@ -40,18 +49,25 @@ class PortNames {
   static int Number(std::string_view portName);
 
  private:
+  enum class Kind { None, OnBoard, Usb, Other };
+  struct Chosen {
+    std::string portName;
+    std::string place;  // leads to the device for as long as it is there
+    PortDevice device;  // as it was found
+  };
+
+  /// The place of what the search finds: a link or a device; empty if nothing.
+  std::string Search(std::string_view portName) const;
   PortDevice Describe(const std::string& path) const;
-  /// What a link, or a device itself, leads to, if that exists.
-  std::optional<PortDevice> Behind(const std::string& link) const;
-  bool RuntimeFolderIsSafe() const;
-  bool HasHardware(const std::string& deviceName) const;
-  /// The names of the devices of rule 4, in their order: "ttyS0", "ttyUSB1".
+  Kind KindOf(const std::string& deviceName) const;
+  /// The places of the devices of rule 4, in their order: "/dev/ttyS0", "/dev/serial/by-path/...".
   std::vector<std::string> RealDevices() const;
 
   std::string runtimeFolder_;
   std::string deviceFolder_;
   std::string systemFolder_;
   std::map<std::string, std::string, std::less<>> assigned_;
+  std::optional<Chosen> chosen_;
 };
 
 }  // namespace vk32

@@ -9,7 +9,6 @@
 #include <sys/file.h>
 #include <sys/ioctl.h>
 #include <sys/stat.h>
-#include <sys/sysmacros.h>
 #include <termios.h>
 #include <unistd.h>
 
@@ -18,15 +17,13 @@
 #include <climits>
 #include <cstdio>
 #include <cstring>
-#include <filesystem>
-#include <fstream>
 #include <iterator>
-#include <sstream>
+
+#include "platform/PortHolder.h"
 
 namespace vk32 {
 namespace {
 
-namespace fs = std::filesystem;
 using namespace std::chrono_literals;
 
 constexpr std::string_view NamePrefix = R"(\\.\)";
@@ -121,22 +118,21 @@ int Apply(int fd, const termios& wanted) {
   return SameLine(now, wanted) ? 0 : EINVAL;
 }
 
-/// The kernel keeps a pseudo-terminal closed to others even after its program has died, until the other side ends as
-/// well; a killed program would lock its user out.
-bool IsPseudoTerminal(int fd) {
-  struct stat device {};
-  return fstat(fd, &device) == 0 && major(device.st_rdev) >= 136 && major(device.st_rdev) <= 143;
-}
-
 /// Makes a descriptor this program's own raw line; 0 or the error.
 int Claim(int fd) {
   if (isatty(fd) == 0) return errno == EIO ? EIO : ENOTTY;
   if (flock(fd, LOCK_EX | LOCK_NB) != 0) return errno == EWOULDBLOCK ? EBUSY : errno;
+  // Most programs ask for no lock, and would take bytes away.
+  struct stat device {};
+  if (fstat(fd, &device) != 0) return errno;
+  if (!OtherOpener(device).empty()) return EBUSY;
   termios line{};
   if (tcgetattr(fd, &line) != 0) return errno;
   MakeRaw(line);
   if (const int code = Apply(fd, line); code != 0) return code;
-  if (!IsPseudoTerminal(fd)) ioctl(fd, TIOCEXCL);
+  // The kernel keeps a pseudo-terminal closed to others even after its program has died, until the other side ends as
+  // well; a killed program would lock its user out.
+  if (!IsPseudoTerminal(device)) ioctl(fd, TIOCEXCL);
   return 0;
 }
 
@@ -164,50 +160,13 @@ std::string Short(const std::string& path) {
   return path.size() <= Longest ? path : "..." + path.substr(path.size() - Longest + 3);
 }
 
-/// "vk32 (process 4711)"; empty if there is no such process.
-std::string ProcessName(const std::string& pid) {
-  std::ifstream file("/proc/" + pid + "/comm");
-  std::string name;
-  return std::getline(file, name) ? name + " (process " + pid + ")" : "";
-}
-
-/// The program that has locked a device, whoever runs it.
-std::string Locker(const std::string& path) {
-  struct stat device {};
-  if (stat(path.c_str(), &device) != 0) return "";
-  char wanted[64];
-  std::snprintf(wanted, sizeof wanted, "%02x:%02x:%lu", major(device.st_dev), minor(device.st_dev),
-                static_cast<unsigned long>(device.st_ino));
-  std::ifstream locks("/proc/locks");
-  for (std::string line; std::getline(locks, line);) {
-    std::istringstream fields(line);
-    std::string number, kind, mode, access, pid, place;
-    if (fields >> number >> kind >> mode >> access >> pid >> place && kind == "FLOCK" && place == wanted) {
-      return ProcessName(pid);
-    }
-  }
-  return "";
-}
-
-/// A program that has a device open, among those that the user may look into.
-std::string Opener(const std::string& path) {
-  std::error_code fault;
-  for (fs::directory_iterator process("/proc", fault), end; !fault && process != end; process.increment(fault)) {
-    const std::string pid = process->path().filename();
-    if (pid.find_first_not_of("0123456789") != std::string::npos) continue;
-    std::error_code hidden;
-    for (fs::directory_iterator file(process->path() / "fd", hidden), last; !hidden && file != last;
-         file.increment(hidden)) {
-      std::error_code closed;
-      if (fs::read_symlink(file->path(), closed) == path) return ProcessName(pid);
-    }
-  }
-  return "";
-}
-
 std::string BusyAdvice(const std::string& path) {
-  std::string holder = Locker(path);
-  if (holder.empty()) holder = Opener(path);
+  struct stat device {};
+  std::string holder;
+  if (stat(path.c_str(), &device) == 0) {
+    holder = LockHolder(device);
+    if (holder.empty()) holder = OtherOpener(device);
+  }
   return Short(path) + " is in use by " + (holder.empty() ? "another program" : holder) + ": end it and try again";
 }
 
@@ -242,18 +201,18 @@ PosixSerialDriver::~PosixSerialDriver() {
 SerialDriver::Handle PosixSerialDriver::Open(std::string_view name) {
   if (name.substr(0, NamePrefix.size()) == NamePrefix) name.remove_prefix(NamePrefix.size());
   const auto device = names_.Find(name);
-  const std::string path = device ? device->path : "";
-  const int fd = device ? open(path.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC) : -1;
+  const int fd = device ? open(device->path.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC) : -1;
   const int code = !device ? ENOENT : fd < 0 ? errno : Claim(fd);
   if (code != 0) {
     if (fd >= 0) close(fd);
     Fail(code);
-    failedOpen_ = {code, std::string(name), path};
+    failedOpen_ = {code, std::string(name), device.value_or(PortDevice{})};
     return InvalidHandle;
   }
   Port port;
   port.fd = fd;
-  port.pseudo = IsPseudoTerminal(fd);
+  struct stat opened {};
+  port.pseudo = fstat(fd, &opened) == 0 && IsPseudoTerminal(opened);
   termios line{};
   if (tcgetattr(fd, &line) == 0) port.byteTime = ByteTime(BaudRate(line));
   port.counts = CountErrors(fd);
@@ -460,18 +419,22 @@ PosixSerialDriver::ErrorCounts PosixSerialDriver::CountErrors(int fd) {
   return {counted.buf_overrun, counted.overrun, counted.parity, counted.frame, counted.brk};
 }
 
-std::string PosixSerialDriver::Advice(const FailedOpen& failed) {
+std::string PosixSerialDriver::Advice(const FailedOpen& failed) const {
   switch (failed.code) {
     case ENOENT: {
-      const std::string missing = failed.path.empty() ? "" : " (" + Short(failed.path) + " is missing)";
-      return "no serial device stands behind " + failed.portName + missing;
+      const std::string nothing = "no serial device stands behind " + failed.portName;
+      if (!failed.device.path.empty()) {
+        return nothing + ": " + Short(failed.device.description) + " is missing; plug it in, or choose the port again";
+      }
+      const std::string ignored = names_.Ignored(failed.portName);
+      return ignored.empty() ? nothing : nothing + ": " + ignored;
     }
-    case EACCES: return AccessAdvice(failed.path);
-    case EBUSY: return BusyAdvice(failed.path);
-    case ENOTTY: return Short(failed.path) + " is no serial port";
+    case EACCES: return AccessAdvice(failed.device.path);
+    case EBUSY: return BusyAdvice(failed.device.path);
+    case ENOTTY: return Short(failed.device.path) + " is no serial port";
     case EIO:
     case ENXIO:
-    case ENODEV: return "no serial hardware answers behind " + Short(failed.path);
+    case ENODEV: return "no serial hardware answers behind " + Short(failed.device.path);
     default: return "";
   }
 }

@@ -13,8 +13,9 @@
 
 namespace vk32 {
 
-/// Raw mode, 8N1, exclusive for the kernel (TIOCEXCL) and for every program that asks (flock). Codes are those of
-/// errno; a device that is gone fails every verb with EIO.
+/// Raw mode, 8N1, exclusive for the kernel (TIOCEXCL) and for every program that asks (flock). Open fails with EBUSY
+/// also while another program has the device open without asking. Codes are those of errno; a device that is gone fails
+/// every verb with EIO.
 class PosixSerialDriver : public SerialDriver {
  public:
   PosixSerialDriver(EventLoop& loop, const PortNames& names);
@@ -65,11 +66,11 @@ class PosixSerialDriver : public SerialDriver {
   struct FailedOpen {
     std::int32_t code = 0;
     std::string portName;
-    std::string path;
+    PortDevice device;  // empty if none stood behind the name
   };
 
   static ErrorCounts CountErrors(int fd);
-  static std::string Advice(const FailedOpen& failed);
+  std::string Advice(const FailedOpen& failed) const;
 
   /// The port of a handle; null, with the error set, if there is none or its device is gone.
   Port* Live(Handle handle);

@@ -60,7 +60,10 @@ void ProductMenu::COMCbo_Click() {
     return;
   }
   if (const int number = PortNames::Number(COMCbo.Text.Value())) app_.globals.ComPortNumber = number;
-  if (COMCbo.Text.Value() != "None") CheckComPort(app_, *this);
+  if (COMCbo.Text.Value() != "None") {
+    app_.ports.Choose(COMCbo.Text.Value());
+    CheckComPort(app_, *this);
+  }
   app_.globals.ComPortText = COMCbo.Text;
 }
 

@@ -21,8 +21,10 @@ class Process {
  public:
   using Clock = std::chrono::steady_clock;
 
-  /// `program`: "vk32-sim" or "vk32-script"; `runtimeFolder`: where port names are kept.
-  Process(const std::string& program, std::vector<std::string> arguments, const std::string& runtimeFolder) {
+  /// `program`: "vk32-sim", "vk32-script" or "vk32"; `runtimeFolder`: where port names are kept; `output`: a file that
+  /// takes its standard output, in place of these pipes.
+  Process(const std::string& program, std::vector<std::string> arguments, const std::string& runtimeFolder,
+          const char* output = nullptr) {
     int toChild[2], fromChild[2];
     if (pipe2(toChild, O_CLOEXEC) != 0 || pipe2(fromChild, O_CLOEXEC) != 0) ADD_FAILURE() << "no pipe";
     arguments.insert(arguments.begin(), VK32_PROGRAMS "/" + program);
@@ -35,9 +37,10 @@ class Process {
       signal(SIGPIPE, SIG_DFL);
       prctl(PR_SET_PDEATHSIG, SIGKILL);
       dup2(toChild[0], STDIN_FILENO);
-      dup2(fromChild[1], STDOUT_FILENO);
+      dup2(output != nullptr ? open(output, O_WRONLY | O_CLOEXEC) : fromChild[1], STDOUT_FILENO);
       dup2(fromChild[1], STDERR_FILENO);
       setenv("XDG_RUNTIME_DIR", runtimeFolder.c_str(), 1);
+      setenv("QT_QPA_PLATFORM", "offscreen", 1);
       execv(words[0], words.data());
       _exit(127);
     }
@@ -48,7 +51,7 @@ class Process {
   }
   ~Process() {
     CloseInput();
-    close(output_);
+    CloseOutput();
     if (!ended_) Signal(SIGKILL);
     if (!ended_) waitpid(pid_, nullptr, 0);
   }
@@ -60,6 +63,10 @@ class Process {
   }
   void CloseInput() {
     if (input_ >= 0) close(std::exchange(input_, -1));
+  }
+  /// As a reader that has ended.
+  void CloseOutput() {
+    if (output_ >= 0) close(std::exchange(output_, -1));
   }
   void Signal(int number) const { kill(pid_, number); }
 

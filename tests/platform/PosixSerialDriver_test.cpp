@@ -3,20 +3,62 @@
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <linux/serial.h>
 #include <poll.h>
 #include <stdlib.h>
+#include <sys/ioctl.h>
 #include <sys/stat.h>
-#include <sys/wait.h>
+#include <sys/syscall.h>
+#include <sys/sysmacros.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
+#include <cstdarg>
+#include <filesystem>
 #include <functional>
 #include <string>
 #include <thread>
 #include <utility>
+#include <vector>
 
+#include "platform/InAChild.h"
 #include "platform/PosixEventLoop.h"
+#include "support/Harness.h"
+
+namespace {
+
+/// What a real port's driver would tell, while `real`: a pseudo-terminal tells nothing of it.
+struct RealLine {
+  bool real = false;
+  std::vector<int> unsent;   // what waits in the queue, from one look to the next; the last one stays
+  std::vector<int> chip{1};  // 0: the chip still sends
+  serial_icounter_struct counts{};
+} line;
+
+int Next(std::vector<int>& values) {
+  const int value = values.front();
+  if (values.size() > 1) values.erase(values.begin());
+  return value;
+}
+
+}  // namespace
+
+extern "C" int fstat(int fd, struct stat* found) noexcept {
+  const int result = fstatat(fd, "", found, AT_EMPTY_PATH);
+  if (line.real && S_ISCHR(found->st_mode)) found->st_rdev = makedev(4, 255);
+  return result;
+}
+extern "C" int ioctl(int fd, unsigned long request, ...) noexcept {
+  va_list arguments;
+  va_start(arguments, request);
+  void* const argument = va_arg(arguments, void*);
+  va_end(arguments);
+  if (line.real && request == TIOCOUTQ) return *static_cast<int*>(argument) = Next(line.unsent), 0;
+  if (line.real && request == TIOCSERGETLSR) return *static_cast<int*>(argument) = Next(line.chip), 0;
+  if (line.real && request == TIOCGICOUNT) return *static_cast<serial_icounter_struct*>(argument) = line.counts, 0;
+  return static_cast<int>(syscall(SYS_ioctl, fd, request, argument));
+}
 
 namespace vk32 {
 namespace {
@@ -43,8 +85,16 @@ class CountingLoop : public PosixEventLoop {
 /// A driver, and the device's side of a pseudo-terminal that stands behind COM12.
 class PosixSerialDriverTest : public testing::Test {
  protected:
-  PosixSerialDriverTest() { Plug(); }
-  ~PosixSerialDriverTest() override { Unplug(); }
+  PosixSerialDriverTest() {
+    std::filesystem::create_directory(folder_.Path());
+    std::filesystem::permissions(folder_.Path(), std::filesystem::perms::all);
+    std::filesystem::create_symlink("/dev/null", folder_.Path() + "/COM9");
+    Plug();
+  }
+  ~PosixSerialDriverTest() override {
+    line = {};
+    Unplug();
+  }
 
   void Plug() {
     Unplug();
@@ -99,13 +149,6 @@ class PosixSerialDriverTest : public testing::Test {
     while (Waiting(handle) < static_cast<int>(bytes.size()) && !HasFailure()) loop_.Wait(driver_.WaitHandle(handle));
   }
 
-  /// Sends XOFF and waits until the line stands still.
-  void Hold(SerialDriver::Handle handle) {
-    FromDevice({&Xoff, 1});
-    pollfd line{driver_.WaitHandle(handle), POLLOUT, 0};
-    while (poll(&line, 1, 0) == 1 && (line.revents & POLLHUP) == 0) std::this_thread::yield();
-  }
-
   /// Until the bytes have left or can't.
   bool Write(SerialDriver::Handle handle, std::string_view bytes, std::uint32_t& written) {
     bool done = driver_.Write(handle, bytes, written);
@@ -116,11 +159,11 @@ class PosixSerialDriverTest : public testing::Test {
     return done;
   }
 
-  static CommTimeouts WriteTimeouts(std::uint32_t perByte, std::uint32_t whole) {
-    CommTimeouts timeouts;
-    timeouts.WriteTotalTimeoutMultiplier = perByte;
-    timeouts.WriteTotalTimeoutConstant = whole;
-    return timeouts;
+  /// Sends XOFF and waits until the line stands still.
+  void Hold(SerialDriver::Handle handle) {
+    FromDevice({&Xoff, 1});
+    pollfd line{driver_.WaitHandle(handle), POLLOUT, 0};
+    while (poll(&line, 1, 0) == 1 && (line.revents & POLLHUP) == 0) std::this_thread::yield();
   }
 
   int Waiting(SerialDriver::Handle handle) {
@@ -131,22 +174,11 @@ class PosixSerialDriverTest : public testing::Test {
     return status.cbInQue;
   }
 
-  /// Runs `act` in a process of the user nobody and gives its result.
-  static int AsNobody(const std::function<int()>& act) {
-    const pid_t child = fork();
-    if (child == 0) {
-      const bool changed = setgid(65534) == 0 && setuid(65534) == 0;
-      _exit(changed ? act() : 255);
-    }
-    int status = 0;
-    waitpid(child, &status, 0);
-    return WIFEXITED(status) ? WEXITSTATUS(status) : 255;
-  }
-
   int device_ = -1;
   std::string path_;
   CountingLoop loop_;
-  PortNames names_{"", "/nowhere", "/nowhere"};
+  const TemporaryFile folder_{"run"};
+  PortNames names_{folder_.Path(), "/nowhere", "/nowhere"};
   PosixSerialDriver driver_{loop_, names_};
 };
 
@@ -177,90 +209,78 @@ TEST_F(PosixSerialDriverTest, BytesPassUnchangedBothWays) {
 }
 
 TEST_F(PosixSerialDriverTest, MissingPort) {
-  names_.Assign("COM31", path_ + "0");
-  for (const std::string name : {R"(\\.\COM30)", R"(\\.\COM31)", R"(\\.\COM33)", R"(\\.\)", ""}) {
+  const auto fails = [&](const std::string& path, int code) {
+    names_.Assign("COM31", path);
+    EXPECT_EQ(driver_.Open(R"(\\.\COM31)"), SerialDriver::InvalidHandle);
+    EXPECT_EQ(driver_.LastError(), code);
+    return driver_.ErrorText(code);
+  };
+  for (const char* name : {R"(\\.\COM30)", R"(\\.\COM33)", "", R"(\\.\COM9)"}) {
     EXPECT_EQ(driver_.Open(name), SerialDriver::InvalidHandle) << name;
     EXPECT_EQ(driver_.LastError(), ENOENT) << name;
   }
-  driver_.Open(R"(\\.\COM31)");
-  EXPECT_EQ(driver_.ErrorText(ENOENT),
-            "No such file or directory: no serial device stands behind COM31 (" + path_ + "0 is missing)");
-  names_.Assign("COM31", "/dev/null");
-  EXPECT_EQ(driver_.Open(R"(\\.\COM31)"), SerialDriver::InvalidHandle);
-  EXPECT_EQ(driver_.LastError(), ENOTTY);
-  EXPECT_EQ(driver_.ErrorText(ENOTTY), "Inappropriate ioctl for device: /dev/null is no serial port");
+  EXPECT_NE(driver_.ErrorText(ENOENT).find("COM9: " + folder_.Path() + " can be written to by others"),
+            std::string::npos);
+  EXPECT_EQ(fails(path_ + "0", ENOENT), "No such file or directory: no serial device stands behind COM31: " + path_ +
+                                            "0 is missing; plug it in, or choose the port again");
+  EXPECT_EQ(fails("/dev/null", ENOTTY), "Inappropriate ioctl for device: /dev/null is no serial port");
+  EXPECT_EQ(fails("/dev/" + std::string(300, 'x'), ENAMETOOLONG), "File name too long");
+  EXPECT_LT(fails("/" + std::string(200, 'x'), ENOENT).size(), 250u);
+  EXPECT_EQ(driver_.ErrorText(4711), "Unknown error 4711");
 }
 
 TEST_F(PosixSerialDriverTest, BusyPortNamesItsHolder) {
   const auto handle = Opened();
   PosixSerialDriver other(loop_, names_);
-  for (PosixSerialDriver* driver : {&driver_, &other}) {
-    EXPECT_EQ(driver->Open(Com12), SerialDriver::InvalidHandle);
-    EXPECT_EQ(driver->LastError(), EBUSY);
-    EXPECT_NE(driver->ErrorText(EBUSY).find(path_ + " is in use by "), std::string::npos);
-    EXPECT_NE(driver->ErrorText(EBUSY).find(" (process " + std::to_string(getpid()) + ")"), std::string::npos);
-    EXPECT_EQ(driver->ErrorText(EACCES), "Permission denied");
-  }
+  EXPECT_EQ(other.Open(Com12), SerialDriver::InvalidHandle);
+  EXPECT_EQ(other.LastError(), EBUSY);
+  EXPECT_NE(other.ErrorText(EBUSY).find(" (process " + std::to_string(getpid()) + ")"), std::string::npos);
+  EXPECT_EQ(other.ErrorText(EACCES), "Permission denied");
   EXPECT_TRUE(driver_.Close(handle));
   EXPECT_GT(other.Open(Com12), 0);
 }
 
 TEST_F(PosixSerialDriverTest, ForbiddenPortNamesTheGroup) {
   if (geteuid() != 0) GTEST_SKIP() << "only the superuser can become a user who may not open the port";
-  struct Row {
-    mode_t mode;
-    const char* text;
+  const auto open = [&] { return driver_.Open(Com12) > 0 ? 0 : driver_.LastError(); };
+  ASSERT_EQ(chown(path_.c_str(), 0, 1), 0);
+  const auto told = [&](mode_t mode, const std::string& text) {
+    chmod(path_.c_str(), mode);
+    return AsNobody(
+        [&] { return open() == EACCES && driver_.ErrorText(EACCES) == "Permission denied: " + path_ + text ? 0 : 1; });
   };
-  for (const Row& row : {Row{0660,
-                             " belongs to the group daemon: add yourself with \"sudo usermod -aG daemon nobody\""
-                             " and log in again"},
-                         Row{0600, " is open to root alone"}, Row{0620, " is open to root alone"}}) {
-    ASSERT_EQ(chown(path_.c_str(), 0, 1), 0);
-    ASSERT_EQ(chmod(path_.c_str(), row.mode), 0);
-    EXPECT_EQ(AsNobody([&] {
-                if (driver_.Open(Com12) != SerialDriver::InvalidHandle) return 1;
-                if (driver_.LastError() != EACCES) return 2;
-                return driver_.ErrorText(EACCES) == "Permission denied: " + path_ + row.text ? 0 : 3;
-              }),
-              0)
-        << row.text;
-  }
-}
-
-TEST_F(PosixSerialDriverTest, KilledProgramLeavesThePortFree) {
-  if (geteuid() != 0) GTEST_SKIP() << "only the superuser can become another user";
+  EXPECT_EQ(told(0600, " is open to root alone"), 0);
+  EXPECT_EQ(told(0620, " is open to root alone"), 0);
+  EXPECT_EQ(told(0660,
+                 " belongs to the group daemon: add yourself with \"sudo usermod -aG daemon nobody\" and log in"
+                 " again"),
+            0);
   ASSERT_EQ(chmod(path_.c_str(), 0666), 0);
-  const auto open = [&] { return driver_.Open(Com12) > 0 ? 0 : 1; };
-  EXPECT_EQ(AsNobody(open), 0);
-  EXPECT_EQ(AsNobody(open), 0);
+  for (int killed = 0; killed < 2; ++killed) EXPECT_EQ(AsNobody(open), 0);  // and leaves the port free
 }
 
 TEST_F(PosixSerialDriverTest, GoneDeviceIsAnErrorAndNotASpin) {
-  struct Row {
-    const char* name;
-    std::function<bool(SerialDriver::Handle)> verb;
-  };
   std::uint32_t number = 0;
   CommStatus status;
   DeviceControlBlock dcb;
   Bytes data;
-  const Row rows[] = {
-      {"ClearError", [&](auto handle) { return driver_.ClearError(handle, number, status); }},
-      {"Read", [&](auto handle) { return driver_.Read(handle, 10, data); }},
-      {"Write", [&](auto handle) { return Write(handle, "hello", number); }},
-      {"Purge", [&](auto handle) { return driver_.Purge(handle, 15); }},
-      {"GetState", [&](auto handle) { return driver_.GetState(handle, dcb); }},
+  const std::function<bool(SerialDriver::Handle)> verbs[] = {
+      [&](auto handle) { return driver_.ClearError(handle, number, status); },
+      [&](auto handle) { return driver_.Read(handle, 10, data); },
+      [&](auto handle) { return Write(handle, "hello", number); },
+      [&](auto handle) { return driver_.Purge(handle, 15); },
+      [&](auto handle) { return driver_.GetState(handle, dcb); },
   };
-  for (const Row& first : rows) {
+  for (const auto& first : verbs) {
     Plug();
     const auto handle = Opened();
     Arrive(handle, "lost");
     Unplug();
     EXPECT_EQ(driver_.WaitHandle(handle), -1);
-    EXPECT_FALSE(first.verb(handle)) << first.name;
-    for (const Row& row : rows) {
-      EXPECT_FALSE(row.verb(handle)) << row.name << " after " << first.name;
-      EXPECT_EQ(driver_.LastError(), EIO) << row.name;
+    EXPECT_FALSE(first(handle)) << &first - verbs;
+    for (const auto& verb : verbs) {
+      EXPECT_FALSE(verb(handle)) << &verb - verbs << " after " << &first - verbs;
+      EXPECT_EQ(driver_.LastError(), EIO);
     }
     EXPECT_EQ(driver_.ErrorText(EIO), "Input/output error: the serial device is gone: plug it in again");
     EXPECT_TRUE(driver_.Close(handle));
@@ -272,7 +292,7 @@ TEST_F(PosixSerialDriverTest, GoneDeviceIsAnErrorAndNotASpin) {
 
 TEST_F(PosixSerialDriverTest, DeviceGoneWhileItHoldsAWrite) {
   const auto handle = Opened(true);
-  EXPECT_TRUE(driver_.SetTimeouts(handle, WriteTimeouts(1000, 0)));
+  EXPECT_TRUE(driver_.SetTimeouts(handle, {0, 0, 0, 1000, 0}));
   Hold(handle);
   loop_.beforeSleep = [&] { Unplug(); };
   std::uint32_t written = 1;
@@ -316,17 +336,40 @@ TEST_F(PosixSerialDriverTest, WriteTimeoutGivesTheShortCount) {
   const auto handle = Opened(true);
   const Bytes large(65536, 'x');
   std::uint32_t written = 0;
-  EXPECT_TRUE(driver_.SetTimeouts(handle, WriteTimeouts(0, 20)));
+  EXPECT_TRUE(driver_.SetTimeouts(handle, {0, 0, 0, 0, 20}));
   EXPECT_TRUE(Write(handle, large, written));
   EXPECT_GT(written, 0u);
   EXPECT_LT(written, large.size());
   EXPECT_EQ(AtDevice(written), large.substr(0, written));
 
   Hold(handle);
-  EXPECT_TRUE(driver_.SetTimeouts(handle, WriteTimeouts(2, 0)));
+  EXPECT_TRUE(driver_.SetTimeouts(handle, {0, 0, 0, 2, 0}));
   EXPECT_TRUE(Write(handle, "hello", written));
   EXPECT_EQ(written, 0u);
   EXPECT_LT(loop_.sleeps, 10);
+}
+
+TEST_F(PosixSerialDriverTest, RealPortTellsWhatHasLeftAndWhatWentWrong) {
+  line.real = true;
+  line.unsent = {0};
+  const auto handle = Opened();
+  line.unsent = {5, 3, 0};
+  line.chip = {0, 1};
+  std::uint32_t written = 0, errors = 0;
+  EXPECT_TRUE(Write(handle, "hello", written));
+  EXPECT_EQ(written, 5u);
+  EXPECT_EQ(line.unsent.size() + line.chip.size(), 2u);  // all that was still on its way was waited for
+  line.unsent = {3};                                     // held
+  EXPECT_TRUE(driver_.SetTimeouts(handle, {0, 0, 0, 0, 20}));
+  EXPECT_TRUE(Write(handle, "hello", written));
+  EXPECT_EQ(written, 2u);
+
+  CommStatus status;
+  line.counts.frame = line.counts.overrun = line.counts.brk = 4;
+  for (const std::uint32_t expected : {2u | 8u | 16u, 0u}) {
+    EXPECT_TRUE(driver_.ClearError(handle, errors, status));
+    EXPECT_EQ(errors, expected);
+  }
 }
 
 TEST_F(PosixSerialDriverTest, StateIsTakenStrictly) {
@@ -335,9 +378,7 @@ TEST_F(PosixSerialDriverTest, StateIsTakenStrictly) {
     DeviceControlBlock got;
     EXPECT_TRUE(driver_.SetState(handle, {baud, 'N', 8, 1, baud > 9600, Xon, Xoff})) << baud;
     EXPECT_TRUE(driver_.GetState(handle, got));
-    EXPECT_EQ(got.BaudRate, baud);
-    EXPECT_EQ(got.fOutX, baud > 9600);
-    EXPECT_EQ(got.ByteSize, 8);
+    EXPECT_TRUE(got.BaudRate == baud && got.fOutX == (baud > 9600) && got.ByteSize == 8) << baud;
   }
   // No pseudo-terminal has parity or seven bits, so these are wrong here as well.
   for (const DeviceControlBlock& wrong :
@@ -363,42 +404,20 @@ TEST_F(PosixSerialDriverTest, UnknownHandlesTouchNothing) {
   }
 }
 
-TEST_F(PosixSerialDriverTest, ErrorTextsAreShort) {
-  names_.Assign("COM1", "/nowhere/" + std::string(300, 'x'));
-  driver_.Open("COM1");
-  EXPECT_EQ(driver_.ErrorText(ENAMETOOLONG), "File name too long");
-  names_.Assign("COM1", "/" + std::string(200, 'x'));
-  driver_.Open("COM1");
-  EXPECT_LT(driver_.ErrorText(ENOENT).size(), 250u);
-  EXPECT_EQ(driver_.ErrorText(4711), "Unknown error 4711");
-}
-
 TEST(ParseSettings, TakesTheFourSettingsAndNothingElse) {
+  const std::string good = "baud=19200 parity=N data=8 stop=1";
   DeviceControlBlock dcb{4800, 'O', 6, 2, true, 1, 2};
-  for (const char* settings : {"",
-                               "baud=19200 parity=N data=8",
-                               "baud=19200 parity=N data=8 stop=1 stop=1",
-                               "baud=19200 parity=N data=8 stop=1 to=on",
-                               "baud=19200  parity=N data=8 stop=1",
-                               " baud=19200 parity=N data=8 stop=1",
-                               "baud=19200 parity=N data=8 stop=1 ",
-                               "baud=19200,parity=N,data=8,stop=1",
-                               "baud= parity=N data=8 stop=1",
-                               "baud=0 parity=N data=8 stop=1",
-                               "baud=-1 parity=N data=8 stop=1",
-                               "baud=+1 parity=N data=8 stop=1",
-                               "baud=9600.0 parity=N data=8 stop=1",
-                               "baud=99999999999 parity=N data=8 stop=1",
-                               "BAUD=9600 parity=N data=8 stop=1",
-                               "baud=9600 parity=n data=8 stop=1",
-                               "baud=9600 parity=M data=8 stop=1",
-                               "baud=9600 parity=N data=9 stop=1",
-                               "baud=9600 parity=N data=8 stop=1.5",
-                               "baud=9600 parity=N data=8 stop=0"}) {
+  for (const std::string row :
+       {" stop=1|", " stop=1| stop=1 stop=1", " stop=1| stop=1 to=on", " stop=1| stop=1 ", "stop=1|stop=1.5",
+        "stop=1|stop=0", " parity|  parity", " parity|,parity", "baud| baud", "baud|BAUD", "19200|", "19200|0",
+        "19200|-1", "19200|+1", "19200|9600.0", "19200|99999999999", "N|n", "N|M", "data=8|data=9"}) {
+    const std::string part = row.substr(0, row.find('|'));
+    const std::string settings = std::string(good).replace(good.find(part), part.size(), row.substr(part.size() + 1));
     EXPECT_FALSE(ParseSettings(settings, dcb)) << settings;
     EXPECT_EQ(dcb.BaudRate, 4800) << settings;
   }
-  EXPECT_TRUE(ParseSettings("baud=19200 parity=N data=8 stop=1", dcb));
+  EXPECT_FALSE(ParseSettings("", dcb));
+  EXPECT_TRUE(ParseSettings(good, dcb));
   EXPECT_TRUE(dcb.BaudRate == 19200 && dcb.Parity == 'N' && dcb.ByteSize == 8 && dcb.StopBits == 1);
   EXPECT_TRUE(ParseSettings("stop=2 data=7 parity=E baud=300", dcb));
   EXPECT_TRUE(dcb.BaudRate == 300 && dcb.Parity == 'E' && dcb.ByteSize == 7 && dcb.StopBits == 2);
