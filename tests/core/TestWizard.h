@@ -8,7 +8,6 @@
 #include "core/ConfigMod.h"
 #include "core/Convert.h"
 #include "core/DownloadProgress.h"
-#include "core/OpenSave.h"
 #include "shell/Products.h"
 #include "support/Harness.h"
 
@@ -16,7 +15,6 @@ namespace vk32 {
 
 using Note = std::function<void(const std::string&)>;
 
-/// Its record is register 0.
 class TestWizard : public ConfigurationForm {
  public:
   TestWizard(App& app_, Note note_)
@@ -27,29 +25,18 @@ class TestWizard : public ConfigurationForm {
   }
   void Parameter_Setup_VK() override { note("setup VK"); }
   void Parameter_Setup_RB() override { note("setup RB"); }
-  std::string ModelTag() const override { return "Tag"; }
+  std::string ModelTag() const override { return {}; }
 
  private:
-  void Record(RecordFile& file, std::string& product, std::string& modelTag) override {
-    file.Text(product);
-    file.EndLine();
-    file.Text(modelTag);
-    file.EndLine();
-    file.Byte(app.globals.RegisterHigh[0]);
-    file.Byte(app.globals.RegisterLow[0]);
-    file.EndLine();
-  }
+  void Record(RecordFile&, std::string&, std::string&) override {}
   void Result(bool result) { note(result ? "True" : "False"); }
   void NoteRegisters() { note("registers " + ToHex(app.globals.RegistersToString(0, 2))); }
-  std::string Product() const { return app.globals.CurrentProduct; }
 
   App& app;
   const Note note;
 
  public:
   // clang-format off
-  CommandButton SaveCmd   {*this, "SaveCmd",   {}, "", [this] { Result(SaveConfigFile(app, *this, Product(), "Tag")); }};
-  CommandButton OpenCmd   {*this, "OpenCmd",   {}, "", [this] { Result(OpenConfigFile(app, *this, Product(), "Tag")); }};
   CommandButton SendImageCmd  {*this, "SendImageCmd",  {}, "", [this] { Result(DownloadImage(app, *this)); }};
   CommandButton SendBlocksCmd {*this, "SendBlocksCmd", {}, "", [this] { Result(DownloadBlocks(app, *this)); }};
   CommandButton ReadImageCmd  {*this, "ReadImageCmd",  {}, "", [this] { UploadImage(app, *this); NoteRegisters(); }};
@@ -57,7 +44,6 @@ class TestWizard : public ConfigurationForm {
   CommandButton RebootCmd {*this, "RebootCmd", {}, "", [this] { SendReboot(app); Result(true); }};
   CommandButton LeaveCmd  {*this, "LeaveCmd",  {}, "", [this] { UnloadMe(); }};
   Timer         TimeOutTmr{*this, "TimeOutTmr", 5000, true, [this] { app.globals.TimeOutFlag = FlagTrue; }};
-  FileDialog    OpenSaveConfigDialog{*this, "OpenSaveConfigDialog"};
   // clang-format on
 };
 

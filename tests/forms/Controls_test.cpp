@@ -21,9 +21,8 @@ class ControlsTest : public testing::Test {
   void Check(const std::vector<const PropertyBase*>& properties, const std::vector<Step>& steps) {
     for (const Step& step : steps) {
       const int fault = FaultOf(step.act);
-      std::string outcome = form.TakeLog() + (fault ? "fault " + std::to_string(fault) : "");
-      for (const PropertyBase* property : properties) outcome += "|" + property->AsText();
-      EXPECT_EQ(outcome, step.outcome) << "step " << &step - steps.data();
+      const std::string told = form.TakeLog() + (fault ? "fault " + std::to_string(fault) : "");
+      EXPECT_EQ(told + Seen(properties), step.outcome) << "step " << &step - steps.data();
     }
   }
 

@@ -4,6 +4,7 @@
 #include <memory>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "forms/ControlArray.h"
 #include "forms/Forms.h"
@@ -143,5 +144,12 @@ class EveryControl : public Form {
   FileDialog    FileDlg     {*this, "FileDlg"};
   // clang-format on
 };
+
+/// The properties as texts, each behind a bar.
+inline std::string Seen(const std::vector<const PropertyBase*>& properties) {
+  std::string seen;
+  for (const PropertyBase* property : properties) seen += "|" + property->AsText();
+  return seen;
+}
 
 }  // namespace vk32
