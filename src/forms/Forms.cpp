@@ -13,8 +13,6 @@ Forms::Forms(EventLoop& loop, Screen& screen) : dispatcher(loop, screen), screen
 
 void Forms::Register(const std::string& name, Factory factory) { factories_[name] = std::move(factory); }
 
-bool Forms::IsRegistered(std::string_view name) const { return factories_.find(name) != factories_.end(); }
-
 std::vector<std::string> Forms::Names() const {
   std::vector<std::string> names;
   for (const auto& [name, factory] : factories_) names.push_back(name);

@@ -22,7 +22,6 @@ class Forms {
   ~Forms() { UnloadAll(); }
 
   void Register(const std::string& name, Factory factory);
-  bool IsRegistered(std::string_view name) const;
   std::vector<std::string> Names() const;
 
   /// Runs the load handler, unless the form is loaded already. Fault 5 for a name that nobody registered.

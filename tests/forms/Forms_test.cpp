@@ -6,7 +6,8 @@
 #include <new>
 #include <stdexcept>
 
-#include "forms/TestForm.h"
+#include "forms/FaultOf.h"
+#include "support/EveryControl.h"
 #include "support/VirtualEventLoop.h"
 
 namespace vk32 {
@@ -17,19 +18,14 @@ using namespace std::chrono_literals;
 /// Notes what the screen is told.
 class RecordingScreen : public Screen {
  public:
-  /// Before the load handler has run.
-  void FormLoaded(Form& form) override { Note("loaded ", form.Name() + dynamic_cast<TestForm&>(form).log); }
+  void FormLoaded(Form& form) override {
+    Note("loaded ", form.Name() + dynamic_cast<EveryControl&>(form).TakeLog());  // before its load handler has run
+  }
   void FormShown(Form& form) override { Note("shown ", form.Name()); }
   void FormHidden(Form& form) override { Note("hidden ", form.Name()); }
   void FormUnloaded(Form& form) override { Note("unloaded ", form.Name()); }
-  Answer Ask(const MessageBoxRequest&) override {
-    whileAsking();
-    return Answer::OK;
-  }
-  std::optional<std::string> AskFile(const FileDialogRequest&) override {
-    whileAsking();
-    return std::nullopt;
-  }
+  Answer Ask(const MessageBoxRequest&) override { return whileAsking(), Answer::OK; }
+  std::optional<std::string> AskFile(const FileDialogRequest&) override { return whileAsking(), std::nullopt; }
   void OpenWebSite(const std::string&) override {}
   void ProgramFaulted(int number, const std::string& words) override {
     Note("fault ", std::to_string(number) + " " + words);
@@ -48,17 +44,17 @@ class Program {
  public:
   Program() {
     for (const char* name : {"A", "B"}) {
-      forms.Register(name, [this, name] { return std::make_shared<TestForm>(forms, name); });
+      forms.Register(name, [this, name] { return std::make_shared<EveryControl>(forms, name); });
     }
     forms.dispatcher.AtEnd([this] { screen.Note("ports closed", ""); });
   }
 
-  TestForm& Show(const char* name) { return dynamic_cast<TestForm&>(forms.Show(name)); }
+  EveryControl& Show(const char* name) { return dynamic_cast<EveryControl&>(forms.Show(name)); }
   /// Shows a form with a button that does this, and clicks it. Returns what the screen is told of it.
   std::string Click(const char* name, const std::function<void()>& act) {
-    TestForm& form = Show(name);
-    form.onNext = act;
-    screen.log.clear();
+    EveryControl& form = Show(name);
+    form.NextCmd.OnClick = Handler([&] { act(); });
+    screen.TakeLog();
     form.NextCmd.Click();
     return screen.TakeLog();
   }
@@ -75,17 +71,16 @@ TEST(Forms, AFormIsLoadedOnceAndShownOnTop) {
   EXPECT_EQ(p.screen.TakeLog(), "loaded A\n");
   EXPECT_EQ(&p.Show("A"), &a);
   p.Show("B");
-  EXPECT_EQ(dynamic_cast<TestForm&>(a).log, "load ");
   EXPECT_EQ(p.screen.TakeLog(), "shown A\nloaded B\nshown B\n");
   EXPECT_STREQ(p.forms.Loaded().back()->Name(), "B");
-  a.Visible = true;
+  EXPECT_EQ(p.Show("A").TakeLog(), "load ");
   EXPECT_STREQ(p.forms.Loaded().back()->Name(), "A");
   a.Visible = false;
   p.forms.Unload("A");
   p.forms.Unload("A");
   EXPECT_EQ(p.screen.TakeLog(), "shown A\nhidden A\nunloaded A\n");
   EXPECT_EQ(p.forms.Find("A"), nullptr);
-  EXPECT_EQ(p.Show("A").log, "load ");  // a new one
+  EXPECT_EQ(p.Show("A").TakeLog(), "load ");  // a new one
 }
 
 TEST(Forms, AFormThatIsUnloadedInsideItsHandlerLivesUntilThatReturns) {
@@ -94,7 +89,7 @@ TEST(Forms, AFormThatIsUnloadedInsideItsHandlerLivesUntilThatReturns) {
   const std::weak_ptr<Form> form = p.forms.Loaded().front();
   const std::string told = p.Click("A", [&] {
     Form& self = *form.lock();
-    p.forms.Unload(self);
+    p.forms.Unload(self), p.forms.Unload(self);
     self.Visible = true;  // shows nothing any more
     EXPECT_EQ(p.screen.TakeLog(), "unloaded A\n");
     EXPECT_EQ(p.forms.Find("A"), nullptr);
@@ -106,27 +101,19 @@ TEST(Forms, AFormThatIsUnloadedInsideItsHandlerLivesUntilThatReturns) {
   EXPECT_TRUE(form.expired());
 }
 
-TEST(Forms, WhatIsNotThereIsNamed) {
+TEST(Forms, WhatIsNotThereFaults) {
   Program p;
-  TestForm& form = p.Show("A");
-  const std::pair<std::function<void()>, std::string> rows[] = {
-      {[&] { p.forms.Load("Nowhere"); }, "5 There is no form Nowhere"},
-      {[&] { form.Get<TextBox>("Nothing"); }, "5 A has no such control: Nothing"},
-      {[&] { form.Get<Label>("KeyTxt"); }, "5 A has no such control: KeyTxt"},  // of another kind
-      {[&] { form.Get<Label>("RowLbl"); }, "5 A has no such control: RowLbl"},  // of an array
-      {[&] { form.Get<Label>("RowLbl", 5); }, "5 A has no such control: RowLbl"},
-      {[&] { form.RowLbl[1].Visible = true; }, "9 Subscript out of range"},
-      {[&] { form.RowLbl[5].Visible = true; }, "9 Subscript out of range"}};
-  for (const auto& [look, told] : rows) {
-    try {
-      look();
-      ADD_FAILURE() << told;
-    } catch (const RuntimeFault& fault) {
-      EXPECT_EQ(std::to_string(fault.Code()) + " " + fault.Description(), told);
-    }
+  EveryControl& form = p.Show("A");
+  const std::pair<int, std::vector<std::function<void()>>> rows[] = {
+      {5,
+       {[&] { p.forms.Load("Nowhere"); }, [&] { form.Get<TextBox>("Nothing"); }, [&] { form.Get<Label>("NameTxt"); },
+        [&] { form.Get<TextBox>("RowTxt"); }, [&] { form.Get<TextBox>("RowTxt", 5); }}},
+      {9, {[&] { form.RowTxt[1].Visible = true; }, [&] { form.RowTxt[5].Visible = true; }}}};
+  for (const auto& [fault, looks] : rows) {
+    for (const auto& look : looks) EXPECT_EQ(FaultOf(look), fault) << &look - &looks[0];
   }
-  EXPECT_EQ(&form.Get<Label>("RowLbl", 4), &form.RowLbl[4]);
-  EXPECT_EQ(form.RowLbl[4].FullName(), "RowLbl(4)");
+  EXPECT_EQ(&form.Get<TextBox>("RowTxt", 4), &form.RowTxt[4]);
+  EXPECT_EQ(form.RowTxt[2].FullName(), "RowTxt(2)");
 }
 
 TEST(Dispatcher, AFaultThatNobodyCaughtIsToldAndEndsTheProgram) {
@@ -137,21 +124,21 @@ TEST(Dispatcher, AFaultThatNobodyCaughtIsToldAndEndsTheProgram) {
       {[] { throw std::runtime_error("Surprise."); }, "fault 5 Surprise.\n"}};
   for (const auto& [act, told] : rows) {
     Program p;
-    TestForm& form = p.Show("A");
-    form.onTick = [] { ADD_FAILURE() << "a tick got through"; };
+    EveryControl& form = p.Show("A");
     form.TickTmr.Enabled = true;
     EXPECT_EQ(p.Click("A", act), "ports closed\n" + told + "ended\n");
     form.TakeLog();
-    form.NextCmd.Click();  // nothing gets through any more
+    form.AddCmd.Click();  // nothing gets through any more, no tick either
     p.loop.Wait(-1);
     p.loop.RunDue();
-    EXPECT_EQ(form.log + p.screen.log, "") << told;
+    EXPECT_EQ(form.TakeLog() + p.screen.log, "") << told;
   }
 }
 
 TEST(Dispatcher, TheEndUnwindsWhateverWaitsAndNoTrapHoldsItUp) {
   using Act = std::function<void(Program&)>;
   const Act waits[] = {[](Program& p) { p.forms.dispatcher.Idle(-1), p.forms.dispatcher.DoEvents(); },
+                       [](Program& p) { p.screen.whileAsking(), p.forms.dispatcher.Idle(-1); },
                        [](Program& p) { p.forms.MsgBox("", MessageIcon::None); },
                        [](Program& p) { p.forms.AskYesNo("", false); }, [](Program& p) { p.forms.AskFile({}); }};
   const std::pair<Act, std::string> ends[] = {{[](Program& p) { p.forms.dispatcher.End(); }, "ports closed\nended\n"},
@@ -160,8 +147,8 @@ TEST(Dispatcher, TheEndUnwindsWhateverWaitsAndNoTrapHoldsItUp) {
   for (const Act& wait : waits) {
     for (const auto& [end, told] : ends) {
       Program p;
-      TestForm& b = p.Show("B");
-      b.onNext = [&p, &act = end] { act(p); };
+      EveryControl& b = p.Show("B");
+      b.NextCmd.OnClick = Handler([&p, &act = end] { act(p); });
       p.screen.whileAsking = [&] { b.NextCmd.Click(); };
       p.loop.StartTimer(100ms, p.screen.whileAsking);
       bool unwound = false;
@@ -182,9 +169,9 @@ TEST(Dispatcher, TheEndUnwindsWhateverWaitsAndNoTrapHoldsItUp) {
 
 TEST(Dispatcher, TheProgramEndsWhenTheLastWindowHasGone) {
   Program p;
-  TestForm& a = p.Show("A");
+  EveryControl& a = p.Show("A");
   p.Show("B");
-  p.screen.log.clear();
+  p.screen.TakeLog();
   a.CloseEnabled = false;
   a.UserCloses();
   EXPECT_EQ(p.screen.TakeLog(), "");
@@ -197,12 +184,10 @@ TEST(Dispatcher, TheProgramEndsWhenTheLastWindowHasGone) {
 
   Program other;  // one that goes from window to window by itself
   const auto goOn = [&] {
-    TestForm& b = other.Show("B");
-    b.onNext = [&] { other.forms.Unload("A"), other.forms.Unload("B"); };
-    b.NextCmd.Click();
+    other.Click("B", [&] { other.forms.Unload("A"), other.forms.Unload("B"); });
     other.Show("B");
   };
-  EXPECT_EQ(other.Click("A", goOn), "loaded B\nshown B\nunloaded A\nunloaded B\nloaded B\nshown B\n");
+  EXPECT_EQ(other.Click("A", goOn), "loaded B\nshown B\n");
   EXPECT_EQ(other.Click("B", [&] { other.Show("B").Visible = false; }), "shown B\nhidden B\nports closed\nended\n");
 }
 

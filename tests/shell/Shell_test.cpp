@@ -2,210 +2,202 @@
 #include <gtest/gtest.h>
 
 #include "shell/Subs.h"
+#include "shell/WizardPages.h"
+#include "shell/modCloseBtn.h"
+#include "support/EveryControl.h"
 #include "support/Harness.h"
 
 namespace vk32 {
 namespace {
 
-using namespace std::chrono_literals;
-
-TEST(Splash, LeavesByItsTimerOrByAClick) {
-  Harness byTimer;
-  EXPECT_EQ(byTimer.Do("forms"), "form MainMenu hidden\nform Splash visible\n");
-  EXPECT_EQ(byTimer.Get("Splash.VersionLbl.Caption"), "Version  1.8.11");
-  byTimer.Do("wait 1799");
-  EXPECT_EQ(byTimer.Do("forms"), "form MainMenu hidden\nform Splash visible\n");
-  byTimer.Do("wait 1");
-  EXPECT_EQ(byTimer.Do("forms"), "form MainMenu visible\n");
-
-  Harness byClick;
-  byClick.Do("click Splash");
-  EXPECT_EQ(byClick.Do("forms"), "form MainMenu visible\n");
-  byClick.Do("click MainMenu.RB2000Cmd\nwait 4000");
+TEST(Splash, LeavesByItsTimerByAClickOrByItsWindow) {
+  Harness byTimer, byClick, byWindow;
+  const std::string both = "form MainMenu hidden\nform Splash visible\n", menu = "form MainMenu visible\n";
+  EXPECT_EQ(byTimer.Do("forms\nwait 1799\nforms\nwait 1\nforms"), both + both + menu);
+  byClick.Do("click Splash\nclick MainMenu.RB2000Cmd\nwait 4000");
   EXPECT_EQ(byClick.Do("forms"), "form ProductMenu visible\n");  // the timer does nothing afterwards
+  EXPECT_EQ(byWindow.Get("Splash.VersionLbl.Caption"), "Version  1.8.11");
+  byWindow.app.forms.Find("Splash")->UserCloses();
+  EXPECT_EQ(byWindow.Do("forms"), menu);
 }
 
 /// The names of the buttons of a form that can be seen, with their tops.
 std::string ShownButtons(Harness& h, const std::string& form) {
   std::string shown;
   for (const Control* control : h.app.forms.Find(form)->Controls()) {
-    if (control->GetKind() == Control::Kind::ImageButton && control->Shown()) {
-      shown += std::string(control->Name()) + " " + std::to_string(control->Top) + "\n";
-    }
+    if (control->GetKind() != Control::Kind::ImageButton || !control->Shown()) continue;
+    shown += std::string(control->Name()) + " " + std::to_string(control->Top) + " ";
   }
   return shown;
 }
 
 TEST(MainMenu, ShowsProductsOrModels) {
   const std::string products =
-      "VK5300Cmd 2520\nVKRTXCmd 3120\nRB3000Cmd 3720\nRB2000Cmd 4320\nRBCardCmd 4920\nAboutCmd 5925\nExitCmd 5925\n";
-  Harness h;
-  h.Do("click Splash");
-  EXPECT_EQ(h.Get("MainMenu.Caption"), "VK32 Confguration Software");
-  EXPECT_EQ(ShownButtons(h, "MainMenu"), products);
-  h.Do("click MainMenu.VKRTXCmd");
-  EXPECT_EQ(ShownButtons(h, "MainMenu"),
-            "ABEthAsciiDf1ModelCmd 2520\nABEthModbusModelCmd 3120\nReturnCmd 5925\nExitCmd 5925\n");
-  EXPECT_EQ(h.Get("MainMenu.ProductModelLbl.Caption"), "Models");
-  EXPECT_EQ(h.Get("MainMenu.SelectLbl.Caption"), "Select a model from the menu on the left.");
-  h.Do("click MainMenu.ReturnCmd");
-  EXPECT_EQ(ShownButtons(h, "MainMenu"), products);
-  EXPECT_EQ(h.Get("MainMenu.ProductModelLbl.Caption"), "Products");
-
+      "VK5300Cmd 2520 VKRTXCmd 3120 RB3000Cmd 3720 RB2000Cmd 4320 RBCardCmd 4920 AboutCmd 5925 ExitCmd 5925 ";
+  const std::string models = "ABEthAsciiDf1ModelCmd 2520 ABEthModbusModelCmd 3120 ReturnCmd 5925 ExitCmd 5925 ";
   // Loaded again it starts with the products, whatever the last choice was.
-  h.Do("click MainMenu.VKRTXCmd\nclick MainMenu.ABEthModbusModelCmd\nclick ProductMenu.ReturnCmd");
-  EXPECT_EQ(ShownButtons(h, "MainMenu"), products);
-}
-
-TEST(MainMenu, AChoiceFillsTheSharedVariables) {
-  struct Row {
-    const char *clicks, *product, *model, *baudRate, *leds;
-    std::vector<std::int16_t> blocks;
-  };
-  const char* const rb = "     CHA:  Red\r\n     CHB:  Green\r\n     CHC:  Red\r\n     Power:  Green";
-  const char* const rtx = "     CHA:  Off\r\n     CHB:  Off\r\n     Diagnostic:  Flashing Green\r\n     Power:  Green";
-  const Row rows[] = {
-      {"click MainMenu.RB2000Cmd", "RB2000", "", "9600", rb, {}},
-      {"click MainMenu.RB3000Cmd", "RB3000", "", "19200", rb, {}},
-      {"click MainMenu.RBCardCmd",
-       "RBCard",
-       "",
-       "19200",
-       "     Status:  Red\r\n     Net:      Off\r\n     Bus:      Green",
-       {}},
-      {"click MainMenu.VK5300Cmd",
-       "VK5300",
-       "",
-       "19200",
-       "     Net Status:  Off\r\n     DH Network:  Off\r\n     Mod Status:  Flashing Green",
-       {1, 3}},
-      {"click MainMenu.VKRTXCmd\nclick MainMenu.ABEthAsciiDf1ModelCmd",
-       "VK-RTX",
-       "AB Ethernet, ASCII, DF1",
-       "19200",
-       rtx,
-       {12, 1, 2, 3, 4, 5, 10, 50, 51, 100, 101, 102, 103}},
-      {"click MainMenu.VKRTXCmd\nclick MainMenu.ABEthModbusModelCmd",
-       "VK-RTX",
-       "AB Ethernet, Modbus",
-       "19200",
-       rtx,
-       {25, 1, 2, 3, 4, 20, 21, 22, 23, 24, 25, 26, 30, 31, 32, 33, 34, 35, 36, 37, 38, 39, 40, 41, 42, 43}},
-  };
-  for (const Row& row : rows) {
-    Harness h;
-    h.Do("click Splash");
-    h.Do(row.clicks);
-    EXPECT_EQ(h.Do("forms"), "form ProductMenu visible\n") << row.product;
-    EXPECT_EQ(h.app.globals.CurrentProduct, row.product);
-    EXPECT_EQ(h.app.globals.CurrentModel, row.model);
-    EXPECT_EQ(h.app.globals.BaudRate, row.baudRate) << row.product;
-    EXPECT_EQ(h.app.globals.LEDPatternText, row.leds) << row.product;
-    EXPECT_EQ(h.app.globals.BlockList, row.blocks) << row.product;
+  const std::pair<const char*, std::string> rows[] = {
+      {"click Splash", products + "Products Select a product from the menu on the left."},
+      {"click MainMenu.VKRTXCmd", models + "Models Select a model from the menu on the left."},
+      {"click MainMenu.ReturnCmd", products + "Products Select a product from the menu on the left."},
+      {"click MainMenu.VKRTXCmd\nclick MainMenu.ABEthModbusModelCmd\nclick ProductMenu.ReturnCmd",
+       products + "Products Select a product from the menu on the left."}};
+  Harness h;
+  for (const auto& [clicks, shown] : rows) {
+    h.Do(clicks);
+    EXPECT_EQ(ShownButtons(h, "MainMenu") + h.Get("MainMenu.ProductModelLbl.Caption") + " " +
+                  h.Get("MainMenu.SelectLbl.Caption"),
+              shown);
   }
 }
 
-TEST(MainMenu, LinkAndButtonsShowThatTheyArePressed) {
-  Harness h;
-  h.Do("click Splash");
-  h.Do("down MainMenu.WebsiteLbl");
-  EXPECT_EQ(h.Get("MainMenu.WebsiteLbl.ForeColor"), "2368684");
-  EXPECT_EQ(h.Do("up MainMenu.WebsiteLbl"), "");
-  EXPECT_EQ(h.Get("MainMenu.WebsiteLbl.ForeColor"), "8621446");
-  EXPECT_EQ(h.Do("click MainMenu.WebsiteLbl"), "web \"https://www.norvanta.example/\"\n");
-  h.Do("down MainMenu.RB2000Cmd");
-  EXPECT_EQ(h.Get("MainMenu.RB2000Cmd.Picture"), "138");
-  h.Do("up MainMenu.RB2000Cmd");  // let go outside: no click
-  EXPECT_EQ(h.Get("MainMenu.RB2000Cmd.Picture"), "137");
-  EXPECT_EQ(h.Do("forms"), "form MainMenu visible\n");
-
-  h.Do("click MainMenu.AboutCmd");
-  EXPECT_EQ(h.Do("forms"), "form MainMenu visible\nform About visible\n");
-  h.Do("down About.WebsiteLbl\nup About.WebsiteLbl");
-  EXPECT_EQ(h.Get("About.WebsiteLbl.ForeColor"), "503197");
-  h.Do("click About.CloseCmd");
-  EXPECT_EQ(h.Do("forms\nclick MainMenu.ExitCmd"), "form MainMenu visible\nended\n");
-}
-
-TEST(ProductMenu, OffersTheToolsOfTheProduct) {
-  const std::string always = "ReturnCmd 5925\nExitCmd 5925\n";
+TEST(MainMenu, AChoiceFillsTheSharedVariablesAndOffersTheProductsTools) {
+  const char *const rb = "CHA:  Red|CHB:  Green|CHC:  Red|Power:  Green",
+                    *const rtx = "CHA:  Off|CHB:  Off|Diagnostic:  Flashing Green|Power:  Green";
+  const char *const plain = "ConfigureCmd 3000 OfflineCmd 3600 ",
+                    *const upgrade = "ConfigureCmd 3000 UpgradeCmd 3600 OfflineCmd 4800 ";
   const struct {
-    const char *clicks, *tools;
-  } rows[] = {
-      {"click MainMenu.RB2000Cmd", "ConfigureCmd 3000\nOfflineCmd 3600\n"},
-      {"click MainMenu.RB3000Cmd", "ConfigureCmd 3000\nOfflineCmd 3600\n"},
-      {"click MainMenu.RBCardCmd", "ConfigureCmd 3000\nOfflineCmd 3600\n"},
-      {"click MainMenu.VK5300Cmd", "ConfigureCmd 3000\nDeviceInfoCmd 3600\nOfflineCmd 4200\n"},
-      {"click MainMenu.VKRTXCmd\nclick MainMenu.ABEthModbusModelCmd",
-       "ConfigureCmd 3000\nUpgradeCmd 3600\nOfflineCmd 4800\n"},
-  };
+    const char *clicks, *chosen, *leds, *tools, *blocks;
+  } rows[] = {{"RB2000Cmd", "RB2000//9600", rb, plain, ""},
+              {"RB3000Cmd", "RB3000//19200", rb, plain, ""},
+              {"RBCardCmd", "RBCard//19200", "Status:  Red|Net:      Off|Bus:      Green", plain, ""},
+              {"VK5300Cmd", "VK5300//19200", "Net Status:  Off|DH Network:  Off|Mod Status:  Flashing Green",
+               "ConfigureCmd 3000 DeviceInfoCmd 3600 OfflineCmd 4200 ", " 1 3"},
+              {"VKRTXCmd\nclick MainMenu.ABEthAsciiDf1ModelCmd", "VK-RTX/AB Ethernet, ASCII, DF1/19200", rtx, upgrade,
+               " 12 1 2 3 4 5 10 50 51 100 101 102 103"},
+              {"VKRTXCmd\nclick MainMenu.ABEthModbusModelCmd", "VK-RTX/AB Ethernet, Modbus/19200", rtx, upgrade,
+               " 25 1 2 3 4 20 21 22 23 24 25 26 30 31 32 33 34 35 36 37 38 39 40 41 42 43"}};
   for (const auto& row : rows) {
     Harness h;
-    h.Do("click Splash");
-    h.Do(row.clicks);
-    EXPECT_EQ(ShownButtons(h, "ProductMenu"), row.tools + always) << row.clicks;
+    h.GoTo(row.clicks);
+    const Globals& globals = h.app.globals;
+    EXPECT_EQ(globals.CurrentProduct + "/" + globals.CurrentModel + "/" + globals.BaudRate, row.chosen);
+    std::string leds, blocks;
+    for (const std::string& line : Split(row.leds, '|')) leds += (leds.empty() ? "     " : "\r\n     ") + line;
+    for (const auto block : globals.BlockList) blocks += " " + std::to_string(block);
+    EXPECT_EQ(globals.LEDPatternText + blocks, leds + row.blocks);
+    EXPECT_EQ(ShownButtons(h, "ProductMenu"), std::string(row.tools) + "ReturnCmd 5925 ExitCmd 5925 ");
+    EXPECT_EQ(h.Get("ProductMenu.Caption"), globals.CurrentProduct + " Main Menu");
+    EXPECT_EQ(h.Get("ProductMenu.DescLbl.Caption"),
+              "Select the COM Port that will be used to communicate with the " + globals.CurrentProduct + ".");
+  }
+}
+
+TEST(MainMenu, TheLinkShowsThatItIsPressed) {
+  Harness h;
+  h.Do("click Splash\nclick MainMenu.AboutCmd\nclick MainMenu.AboutCmd");
+  EXPECT_EQ(h.Do("forms"), "form MainMenu visible\nform About visible\n");
+  for (const auto& [link, atRest] :
+       {std::pair<std::string, const char*>{"MainMenu.WebsiteLbl", "8621446"}, {"About.WebsiteLbl", "503197"}}) {
+    h.Do("down " + link);
+    EXPECT_EQ(h.Get(link + ".ForeColor"), "2368684");
+    EXPECT_EQ(h.Do("up " + link), "");
+    EXPECT_EQ(h.Get(link + ".ForeColor"), atRest);
+    EXPECT_EQ(h.Do("click " + link), "web \"https://www.norvanta.example/\"\n");
+  }
+  EXPECT_EQ(h.Do("click About.CloseCmd\nforms\nclick MainMenu.ExitCmd"), "form MainMenu visible\nended\n");
+}
+
+TEST(ProductMenu, AToolThatIsOpenComesInFrontAndAWizardGoesWithItsProduct) {
+  const std::string vk5300 = "VK5300Cmd", modbus = "VKRTXCmd\nclick MainMenu.ABEthModbusModelCmd";
+  const std::string df1 = "VKRTXCmd\nclick MainMenu.ABEthAsciiDf1ModelCmd";
+  const struct {
+    std::string product;
+    std::vector<const char*> tools;
+    std::vector<std::pair<std::string, bool>> next;  // and whether the wizard stays
+  } rows[] = {{vk5300,
+               {"ConfigureCmd Configuration_VK5300", "DeviceInfoCmd DeviceInfo", "OfflineCmd OfflineMngr"},
+               {{vk5300, true}, {modbus, false}}},
+              {modbus,
+               {"ConfigureCmd Configuration_VKRTX", "UpgradeCmd Firmware", "OfflineCmd OfflineMngr"},
+               {{"VKRTXCmd", true}, {modbus, true}, {df1, false}}}};
+  for (const auto& row : rows) {
+    GatewayDevice device{"VK5300"};
+    Harness h;
+    h.GoTo(row.product, &device);
+    for (int time = 0; time < 2; ++time) {
+      for (const char* tool : row.tools) {
+        const auto names = Split(tool);
+        h.Do("click ProductMenu." + names[0]);
+        EXPECT_EQ(h.app.forms.Loaded().back()->Name(), names[1]) << time;
+        EXPECT_TRUE(h.app.forms.Loaded().back()->Visible) << time;
+      }
+    }
+    EXPECT_EQ(h.app.forms.Loaded().size(), 4u);
+    for (const auto& [next, stays] : row.next) {
+      h.Do("click ProductMenu.ReturnCmd\nclick MainMenu." + next);
+      EXPECT_EQ(h.app.forms.Find(Split(row.tools[0])[1]) != nullptr, stays) << next;
+    }
   }
 }
 
 TEST(ProductMenu, TestsThePortAtTheMomentOfTheChoice) {
   Harness h;
   h.GoTo("RB2000Cmd");
-  EXPECT_EQ(h.Get("ProductMenu.Caption"), "RB2000 Main Menu");
-  EXPECT_EQ(h.Get("ProductMenu.DescLbl.Caption"),
-            "Select the COM Port that will be used to communicate with the RB2000.");
-  EXPECT_EQ(h.Get("ProductMenu.COMCbo.Text"), "None");
-  EXPECT_EQ(h.app.forms.Find("ProductMenu")->Get<ComboBox>("COMCbo").Entries().size(), 33u);
   h.driver.Plug("COM4", nullptr);
-  EXPECT_EQ(h.Do("select ProductMenu.COMCbo COM4"), "");
-  EXPECT_EQ(h.driver.calls.back(), "Close");
-  EXPECT_EQ(h.app.globals.ComPortText, "COM4");
-
-  // Another product shows the last port, with no test.
-  h.driver.calls.clear();
-  h.Do("click ProductMenu.ReturnCmd\nclick MainMenu.RBCardCmd");
-  EXPECT_EQ(h.Get("ProductMenu.COMCbo.Text"), "COM4");
-  EXPECT_TRUE(h.driver.calls.empty());
-
-  h.Do("select ProductMenu.COMCbo None");
-  EXPECT_EQ(h.app.globals.ComPortText, "None");
-  EXPECT_EQ(h.app.globals.ComPortNumber, 4);
-
-  EXPECT_EQ(
-      h.Do("select ProductMenu.COMCbo COM31"),
-      "box information \"INVALID COM PORT!!! Please Select Again.\" \"UNABLE TO OPEN COM PORT,  Error: Error (2): "
-      "CommOpen (CreateFile) - words of 2\" -> OK\n");
-  EXPECT_EQ(h.Get("ProductMenu.COMCbo.Text"), "None");
-  EXPECT_EQ(h.app.globals.ComPortText, "None");
-  EXPECT_EQ(h.app.globals.ComPortNumber, 31);
+  EXPECT_EQ(h.Do("items ProductMenu.COMCbo").substr(0, 23), "item \"None\"\nitem \"COM1\"");
+  /// What the commands print, whether the port was opened, and what is chosen then.
+  const auto after = [&](const std::string& commands) {
+    h.driver.calls.clear();
+    const std::string printed = h.Do(commands),
+                      chosen = h.Get("ProductMenu.COMCbo.Text") + " " + h.app.globals.ComPortText;
+    return printed +
+           (h.driver.calls.empty()             ? ""
+            : h.driver.calls.back() == "Close" ? "closed "
+                                               : "tried ") +
+           chosen + " " + std::to_string(h.app.globals.ComPortNumber);
+  };
+  const std::string box =
+      "box information \"INVALID COM PORT!!! Please Select Again.\" \"UNABLE TO OPEN COM PORT,  Error: Error ";
+  EXPECT_EQ(after("select ProductMenu.COMCbo COM4"), "closed COM4 COM4 4");
+  EXPECT_EQ(after("click ProductMenu.ReturnCmd\nclick MainMenu.RBCardCmd"), "COM4 COM4 4");
+  EXPECT_EQ(after("select ProductMenu.COMCbo None"), "None None 4");
+  EXPECT_EQ(after("select ProductMenu.COMCbo COM32"),
+            box + "(2): CommOpen (CreateFile) - words of 2\" -> OK\ntried None None 32");
+  h.driver.Fail("SetState", 5);  // it opens halfway, and is closed again
+  EXPECT_EQ(after("select ProductMenu.COMCbo COM4"),
+            box + "(5): CommOpen (SetCommState) - words of 5\" -> OK\nclosed None None 4");
 }
 
-TEST(Subs, WizardButtonsFollowThePage) {
-  const struct {
-    int page, last, next;
-    const char* backShown;
-  } rows[] = {{0, 4, 111, "False"}, {1, 4, 111, "True"}, {4, 4, 117, "True"}, {0, 0, 111, "False"}};
+TEST(Subs, ButtonsAndStepsFollowThePage) {
   Harness h;
-  h.GoTo("RB2000Cmd");
-  h.Do("click ProductMenu.ConfigureCmd");
-  for (const auto& row : rows) {
-    UpdateWizardButtons(*h.app.forms.Find("Configuration_RB2000"), row.page, row.last);
-    EXPECT_EQ(h.Get("Configuration_RB2000.NextCmd.Picture"), std::to_string(row.next)) << row.page;
-    EXPECT_EQ(h.Get("Configuration_RB2000.BackCmd.Visible"), row.backShown) << row.page;
+  EveryControl& form = EveryControl::Open(h.app.forms);
+  const std::vector<WizardPage> pages = {{&form.NameLbl, {&form.FirstFrame}},
+                                         {&form.StepLbl, {&form.SecondFrame, &form.HeadFrame}}};
+  const std::pair<int, const char*> rows[] = {{0, "|111|114|False|True|False|720"},  // the way back does not show
+                                              {1, "|111|113|True|False|True|1440"},
+                                              {4, "|117|113|True|False|True|1440"},
+                                              {-1, "|111|113|True|False|True|1440"}};
+  form.BackCmd.Press();
+  for (const auto& [page, shown] : rows) {
+    UpdateWizardButtons(form, page, 4);
+    ShowPageStep(pages, page, form.MarkFrame);
+    ShowPageFrame(pages, page);
+    EXPECT_EQ(Seen({&form.NextCmd.Picture, &form.BackCmd.Picture, &form.BackCmd.Visible, &form.FirstFrame.Visible,
+                    &form.SecondFrame.Visible, &form.MarkFrame.Top}),
+              shown)
+        << page;
   }
+  UpdateWizardButtons(form, 0, 0);
+  EXPECT_EQ(form.NextCmd.Picture, 111);
+  EXPECT_FALSE(form.HeadFrame.Visible);
+  EXPECT_EQ(form.StepLbl.ForeColor, StepCurrent);
+  EXPECT_EQ(form.NameLbl.ForeColor, StepOther);
+  EXPECT_EQ(EnableCloseButton(form, false), 0);
+  EXPECT_FALSE(form.CloseEnabled);
+  EXPECT_EQ(EnableCloseButton(*std::make_shared<EveryControl>(h.app.forms), true), -1);
 }
 
 TEST(Subs, Addresses) {
-  const struct {
-    const char* text;
-    bool strict, loose;
-  } rows[] = {{"0.0.0.0", true, true},      {"255.255.255.255", true, true}, {"256.1.1.1", false, false},
-              {"1.2.3", false, false},      {"1.2.3.x", false, true},        {"", false, false},
-              {"-1.2.3.4", false, false},   {"1.2.3.4.5", true, true},       {"1.2.3.1e2", true, true},
-              {"1.2.3.", false, true},      {"1.2.3.4.5.6", false, true},    {"1..3.4", false, true},
-              {"1.2.3.1e999", false, false}};
-  for (const auto& row : rows) {
-    EXPECT_EQ(ValidateIPAddress(row.text), row.strict ? 0 : 1) << row.text;
-    EXPECT_EQ(IsIPAddress(row.text), row.loose) << row.text;
+  const std::pair<const char*, std::vector<const char*>> rows[] = {
+      {"good", {"0.0.0.0", "255.255.255.255", "1.2.3.4.5", "1.2.3.1e2"}},
+      {"good to the looser check", {"1.2.3.x", "1.2.3.", "1.2.3.4.5.6", "1..3.4"}},
+      {"bad", {"256.1.1.1", "1.2.3", "", "-1.2.3.4", "1.2.3.1e999"}}};
+  for (const auto& [kind, texts] : rows) {
+    for (const std::string text : texts) {
+      const bool good = ValidateIPAddress(text) == 0, loose = IsIPAddress(text);
+      EXPECT_EQ(good ? loose ? "good" : "?" : loose ? "good to the looser check" : "bad", kind) << text;
+    }
   }
   EXPECT_EQ(ByteToHex(10) + ByteToHex(0) + ByteToHex(255), "0A00FF");
 }

@@ -1,0 +1,155 @@
+// A form with controls of every kind, in two pages; it notes which handlers ran, and what they found.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "forms/ControlArray.h"
+#include "forms/Forms.h"
+
+namespace vk32 {
+
+class EveryControl : public Form {
+ public:
+  static constexpr const char* FormName = "Every";
+
+  explicit EveryControl(Forms& forms, const char* name = FormName, FormStyle style_ = FormStyle::Window)
+      : Form(forms, name, "Every control", 12840, 8400, style_) {
+    SecondFrame.Visible = false;
+    OffTxt.Enabled = false;
+    OffTxt.Text = "disabled";
+    GrayTxt.BackColor = 0xE0E0E0;
+    GrayTxt.Text = "automatic";
+    ReadTxt.Locked = true;
+    ReadTxt.Text = "read only";
+    OffOpt.Enabled = false;
+    OtherOpt.Enabled = false;
+    OffCmd.Enabled = false;
+    PortCbo.EntryToolTip = [](const std::string& entry) { return "behind " + entry; };
+    PortCbo.Show("COM2");
+    RowsVScroll.SmallChange = 480;
+    RowsVScroll.LargeChange = 2400;
+    RowsVScroll.Max = 1440;
+    Bar.Value = 38;
+  }
+
+  /// Registers it under its name and shows it.
+  static EveryControl& Open(Forms& forms) {
+    forms.Register(FormName, [&forms] { return std::make_shared<EveryControl>(forms); });
+    auto& form = dynamic_cast<EveryControl&>(forms.Show(FormName));
+    form.TakeLog();
+    return form;
+  }
+
+  /// A word for each handler that ran since the last look, each with a blank behind it; with the value or the text
+  /// that the handler found, if its control has one: "add name:ab flag:1 ". LogLbl shows the same.
+  std::string TakeLog() {
+    std::string log = LogLbl.Caption;
+    LogLbl.Caption = "";
+    return log;
+  }
+  /// A handler that adds a word.
+  Handler Noting(std::string word) {
+    return [this, word = std::move(word)] { Note(word); };
+  }
+
+ private:
+  void Note(const std::string& word) { LogLbl.Caption = LogLbl.Caption.Value() + word + " "; }
+  /// A handler that adds the word and the property.
+  template <class Kind, class Value>
+  Handler Noting(const char* word, Kind& control, Value Kind::*property) {
+    return [=, this, &control] { Note(word + (":" + (control.*property).AsText())); };
+  }
+  void Form_Load() override { Note("load"); }
+  void Form_Click() override { Note("form"); }
+  void Form_MouseMove() override { Note("move"); }
+  void RowTxt_Change(int row) { Note("row" + std::to_string(row) + ":" + RowTxt[row].Text.Value()); }
+  void RowsVScroll_Change() {
+    Note("scroll:" + RowsVScroll.Value.AsText());
+    RowsFrame.Top = -RowsVScroll.Value;
+  }
+  void ShowPage(bool second) {
+    Note(second ? "next" : "back");
+    FirstFrame.Visible = !second;
+    SecondFrame.Visible = second;
+  }
+  template <class T, class... Look>
+  ControlArray<T> Rows(const char* name, int first, int last, int left, int width, Look... look) {
+    return {name, first, last, [=, this](ControlName element, int row) {
+              return std::make_unique<T>(RowsFrame, element, Place{left, 120 + 480 * (row - 1), width, 240}, look...);
+            }};
+  }
+
+ public:
+  // clang-format off
+  Frame         BandFrame   {*this, "BandFrame",   {   0,    0, 12840,  720}, Fill::Band};
+  Label         BandLbl     {*this, "BandLbl",     { 240,  120,  3000,  480}, "Gallery", TextRole::BandName};
+  Label         SiteLbl     {*this, "SiteLbl",     {9600,  195,  3000,  315}, "www.norvanta.example", TextRole::Link,
+                             Noting("site"), {Noting("down"), Noting("up"), Noting("over")}};
+  Frame         SideFrame   {*this, "SideFrame",   {   0,  720, 3840, 7680}, Fill::Side};
+  Frame         SideLine    {*this, "SideLine",    {3825,  720,   15, 7680}, Fill::Hairline};
+  Frame         MarkFrame   {*this, "MarkFrame",   {   0, 1440,   60,  315}, Fill::Accent};
+  Label         StepLbl     {*this, "StepLbl",     { 240, 1440, 3480,  315}, "Welcome / Open Configuration", TextRole::Step};
+  Image         IconImg     {*this, "IconImg",     { 240, 2400,  720,  720}};
+  Label         LogLbl      {*this, "LogLbl",      { 240, 3360, 3480, 4320}, ""};
+
+  Frame         FirstFrame  {*this, "FirstFrame",  {3840, 720, 9000, 6900}};
+  Label         IntroLbl    {FirstFrame, "IntroLbl", {360, 120, 8280, 540},
+                             "Two blanks stay.  A text that is longer than one line wraps at its words, and the second line "
+                             "stands eighteen pixels below the first."};
+  Label         NameLbl     {FirstFrame, "NameLbl",    { 360, 720, 1800, 315}, "Name"};
+  TextBox       NameTxt     {FirstFrame, "NameTxt",    {2280, 720, 2160, 315}, Noting("name", NameTxt, &TextBox::Text)};
+  Label         UnitLbl     {FirstFrame, "UnitLbl",    {4560, 720,  600, 315}, "ms", TextRole::Muted};
+  Label         OffLbl      {FirstFrame, "OffLbl",     { 360, 1080, 1800, 315}, "Off"};
+  TextBox       OffTxt      {FirstFrame, "OffTxt",     {2280, 1080, 2160, 315}};
+  TextBox       GrayTxt     {FirstFrame, "GrayTxt",    {4560, 1080, 2160, 315}};
+  TextBox       ReadTxt     {FirstFrame, "ReadTxt",    {6840, 1080, 1440, 315}};
+  Label         PortLbl     {FirstFrame, "PortLbl",    { 360, 1440, 1800, 315}, "Port"};
+  ComboBox      PortCbo     {FirstFrame, "PortCbo",    {2280, 1440, 1680, 315}, {"None", "COM1", "COM2", "COM3"},
+                             Noting("port", PortCbo, &ComboBox::Text)};
+  ComboBox      FreeCbo     {FirstFrame, "FreeCbo",    {4560, 1440, 1680, 315}, {"9600", "19200", "a \x80"},
+                             Noting("free", FreeCbo, &ComboBox::Text), ComboBox::Style::WithTextPart};
+  CheckBox      FlagChk     {FirstFrame, "FlagChk",    { 360, 1920, 2640, 555}, "Respond to Specific Address",
+                             Noting("flag", FlagChk, &CheckBox::Value)};
+  CheckBox      BareChk     {FirstFrame, "BareChk",    {3360, 1920,  315, 315}, "", Noting("bare", BareChk, &CheckBox::Value)};
+  Label         BareLbl     {FirstFrame, "BareLbl",    {3720, 1920, 3000, 315}, "Beside a bare box", TextRole::Body, Noting("label")};
+  OptionButton  OneOpt      {FirstFrame, "OneOpt",     { 360, 2520, 2160, 315}, "Option one", true, Noting("one")};
+  OptionButton  TwoOpt      {FirstFrame, "TwoOpt",     {2760, 2520, 2160, 315}, "Option two", false, Noting("two")};
+  OptionButton  OffOpt      {FirstFrame, "OffOpt",     {5160, 2520, 2160, 315}, "Option off", false, Noting("off")};
+  Frame         HeadFrame   {FirstFrame, "HeadFrame",  { 360, 2880, 7980, 495}};
+  Label         SlotHeadLbl {HeadFrame,  "SlotHeadLbl",{ 120,    0,  600, 495}, "Slot", TextRole::TableHead};
+  Label         AreaHeadLbl {HeadFrame,  "AreaHeadLbl",{ 840,    0, 1320, 495}, "Destination Range", TextRole::TableHead};
+  Frame         TableFrame  {FirstFrame, "TableFrame", { 360, 3420, 7980, 2400}, Fill::Table};
+  Frame         RowsFrame   {TableFrame, "RowsFrame",  {   0,    0, 7980, 3840}};
+  ControlArray<Label> SlotLbl = Rows<Label>("SlotLbl", 1, 8, 120, 600, "7", TextRole::TableText);
+  ControlArray<Label> AreaLbl = Rows<Label>("AreaLbl", 1, 8, 840, 1320, "a text that its cell can't hold", TextRole::TableText);
+  VScrollBar    RowsVScroll {FirstFrame, "RowsVScroll",{8340, 3420, 300, 2400}, &EveryControl::RowsVScroll_Change};
+  ControlArray<TextBox> RowTxt = Rows<TextBox>("RowTxt", 2, 4, 2400, 1200, &EveryControl::RowTxt_Change);
+  CommandButton AddCmd      {FirstFrame, "AddCmd",     { 360, 6000, 1560, 390}, "Add Route", Noting("add")};
+  CommandButton OffCmd      {FirstFrame, "OffCmd",     {2040, 6000, 1800, 390}, "Delete Route", Noting("never")};
+  ProgressBar   Bar         {FirstFrame, "Bar",        {3960, 6045, 4680, 315}};
+
+  Frame         SecondFrame {*this, "SecondFrame", {3840, 720, 9000, 6900}};
+  Label         TitleLbl    {SecondFrame, "TitleLbl", {360, 120, 5880, 480}, "Terminal", TextRole::Title};
+  OptionButton  OtherOpt    {SecondFrame, "OtherOpt", {6480, 120, 2160, 315}, "A group of its own", true, Noting("other")};
+  TextBox       Term        {SecondFrame, "Term",     {360, 720, 8280, 5970}, {}, TextBox::Lines::Many};
+
+  Frame         FootLine    {*this, "FootLine", {3840, 7620, 9000, 15}, Fill::Hairline};
+  ImageButton   BackCmd     {*this, "BackCmd",   { 8760, 7815, 1050, 390}, [this] { ShowPage(false); }};
+  ImageButton   NextCmd     {*this, "NextCmd",   { 9930, 7815, 1050, 390}, [this] { ShowPage(true); }, WindowKey::Enter};
+  ImageButton   CancelCmd   {*this, "CancelCmd", {11340, 7815, 1140, 390}, [this] { UnloadMe(); }, WindowKey::EscapeMovesFocus};
+  Timer         TickTmr     {*this, "TickTmr", 100, false, Noting("tick")};
+  FileDialog    FileDlg     {*this, "FileDlg"};
+  // clang-format on
+};
+
+/// The properties as texts, each behind a bar.
+inline std::string Seen(const std::vector<const PropertyBase*>& properties) {
+  std::string seen;
+  for (const PropertyBase* property : properties) seen += "|" + property->AsText();
+  return seen;
+}
+
+}  // namespace vk32
