@@ -3,6 +3,7 @@
 
 #include <poll.h>
 
+#include <QAbstractEventDispatcher>
 #include <QCoreApplication>
 #include <QEventLoop>
 #include <QScopedValueRollback>
@@ -24,6 +25,13 @@ constexpr milliseconds PaintDelay{20};
 int ToMilliseconds(Time span) {
   return static_cast<int>(std::clamp<Time>(span + milliseconds(1) - Time(1), Time{0}, std::chrono::hours(24)) /
                           milliseconds(1));
+}
+
+/// Lets Qt work, but for the acts of the user.
+void HoldActsBack(QEventLoop::ProcessEventsFlags flags) {
+  QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents | flags);
+  // Else GLib's dispatcher would look at what was held back only when something else comes.
+  QAbstractEventDispatcher::instance()->wakeUp();
 }
 
 }  // namespace
@@ -66,7 +74,7 @@ void QtEventLoop::Wait(int fd) {
     // Wakes the loop; what has come is for the caller to read.
     std::unique_ptr<QSocketNotifier> notifier;
     if (fd >= 0) notifier = std::make_unique<QSocketNotifier>(fd, QSocketNotifier::Read);
-    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents | QEventLoop::WaitForMoreEvents);
+    HoldActsBack(QEventLoop::WaitForMoreEvents);
   }
   TimersChanged();
 }
@@ -78,7 +86,7 @@ void QtEventLoop::WaitQuietly(int fd, Time until) {
     pollfd descriptor{fd, POLLOUT, 0};
     const int patience = ToMilliseconds(std::min<Time>(until - now, PaintDelay));
     const bool writable = poll(&descriptor, fd >= 0 ? 1 : 0, patience) > 0;
-    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+    HoldActsBack(QEventLoop::AllEvents);
     if (writable) break;
   }
   TimersChanged();
