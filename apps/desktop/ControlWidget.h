@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QChar>
+#include <QKeyEvent>
 #include <QRect>
 #include <QWidget>
 
@@ -28,6 +29,10 @@ class ControlWidget {
   virtual Ring FocusRing() const { return {}; }
   /// Does what a click does, by a key.
   virtual void Activate() {}
+  /// It has a use for the key that goes before what the key does in the window.
+  virtual bool Wants(const QKeyEvent&) const { return false; }
+  /// The user has gone on to something else.
+  virtual void Leave() {}
   /// The pointer or the key that holds it down is out of reach.
   virtual void LetGo() {}
   /// The letter that leads to it together with Alt, to be underlined; null: none.

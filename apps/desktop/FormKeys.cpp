@@ -79,6 +79,7 @@ bool FormWindow::eventFilter(QObject* watched, QEvent* event) {
   switch (event->type()) {
     case QEvent::FocusIn:
     case QEvent::FocusOut: ScheduleRefresh(); break;
+    case QEvent::MouseButtonRelease: LeaveFields(); return !attached_;
     case QEvent::KeyPress: return KeyPressed(&control, static_cast<QKeyEvent&>(*event));
     case QEvent::KeyRelease:
       if (static_cast<QKeyEvent*>(event)->key() == Qt::Key_Alt) ShowMarks(false);
@@ -110,6 +111,7 @@ bool FormWindow::KeyPressed(Control* focused, const QKeyEvent& key) {
   const bool isTerminal = focused && focused->GetKind() == Control::Kind::TextBox &&
                           static_cast<TextBox*>(focused)->lines == TextBox::Lines::Many;
   if (modifiers != Qt::NoModifier || isTerminal) return false;
+  if (focused && entries_[entryOf_[focused]].widget->Wants(key)) return false;
   switch (key.key()) {
     case Qt::Key_Return:
     case Qt::Key_Enter:

@@ -207,6 +207,13 @@ void FormWindow::LetGoOfAll() {
   for (std::size_t i = 0; i < entries_.size() && attached_; ++i) entries_[i].widget->LetGo();
 }
 
+void FormWindow::LeaveFields() {
+  const QWidget* focused = focusWidget();
+  for (std::size_t i = 0; i < entries_.size() && attached_; ++i) {
+    if (&entries_[i].widget->AsWidget() != focused) entries_[i].widget->Leave();
+  }
+}
+
 void FormWindow::closeEvent(QCloseEvent* event) {
   event->ignore();
   if (attached_) form_.UserCloses();
@@ -220,6 +227,7 @@ void FormWindow::mouseReleaseEvent(QMouseEvent* event) {
   const bool clicked = pressed_ && event->button() == Qt::LeftButton &&
                        rect().contains(mapFromGlobal(event->globalPosition()).toPoint());
   pressed_ = false;
+  LeaveFields();
   if (clicked && attached_) form_.Click();
 }
 

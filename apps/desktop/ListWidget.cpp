@@ -1,10 +1,13 @@
 // The widget of a drop-down list.
 #include "ListWidget.h"
 
+#include <QAbstractItemView>
 #include <QLineEdit>
-#include <QListView>
+#include <QScopedValueRollback>
 #include <QSignalBlocker>
 #include <QWheelEvent>
+#include <algorithm>
+#include <utility>
 
 #include "FieldWidget.h"
 #include "Text.h"
@@ -13,6 +16,13 @@ namespace vk32 {
 namespace {
 
 constexpr int VisibleEntries = 12;
+constexpr int TypingPause = 1000;  // ms after which a letter begins anew
+
+/// The entry begins with the text, or its number does: "26" leads to "COM26".
+bool Matches(const QString& entry, const QString& typed) {
+  const auto digit = std::find_if(entry.begin(), entry.end(), [](QChar character) { return character.isDigit(); });
+  return entry.startsWith(typed, Qt::CaseInsensitive) || entry.mid(digit - entry.begin()).startsWith(typed);
+}
 
 }  // namespace
 
@@ -51,6 +61,7 @@ ListWidget::ListWidget(ComboBox& list, QWidget& parent) : QComboBox(&parent), li
 
 void ListWidget::Sync() {
   const QSignalBlocker blocker(this);
+  moved_ = false;
   model_.Sync();
   setCurrentIndex(list_.ListIndex);
   const QString shown = FromBytes(list_.Text.Value());
@@ -61,10 +72,16 @@ void ListWidget::Sync() {
 }
 
 QString ListWidget::Tip() const {
-  return FromWords(list_.EntryToolTip ? list_.EntryToolTip(list_.Text.Value()) : list_.ToolTip.Value());
+  return FromWords(list_.EntryToolTip ? list_.EntryToolTip(ToBytes(currentText())) : list_.ToolTip.Value());
 }
 
 void ListWidget::Picked(int index) {
+  const bool waits = moving_ && list_.style == ComboBox::Style::ChoiceWhenDone && !list_.Locked;
+  moved_ = waits && index != list_.ListIndex;
+  if (!waits) Pick(index);
+}
+
+void ListWidget::Pick(int index) {
   if (index < 0 || static_cast<std::size_t>(index) >= list_.Entries().size()) return;
   const std::string entry = list_.Entries()[static_cast<std::size_t>(index)];
   list_.Pick(entry);
@@ -72,23 +89,69 @@ void ListWidget::Picked(int index) {
   if (IsAttached()) Sync();
 }
 
+bool ListWidget::Wants(const QKeyEvent& key) const {
+  return moved_ && (key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter || key.key() == Qt::Key_Escape);
+}
+
+void ListWidget::Leave() {
+  if (IsAttached() && std::exchange(moved_, false)) Pick(currentIndex());
+}
+
+void ListWidget::focusOutEvent(QFocusEvent* event) {
+  QComboBox::focusOutEvent(event);
+  // A press of the mouse must have got through before a handler may open a box: the window leaves the list at the
+  // release.
+  if (event->reason() != Qt::PopupFocusReason && event->reason() != Qt::MouseFocusReason) Leave();
+}
+
 void ListWidget::showPopup() {
-  Sync();
-  if (!list_.Locked) QComboBox::showPopup();
+  if (!moved_) Sync();
+  if (list_.Locked) return;
+  view()->installEventFilter(this);
+  QComboBox::showPopup();
 }
 
 void ListWidget::keyPressEvent(QKeyEvent* event) {
-  Sync();
-  QComboBox::keyPressEvent(event);
+  if (Wants(*event)) return event->key() == Qt::Key_Escape ? Sync() : Leave();
+  if (!moved_) Sync();
+  const int found = isEditable() ? -1 : Search(*event, currentIndex());
+  const QScopedValueRollback moving(moving_, true);
+  if (found < 0) return QComboBox::keyPressEvent(event);
+  if (found == currentIndex()) return;
+  setCurrentIndex(found);
+  Picked(found);
+}
+
+bool ListWidget::eventFilter(QObject* watched, QEvent* event) {
+  if (watched != view() || event->type() != QEvent::KeyPress) return QComboBox::eventFilter(watched, event);
+  const int found = Search(static_cast<QKeyEvent&>(*event), view()->currentIndex().row());
+  if (found >= 0) view()->setCurrentIndex(model_.index(found));
+  return found >= 0;
+}
+
+int ListWidget::Search(const QKeyEvent& key, int from) {
+  const QString letter = key.text();
+  const bool later = !sinceTyped_.isValid() || sinceTyped_.hasExpired(TypingPause);
+  if (letter.isEmpty() || !letter[0].isPrint() || (later && letter == " ") ||
+      key.modifiers() & (Qt::ControlModifier | Qt::AltModifier))
+    return -1;
+  sinceTyped_.start();
+  const auto find = [&](int first) {
+    for (int step = 0; step < count(); ++step) {
+      const int at = (first + step) % count();
+      if (Matches(itemText(at), typed_)) return at;
+    }
+    return -1;
+  };
+  typed_ = later ? letter : typed_ + letter;
+  if (const int found = find(typed_.size() == 1 ? from + 1 : 0); found >= 0) return found;
+  typed_ = letter;
+  return find(from + 1);
 }
 
 void ListWidget::wheelEvent(QWheelEvent* event) {
-  // A list that only lies under the pointer must not change while the page is scrolled.
-  if (hasFocus()) {
-    QComboBox::wheelEvent(event);
-  } else {
-    event->ignore();
-  }
+  // The page is scrolled, and a list that lies under the pointer must not change unseen.
+  event->ignore();
 }
 
 }  // namespace vk32

@@ -3,6 +3,7 @@
 
 #include <QAbstractListModel>
 #include <QComboBox>
+#include <QElapsedTimer>
 #include <string>
 #include <vector>
 
@@ -33,17 +34,28 @@ class ListWidget : public QComboBox, public ControlWidget {
   QWidget& AsWidget() override { return *this; }
   void Sync() override;
   QString Tip() const override;
+  bool Wants(const QKeyEvent& key) const override;
+  void Leave() override;
 
  protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
+  void focusOutEvent(QFocusEvent* event) override;
   void showPopup() override;
   void keyPressEvent(QKeyEvent* event) override;
   void wheelEvent(QWheelEvent* event) override;
 
  private:
   void Picked(int index);
+  void Pick(int index);
+  /// The entry that the letters lead to, with what was typed shortly before; -1: none, or the key is no letter.
+  int Search(const QKeyEvent& key, int from);
 
   ComboBox& list_;
   EntryModel model_;
+  QString typed_;
+  QElapsedTimer sinceTyped_;
+  bool moving_ = false;  // a key of the closed list is at work
+  bool moved_ = false;   // the entry that shows has not been chosen yet
 };
 
 }  // namespace vk32

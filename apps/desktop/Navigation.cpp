@@ -3,9 +3,11 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <set>
 
 #include "Text.h"
 #include "Theme.h"
+#include "resources/Pictures.h"
 
 namespace vk32 {
 namespace {
@@ -128,8 +130,15 @@ const Control* ShowsMarkOf(const Control& control) {
   return IsField(control) ? WordsOf(control) : nullptr;
 }
 
+/// The words that the letter is taken from. A picture button keeps its letter when it shows another picture.
+QString LetterWords(const Control& shower) {
+  const bool picture = shower.GetKind() == Control::Kind::ImageButton;
+  const PictureButtonRow* row = picture ? FindPictureButton(shower.Name()) : nullptr;
+  return FromWords(row ? std::string(row->words) : shower.Words());
+}
+
 /// A letter that is still free: the first of a word if possible.
-QChar FreeLetter(const QString& words, const std::map<QChar, Control*>& taken) {
+QChar FreeLetter(const QString& words, const std::set<QChar>& taken) {
   const auto isFree = [&](QChar letter) { return letter >= u'A' && letter <= u'Z' && !taken.count(letter); };
   for (qsizetype at = 0; at < words.size(); ++at) {
     if ((at == 0 || !words[at - 1].isLetter()) && isFree(words[at].toUpper())) return words[at].toUpper();
@@ -140,8 +149,16 @@ QChar FreeLetter(const QString& words, const std::map<QChar, Control*>& taken) {
   return {};
 }
 
-/// Buttons come first, so that theirs are the same on every page; then boxes and options, then fields.
-int MarkRank(const Control& control) { return IsButton(control) ? 0 : IsMark(control) ? 1 : 2; }
+/// Who chooses a letter first.
+int LetterRank(const Control& control) {
+  switch (control.GetKind()) {
+    case Control::Kind::ImageButton: return 0;
+    case Control::Kind::CommandButton: return 1;
+    case Control::Kind::CheckBox:
+    case Control::Kind::OptionButton: return 2;
+    default: return 3;
+  }
+}
 
 /// It lies in the frame or in one of the frame's frames.
 bool LiesIn(const Control& control, const Frame& frame) {
@@ -278,17 +295,22 @@ QString AccessibleName(const Control& control) {
 Mnemonics ChooseMnemonics(const Form& form) {
   std::vector<Control*> candidates;
   for (Control* control : form.Controls()) {
-    if (TakesFocus(*control) && IsReachable(*control)) candidates.push_back(control);
+    // Picture buttons stand at the foot of every page: they have their letters also where they don't show.
+    const bool picture = control->GetKind() == Control::Kind::ImageButton;
+    if (picture || (TakesFocus(*control) && IsReachable(*control))) candidates.push_back(control);
   }
   std::stable_sort(candidates.begin(), candidates.end(), [](const Control* a, const Control* b) {
-    return std::pair(MarkRank(*a), a->TabIndex) < std::pair(MarkRank(*b), b->TabIndex);
+    return std::pair(LetterRank(*a), a->TabIndex) < std::pair(LetterRank(*b), b->TabIndex);
   });
   Mnemonics mnemonics;
+  std::set<QChar> taken;
   for (Control* control : candidates) {
     const Control* shower = ShowsMarkOf(*control);
     if (!shower || mnemonics.marks.count(shower)) continue;
-    const QChar letter = FreeLetter(FromWords(shower->Words()), mnemonics.targets);
+    const QChar letter = FreeLetter(LetterWords(*shower), taken);
     if (letter.isNull()) continue;
+    taken.insert(letter);
+    if (!IsReachable(*control)) continue;
     mnemonics.targets[letter] = control;
     mnemonics.marks[shower] = letter;
   }

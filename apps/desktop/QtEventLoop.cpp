@@ -1,6 +1,7 @@
 // The event loop of the desktop.
 #include "QtEventLoop.h"
 
+#include <QAbstractEventDispatcher>
 #include <QCoreApplication>
 #include <QEventLoop>
 #include <QScopedValueRollback>
@@ -74,6 +75,8 @@ void QtEventLoop::Wait(const WaitFor& what) {
     const auto type = what.ready == WaitFor::ToWrite ? QSocketNotifier::Write : QSocketNotifier::Read;
     if (what.fd >= 0) notifier = std::make_unique<QSocketNotifier>(what.fd, type);
     QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents | QEventLoop::WaitForMoreEvents);
+    // Else GLib's dispatcher would look at the input that was held back only when something else comes.
+    QAbstractEventDispatcher::instance()->wakeUp();
   }
   TimersChanged();
 }

@@ -175,7 +175,7 @@ Act ComboBox::Pick(std::string_view entry) {
 }
 
 Act ComboBox::Type(std::string_view text) {
-  if (style == Style::ChoiceAlone) return Act::NotThisKind;
+  if (style != Style::WithTextPart) return Act::NotThisKind;
   if (Locked) return Act::Locked;
   return Perform([&] { AssignText(std::string(text)); });
 }

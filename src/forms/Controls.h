@@ -128,7 +128,9 @@ class TextBox : public Control {
 /// A drop-down list.
 class ComboBox : public Control {
  public:
-  enum class Style { ChoiceAlone, WithTextPart };
+  /// ChoiceWhenDone: keys only move the choice; it is made by Enter, a click in the opened list, or leaving the list.
+  /// For a handler that is too dear for each step.
+  enum class Style { ChoiceAlone, ChoiceWhenDone, WithTextPart };
 
   ComboBox(const Container& container, ControlName name, Place place, std::vector<std::string> entries, Handler click,
            Style style = Style::ChoiceAlone);

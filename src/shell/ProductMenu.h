@@ -35,7 +35,8 @@ class ProductMenu : public Form {
   Label       DeviceLbl     {*this, "DeviceLbl",     {3270, 1800, 4020, 480}, "", TextRole::Product};
   Label       DescLbl       {*this, "DescLbl",       {3270, 2340, 4020, 540}, ""};
   Label       ComPortLbl    {*this, "ComPortLbl",    {3270, 3060, 2100, 315}, "COM Port Selection"};
-  ComboBox    COMCbo        {*this, "COMCbo",        {5640, 3060, 1650, 315}, PortTexts(), &ProductMenu::COMCbo_Click};
+  ComboBox    COMCbo        {*this, "COMCbo",        {5640, 3060, 1650, 315}, PortTexts(), &ProductMenu::COMCbo_Click,
+                             ComboBox::Style::ChoiceWhenDone};
   ImageButton ConfigureCmd  {*this, "ConfigureCmd",  { 240, 3000, 2325, 450}, &ProductMenu::ConfigureCmd_Click, WindowKey::Enter};
   ImageButton UpgradeCmd    {*this, "UpgradeCmd",    { 240, 3600, 2325, 450}, &ProductMenu::UpgradeCmd_Click};
   ImageButton DeviceInfoCmd {*this, "DeviceInfoCmd", { 240, 4200, 2325, 450}, &ProductMenu::DeviceInfoCmd_Click};

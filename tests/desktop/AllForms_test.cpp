@@ -18,6 +18,33 @@ bool LiesOnTop(const FormWindow& window, const QWidget& widget, QPoint at) {
   return top == &widget || widget.isAncestorOf(top);
 }
 
+int WidthOf(const std::string& words, const Theme& theme) {
+  return QFontMetrics(theme.Font(TextRole::Body)).horizontalAdvance(FromBytes(words));
+}
+
+void ExpectNothingCutOff(const Control& control, const QWidget& widget, const Theme& theme) {
+  if (const auto* label = dynamic_cast<const LabelWidget*>(&widget)) {
+    EXPECT_FALSE(label->Block().IsCut());
+    EXPECT_LE(label->Block().Width(), label->width());
+    EXPECT_LE(label->Block().Height(), label->height() + 2);
+  } else if (const auto* list = dynamic_cast<const ComboBox*>(&control)) {
+    for (const std::string& entry : list->Entries()) {
+      EXPECT_LE(WidthOf(entry, theme) + ListTextLeft + ListButtonWidth, widget.width()) << entry;
+    }
+  } else if (const auto* button = dynamic_cast<const CommandButton*>(&control)) {
+    EXPECT_LE(WidthOf(button->Caption, theme) + 2 * ButtonMargin, widget.width());
+  } else if (const auto* picture = dynamic_cast<const ImageButton*>(&control)) {
+    const PictureButtonRow* row = FindPicture(picture->Picture);
+    EXPECT_TRUE(!row || widget.size() == QSize(row->width, row->height));
+  } else if (TakesFocus(control) && !control.Words().empty() && widget.width() > BareMarkWidth &&
+             control.GetKind() != Control::Kind::TextBox) {
+    const TextBlock words(FromBytes(control.Words()), theme.Font(TextRole::Body), widget.width() - MarkTextLeft,
+                          control.Height > 315 ? Wrapping::Words : Wrapping::None);
+    EXPECT_FALSE(words.IsCut());
+    EXPECT_LE(words.Height(), widget.height());
+  }
+}
+
 class AllFormsTest : public DesktopTest {
  protected:
   AllFormsTest() {
@@ -41,26 +68,10 @@ class AllFormsTest : public DesktopTest {
       if (form.style == FormStyle::Modal) app.forms.Unload(form);
     }
   }
-
-  /// With all its pages and panels open.
-  template <class Check>
-  void ForEachControl(Check check) {
-    ForEachForm([&](const Form& form) {
-      for (Control* control : form.Controls()) control->Visible = true;
-      Settle();
-      for (const Control* control : form.Controls()) {
-        SCOPED_TRACE(control->FullName());
-        if (WindowOf(form).WidgetOf(*control)) check(*control, *WindowOf(form).WidgetOf(*control));
-      }
-    });
-  }
-
-  int WidthOf(const std::string& words, const Theme& theme, TextRole role = TextRole::Body) {
-    return QFontMetrics(theme.Font(role)).horizontalAdvance(FromBytes(words));
-  }
 };
 
-TEST_F(AllFormsTest, EveryShownControlHasAWidgetAtItsPlace) {
+TEST_F(AllFormsTest, EveryControlStandsAtItsPlaceWithAllItsWordsAndAName) {
+  const Theme theme;
   ForEachForm([&](Form& form) {
     for (Control* control : form.Controls()) control->Visible = true;
     Settle();
@@ -70,101 +81,15 @@ TEST_F(AllFormsTest, EveryShownControlHasAWidgetAtItsPlace) {
       if (!control->Shown()) continue;
       SCOPED_TRACE(control->FullName());
       const QWidget* widget = window.WidgetOf(*control);
-      ASSERT_TRUE(widget);
-      EXPECT_TRUE(widget->isVisible());
+      ASSERT_TRUE(widget && widget->isVisible());
       EXPECT_EQ(QRect(widget->mapTo(&window, QPoint()), widget->size()), PlaceOnForm(*control));
+      EXPECT_TRUE(!TakesFocus(*control) || !widget->accessibleName().isEmpty());
+      ExpectNothingCutOff(*control, *widget, theme);
     }
   });
 }
 
-TEST_F(AllFormsTest, WhatTakesTheFocusLiesOnTopAndPictureButtonsAreRestoredOutside) {
-  ForEachForm([&](Form& form) {
-    const FormWindow& window = WindowOf(form);
-    for (const Control* stop : TabStops(form)) {
-      SCOPED_TRACE(stop->FullName());
-      QWidget* widget = window.WidgetOf(*stop);
-      const QPoint middle = PlaceOnForm(*stop).center();
-      EXPECT_TRUE(LiesOnTop(window, *widget, middle));
-      const auto* button = dynamic_cast<const ImageButton*>(stop);
-      if (!button) continue;
-      const int raised = button->Picture;
-      MouseDown(*widget, {5, 5});
-      EXPECT_EQ(button->Picture, PressedPicture(raised));
-      MouseUp(*widget, {-500, 5});
-      EXPECT_EQ(button->Picture, raised);
-    }
-  });
-}
-
-TEST_F(AllFormsTest, FieldsTakeClicksUpToTheirEdgesOnEveryPage) {
-  struct Walk {
-    const char *name, *model;
-  };
-  for (const Walk& walk :
-       {Walk{"Configuration_RB2000", ""}, Walk{"Configuration_RB3000", ""}, Walk{"Configuration_VK5300", ""},
-        Walk{"Configuration_RBCard", ""}, Walk{"Configuration_VKRTX", "AB Ethernet, ASCII, DF1"},
-        Walk{"Configuration_VKRTX", "AB Ethernet, Modbus"}}) {
-    SCOPED_TRACE(std::string(walk.name) + " " + walk.model);
-    app.forms.Unload(walk.name);
-    app.globals.CurrentModel = walk.model;
-    Form& form = Show(walk.name);
-    const FormWindow& window = WindowOf(form);
-    if (form.Find("EthDHCPLst")) form.Get<ComboBox>("EthDHCPLst").Text = "Enabled";
-    for (bool last = false; !last;) {
-      for (const Control* stop : TabStops(form)) {
-        SCOPED_TRACE(stop->FullName());
-        const QRect place = PlaceOnForm(*stop);
-        for (const int y : {place.top() + 3, place.bottom() - 3}) {
-          EXPECT_TRUE(LiesOnTop(window, *window.WidgetOf(*stop), {place.center().x(), y}));
-        }
-      }
-      last = app.globals.CurrentPage == app.globals.LastPage;
-      if (!last) form.Get<ImageButton>("NextCmd").Click();
-      Settle();
-    }
-    app.forms.Unload(form);
-  }
-}
-
-TEST_F(AllFormsTest, NoLabelIsCutOff) {
-  ForEachControl([](const Control&, const QWidget& widget) {
-    const auto* label = dynamic_cast<const LabelWidget*>(&widget);
-    if (!label) return;
-    EXPECT_FALSE(label->Block().IsCut()) << label->text().toStdString();
-    EXPECT_LE(label->Block().Width(), label->width()) << label->text().toStdString();
-    EXPECT_LE(label->Block().Height(), label->height() + 2) << label->text().toStdString();
-  });
-}
-
-TEST_F(AllFormsTest, NoWordsOfAListOrButtonAreCutOff) {
-  const Theme theme;
-  ForEachControl([&](const Control& control, const QWidget& widget) {
-    if (const auto* list = dynamic_cast<const ComboBox*>(&control)) {
-      for (const std::string& entry : list->Entries()) {
-        EXPECT_LE(WidthOf(entry, theme) + ListTextLeft + ListButtonWidth, widget.width()) << entry;
-      }
-    } else if (const auto* button = dynamic_cast<const CommandButton*>(&control)) {
-      EXPECT_LE(WidthOf(button->Caption, theme) + 2 * ButtonMargin, widget.width());
-    } else if (const auto* picture = dynamic_cast<const ImageButton*>(&control)) {
-      const PictureButtonRow* row = FindPicture(picture->Picture);
-      EXPECT_TRUE(!row || widget.size() == QSize(row->width, row->height));
-    } else if (TakesFocus(control) && !control.Words().empty() && widget.width() > BareMarkWidth &&
-               control.GetKind() != Control::Kind::TextBox) {
-      const TextBlock words(FromBytes(control.Words()), theme.Font(TextRole::Body), widget.width() - MarkTextLeft,
-                            control.Height > 315 ? Wrapping::Words : Wrapping::None);
-      EXPECT_FALSE(words.IsCut());
-      EXPECT_LE(words.Height(), widget.height());
-    }
-  });
-}
-
-TEST_F(AllFormsTest, EveryControlThatTakesTheFocusHasAName) {
-  ForEachControl([](const Control& control, const QWidget& widget) {
-    EXPECT_TRUE(!TakesFocus(control) || !widget.accessibleName().isEmpty());
-  });
-}
-
-TEST_F(AllFormsTest, TabWalksThroughAllStopsInOrderAndBack) {
+TEST_F(AllFormsTest, WhatTakesTheFocusLiesOnTopAndTabWalksThroughItAndBack) {
   ForEachForm([&](Form& form) {
     const auto stops = TabStops(form);
     if (stops.empty()) return;
@@ -173,6 +98,7 @@ TEST_F(AllFormsTest, TabWalksThroughAllStopsInOrderAndBack) {
     for (const Control* stop : stops) {
       PressIn(form, Qt::Key_Tab, {}, "\t");
       EXPECT_TRUE(HasFocus(*stop)) << stop->FullName();
+      EXPECT_TRUE(LiesOnTop(window, *window.WidgetOf(*stop), PlaceOnForm(*stop).center())) << stop->FullName();
     }
     for (auto stop = std::next(stops.rbegin()); stop != stops.rend(); ++stop) {
       PressIn(form, Qt::Key_Backtab, Qt::ShiftModifier);
@@ -181,11 +107,42 @@ TEST_F(AllFormsTest, TabWalksThroughAllStopsInOrderAndBack) {
   });
 }
 
-TEST_F(AllFormsTest, MnemonicsAreUnique) {
-  ForEachForm([](const Form& form) {
-    const Mnemonics mnemonics = ChooseMnemonics(form);
-    EXPECT_EQ(mnemonics.targets.size(), mnemonics.marks.size());
-  });
+TEST_F(AllFormsTest, OnEveryPageFieldsTakeClicksUpToTheirEdgesAndTheFootKeepsItsLetters) {
+  constexpr std::pair<char, const char*> Foot[] = {
+      {'U', "UploadCmd"}, {'B', "BackCmd"}, {'N', "NextCmd"}, {'C', "CancelCmd"}};
+  constexpr std::pair<const char*, const char*> Wizards[] = {
+      {"Configuration_RB2000", ""},
+      {"Configuration_RB3000", ""},
+      {"Configuration_VK5300", ""},
+      {"Configuration_RBCard", ""},
+      {"Configuration_VKRTX", "AB Ethernet, ASCII, DF1"},
+      {"Configuration_VKRTX", "AB Ethernet, Modbus"},
+  };
+  for (const auto& [name, model] : Wizards) {
+    SCOPED_TRACE(std::string(name) + " " + model);
+    app.forms.Unload(name);
+    app.globals.CurrentModel = model;
+    Form& form = Show(name);
+    const FormWindow& window = WindowOf(form);
+    if (form.Find("EthDHCPLst")) form.Get<ComboBox>("EthDHCPLst").Text = "Enabled";
+    for (bool last = false; !last;) {
+      for (const Control* stop : TabStops(form)) {
+        const QRect place = PlaceOnForm(*stop);
+        for (const int y : {place.top() + 3, place.bottom() - 3}) {
+          EXPECT_TRUE(LiesOnTop(window, *window.WidgetOf(*stop), {place.center().x(), y})) << stop->FullName();
+        }
+      }
+      Mnemonics mnemonics = ChooseMnemonics(form);
+      for (const auto& [letter, button] : Foot) {
+        Control* control = form.Find(button);
+        EXPECT_EQ(mnemonics.targets[QChar(letter)], IsReachable(*control) ? control : nullptr) << letter;
+      }
+      last = app.globals.CurrentPage == app.globals.LastPage;
+      if (!last) form.Get<ImageButton>("NextCmd").Click();
+      Settle();
+    }
+    app.forms.Unload(form);
+  }
 }
 
 }  // namespace

@@ -31,7 +31,7 @@ void MouseUp(QWidget& widget, QPoint at, Qt::MouseButton button) {
   SendMouse(widget, QEvent::MouseButtonRelease, at, button);
 }
 
-void MouseMove(QWidget& widget, QPoint at) { SendMouse(widget, QEvent::MouseMove, at, Qt::NoButton); }
+void MouseMove(QWidget& widget, QPoint at, Qt::MouseButton held) { SendMouse(widget, QEvent::MouseMove, at, held); }
 
 void KeyDown(QWidget& widget, int key, Qt::KeyboardModifiers modifiers, const QString& text) {
   SendKey(widget, QEvent::KeyPress, key, modifiers, text);

@@ -22,7 +22,7 @@ namespace vk32 {
 // The user's hands. Positions are the widget's own.
 void MouseDown(QWidget& widget, QPoint at, Qt::MouseButton button = Qt::LeftButton);
 void MouseUp(QWidget& widget, QPoint at, Qt::MouseButton button = Qt::LeftButton);
-void MouseMove(QWidget& widget, QPoint at);
+void MouseMove(QWidget& widget, QPoint at, Qt::MouseButton held = Qt::NoButton);
 void KeyDown(QWidget& widget, int key, Qt::KeyboardModifiers modifiers = {}, const QString& text = {});
 void KeyUp(QWidget& widget, int key, Qt::KeyboardModifiers modifiers = {});
 /// Down and up.

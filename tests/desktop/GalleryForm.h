@@ -25,6 +25,7 @@ class GalleryForm : public Form {
     OffCmd.Enabled = false;
     PortCbo.EntryToolTip = [](const std::string& entry) { return "behind " + entry; };
     PortCbo.Show("COM2");
+    LaterCbo.Show("None");
     RowsVScroll.SmallChange = 480;
     RowsVScroll.LargeChange = 2400;
     RowsVScroll.Max = 1440;
@@ -82,6 +83,8 @@ class GalleryForm : public Form {
   ComboBox      PortCbo     {FirstFrame, "PortCbo",    {2280, 1440, 1680, 315}, {"None", "COM1", "COM2", "COM3"}, Note("port")};
   ComboBox      FreeCbo     {FirstFrame, "FreeCbo",    {4560, 1440, 1680, 315}, {"9600", "19200"}, Note("free"),
                              ComboBox::Style::WithTextPart};
+  ComboBox      LaterCbo    {FirstFrame, "LaterCbo",   {6840, 1440, 1440, 315}, {"None", "COM2", "COM3", "COM26"}, Note("later"),
+                             ComboBox::Style::ChoiceWhenDone};
   CheckBox      FlagChk     {FirstFrame, "FlagChk",    { 360, 1920, 2640, 555}, "Respond to Specific Address", Note("flag")};
   CheckBox      BareChk     {FirstFrame, "BareChk",    {3360, 1920,  315, 315}, "", Note("bare")};
   Label         BareLbl     {FirstFrame, "BareLbl",    {3720, 1920, 3000, 315}, "Beside a bare box", TextRole::Body, Note("label")};

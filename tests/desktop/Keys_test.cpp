@@ -10,29 +10,22 @@ class KeysTest : public DesktopTest {
   GalleryForm& form = ShowGallery();
 };
 
-TEST_F(KeysTest, TheFirstFieldHasTheFocusAtFirstAndOnEachPage) {
+TEST_F(KeysTest, EachPageBeginsAtItsFirstFieldOrAtTheButtonOfEnter) {
   EXPECT_TRUE(HasFocus(form.NameTxt));
   Click(form.NextCmd);
   EXPECT_TRUE(HasFocus(form.Term));
   Click(form.BackCmd);
   EXPECT_TRUE(HasFocus(form.NameTxt));
-}
-
-TEST_F(KeysTest, APageWithoutAFieldBeginsAtTheButtonOfEnter) {
   form.Term.Visible = false;
   Click(form.NextCmd);
   EXPECT_TRUE(HasFocus(form.NextCmd));
 }
 
-TEST_F(KeysTest, APanelThatComesWithAChoiceLeavesTheFocusInTheList) {
+TEST_F(KeysTest, APanelThatComesWithAChoiceLeavesTheFocusThereAndWhatLosesItHandsItOn) {
   form.PortCbo.OnClick = Handler([this] { form.SecondFrame.Visible = true; });
   WidgetOf(form.PortCbo).setFocus();
   PressIn(form, Qt::Key_Down);
   EXPECT_TRUE(HasFocus(form.PortCbo));
-}
-
-TEST_F(KeysTest, WhatLosesTheFocusHandsItOn) {
-  WidgetOf(form.PortCbo).setFocus();
   form.PortCbo.Enabled = false;
   Settle();
   EXPECT_TRUE(HasFocus(form.FreeCbo));
@@ -45,33 +38,36 @@ TEST_F(KeysTest, WhatLosesTheFocusHandsItOn) {
   EXPECT_TRUE(HasFocus(form.NameTxt));
 }
 
-TEST_F(KeysTest, EnterPressesItsButtonExceptWhereItPressesAnother) {
-  PressIn(form, Qt::Key_Return, {}, "\r");
-  EXPECT_EQ(form.TakeLog(), "next ");
-  Click(form.BackCmd);
-  WidgetOf(form.AddCmd).setFocus();
-  form.TakeLog();
-  PressIn(form, Qt::Key_Return, {}, "\r");
-  EXPECT_EQ(form.TakeLog(), "add ");
-  WidgetOf(form.SiteLbl).setFocus();
-  PressIn(form, Qt::Key_Return, {}, "\r");
-  EXPECT_EQ(form.TakeLog(), "down up site ");
-}
-
-TEST_F(KeysTest, SpaceSwapsThePictureForAsLongAsItIsDown) {
-  QWidget& button = WidgetOf(form.NextCmd);
-  button.setFocus();
-  KeyDown(button, Qt::Key_Space, {}, " ");
-  EXPECT_EQ(form.NextCmd.Picture.Value(), 112);
-  KeyUp(button, Qt::Key_Space);
-  EXPECT_EQ(form.NextCmd.Picture.Value(), 111);
-  EXPECT_EQ(form.TakeLog(), "next ");
-}
-
-TEST_F(KeysTest, EscapeOnlyLeadsToTheButtonThatClosesWithoutAQuestion) {
-  PressIn(form, Qt::Key_Escape, {}, "\x1B");
-  EXPECT_TRUE(HasFocus(form.CancelCmd));
-  EXPECT_TRUE(app.forms.Find("GalleryForm"));
+TEST_F(KeysTest, KeysDoWhatIsExpectedOfThem) {
+  struct Row {
+    const Control& focused;
+    int key;
+    Qt::KeyboardModifiers modifiers;
+    const char* log;
+    const Control& then;
+  };
+  for (const Row& row : {
+           Row{form.NameTxt, Qt::Key_Return, {}, "next ", form.Term},
+           Row{form.AddCmd, Qt::Key_Return, {}, "add ", form.AddCmd},
+           Row{form.SiteLbl, Qt::Key_Return, {}, "down up site ", form.SiteLbl},
+           Row{form.NextCmd, Qt::Key_Space, {}, "next ", form.Term},
+           Row{form.NameTxt, Qt::Key_Escape, {}, "", form.CancelCmd},
+           Row{form.OneOpt, Qt::Key_Right, {}, "two ", form.TwoOpt},
+           Row{form.TwoOpt, Qt::Key_Down, {}, "one ", form.OneOpt},  // the disabled one is passed over
+           Row{form.OneOpt, Qt::Key_Tab, {}, "", form.RowsVScroll},
+           Row{form.NameTxt, Qt::Key_P, Qt::AltModifier, "", form.PortCbo},
+           Row{form.NameTxt, Qt::Key_R, Qt::AltModifier, "flag ", form.FlagChk},
+           Row{form.NameTxt, Qt::Key_N, Qt::AltModifier, "next ", form.Term},
+       }) {
+    SCOPED_TRACE(row.focused.FullName() + " " + std::to_string(row.key));
+    form.SecondFrame.Visible = false;
+    form.FirstFrame.Visible = true;
+    Settle();
+    WidgetOf(row.focused).setFocus();
+    PressIn(form, row.key, row.modifiers, QString(QChar(row.key & 0x1F)));
+    EXPECT_EQ(form.TakeLog(), row.log);
+    EXPECT_TRUE(HasFocus(row.then));
+  }
 }
 
 TEST_F(KeysTest, EscapePressesTheButtonThatClosesADialog) {
@@ -81,32 +77,10 @@ TEST_F(KeysTest, EscapePressesTheButtonThatClosesADialog) {
   EXPECT_FALSE(app.forms.Find("About"));
 }
 
-TEST_F(KeysTest, ArrowsMoveWithinAGroupOfOptionsAndTabLeavesIt) {
-  WidgetOf(form.OneOpt).setFocus();
-  PressIn(form, Qt::Key_Right);
-  EXPECT_TRUE(form.TwoOpt.Value);
-  EXPECT_TRUE(HasFocus(form.TwoOpt));
-  PressIn(form, Qt::Key_Down);
-  EXPECT_TRUE(form.OneOpt.Value) << "the disabled one is passed over";
-  PressIn(form, Qt::Key_Tab, {}, "\t");
-  EXPECT_TRUE(HasFocus(form.RowsVScroll));
-}
-
-TEST_F(KeysTest, AltAndALetterLeadToAFieldAndPressABox) {
+TEST_F(KeysTest, LettersStandInTheWordsBesideAFieldAndAreUnderlinedWhileAltIsDown) {
   const Mnemonics mnemonics = ChooseMnemonics(form);
-  EXPECT_EQ(mnemonics.targets.at('N'), &form.NextCmd);
-  EXPECT_EQ(mnemonics.targets.at('P'), &form.PortCbo);
   EXPECT_EQ(mnemonics.marks.at(&form.PortLbl), u'P');
   EXPECT_EQ(mnemonics.targets.at(mnemonics.marks.at(&form.BareLbl)), &form.BareChk);
-  PressIn(form, Qt::Key_P, Qt::AltModifier, "p");
-  EXPECT_TRUE(HasFocus(form.PortCbo));
-  PressIn(form, Qt::Key_R, Qt::AltModifier, "r");
-  EXPECT_EQ(form.FlagChk.Value.Value(), 1);
-  PressIn(form, Qt::Key_N, Qt::AltModifier, "n");
-  EXPECT_EQ(form.TakeLog(), "flag next ");
-}
-
-TEST_F(KeysTest, TheLettersAreUnderlinedWhileAltIsDown) {
   const QImage plain = WidgetOf(form.PortLbl).grab().toImage();
   KeyDown(WidgetOf(form.NameTxt), Qt::Key_Alt);
   EXPECT_NE(WidgetOf(form.PortLbl).grab().toImage(), plain);
@@ -114,21 +88,21 @@ TEST_F(KeysTest, TheLettersAreUnderlinedWhileAltIsDown) {
   EXPECT_EQ(WidgetOf(form.PortLbl).grab().toImage(), plain);
 }
 
-TEST_F(KeysTest, NamesComeFromTheWordsBesideAndAbove) {
-  EXPECT_EQ(AccessibleName(form.NextCmd), "NEXT");
-  EXPECT_EQ(AccessibleName(form.NameTxt), "Name");
-  EXPECT_EQ(AccessibleName(form.FlagChk), "Respond to Specific Address");
-  EXPECT_EQ(AccessibleName(form.BareChk), "Beside a bare box");
-  EXPECT_EQ(AccessibleName(form.Term), "Terminal");
-  EXPECT_EQ(WidgetOf(form.NameTxt).accessibleName(), "Name");
-}
-
-TEST_F(KeysTest, NamesInATableHaveTheColumnAndTheRow) {
+TEST_F(KeysTest, NamesComeFromTheWordsBesideAndAboveAndFromTheHeadsOfATable) {
   StartProgram(app);
   SelectProduct(app.globals, "RB2000");
   const Form& wizard = Show("Configuration_RB2000");
-  EXPECT_EQ(AccessibleName(*wizard.Find("ModStartTxt", 0)), "Modbus Start Address 1");
-  EXPECT_EQ(AccessibleName(*wizard.Find("ABWordTxt", 2)), "Allan-Bradley Datafile Word 3");
+  const std::pair<const Control*, const char*> rows[] = {
+      {&form.NextCmd, "NEXT"},
+      {&form.NameTxt, "Name"},
+      {&form.FlagChk, "Respond to Specific Address"},
+      {&form.BareChk, "Beside a bare box"},
+      {&form.Term, "Terminal"},
+      {wizard.Find("ModStartTxt", 0), "Modbus Start Address 1"},
+      {wizard.Find("ABWordTxt", 2), "Allan-Bradley Datafile Word 3"},
+  };
+  for (const auto& [control, name] : rows) EXPECT_EQ(AccessibleName(*control), name);
+  EXPECT_EQ(WidgetOf(form.NameTxt).accessibleName(), "Name");
 }
 
 }  // namespace

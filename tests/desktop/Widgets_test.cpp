@@ -1,11 +1,15 @@
 // The widgets follow their controls, and the user's hands on them reach the handlers.
+#include <QAbstractItemView>
+#include <QClipboard>
 #include <QComboBox>
 #include <QCoreApplication>
+#include <QGuiApplication>
 #include <QLineEdit>
 #include <QPointer>
 #include <QProgressBar>
 #include <QScrollBar>
 #include <QWheelEvent>
+#include <QWindow>
 
 #include "DesktopTest.h"
 #include "LabelWidget.h"
@@ -35,6 +39,7 @@ TEST_F(WidgetsTest, PropertiesAreFollowed) {
   form.NameTxt.Text = "h\xE9";
   form.PortCbo.Text = "COM3";
   form.Caption = "New title";
+  form.CloseEnabled = false;
   Settle();
   EXPECT_EQ(WidgetOf(form.NameLbl).x(), 25);
   EXPECT_EQ(As<QLabel>(form.NameLbl).text(), "Other");
@@ -45,13 +50,21 @@ TEST_F(WidgetsTest, PropertiesAreFollowed) {
   EXPECT_EQ(As<QLineEdit>(form.NameTxt).text(), QString::fromLatin1("h\xE9"));
   EXPECT_EQ(As<QComboBox>(form.PortCbo).currentText(), "COM3");
   EXPECT_EQ(WindowOf(form).windowTitle(), "New title");
+  const Qt::WindowFlags flags = WindowOf(form).windowHandle()->flags();
+  EXPECT_FALSE(flags & Qt::WindowCloseButtonHint);
+  EXPECT_TRUE(flags & Qt::WindowMinimizeButtonHint);
 }
 
-TEST_F(WidgetsTest, ControlsOfAHiddenPageGetTheirWidgetsWhenItIsShown) {
+TEST_F(WidgetsTest, ControlsOfAHiddenPageGetTheirWidgetsWhenItIsFirstShown) {
   EXPECT_FALSE(WindowOf(form).WidgetOf(form.Term));
   form.TitleLbl.Caption = "Changed while hidden";
-  form.SecondFrame.Visible = true;
-  Settle();
+  const QWidget* made = nullptr;
+  for (const bool shown : {true, false, true}) {
+    form.SecondFrame.Visible = shown;
+    Settle();
+    if (!made) made = &WidgetOf(form.TitleLbl);
+    EXPECT_EQ(&WidgetOf(form.TitleLbl), made);
+  }
   EXPECT_EQ(As<QLabel>(form.TitleLbl).text(), "Changed while hidden");
 }
 
@@ -62,50 +75,40 @@ TEST_F(WidgetsTest, ADisabledFieldAndOneMarkedByItsBackColorLookAlike) {
   EXPECT_EQ(Picture(form.NameTxt).pixelColor(100, 5), QColor(Qt::white));
 }
 
-TEST_F(WidgetsTest, TypingReachesTheFormAndKeepsTheCursor) {
+TEST_F(WidgetsTest, TypingReachesTheFormKeyByKeyAndKeepsTheCursor) {
   QWidget& field = WidgetOf(form.NameTxt);
   Type(field, "abd");
   Press(field, Qt::Key_Left);
   Type(field, "c");
   Settle();
-  EXPECT_EQ(form.NameTxt.Text.Value(), "abcd");
   EXPECT_EQ(As<QLineEdit>(form.NameTxt).cursorPosition(), 3);
-  EXPECT_EQ(form.TakeLog(), "name name name name ");
-}
-
-TEST_F(WidgetsTest, ACharacterThatIsNoByteIsLeftOut) {
-  Type(WidgetOf(form.NameTxt), QStringLiteral("a\u20AC\u00E9"));
-  EXPECT_EQ(form.NameTxt.Text.Value(), "a\xE9");
-  EXPECT_EQ(As<QLineEdit>(form.NameTxt).text(), QStringLiteral("a\u00E9"));
-}
-
-TEST_F(WidgetsTest, TheKeyFilterSeesEachKeyFirst) {
+  Press(field, Qt::Key_End);
+  Type(field, QStringLiteral("\u20AC"));
+  EXPECT_EQ(form.NameTxt.Text.Value(), "abcd") << "a character that is no byte is left out";
+  EXPECT_EQ(As<QLineEdit>(form.NameTxt).text(), "abcd");
+  EXPECT_EQ(form.TakeLog(), "name name name name name ");
   form.NameTxt.OnKeyPress = [](char key) { return key >= '0' && key <= '9'; };
-  Type(WidgetOf(form.NameTxt), "1x2");
-  EXPECT_EQ(form.NameTxt.Text.Value(), "12");
-  EXPECT_EQ(As<QLineEdit>(form.NameTxt).text(), "12");
-}
-
-TEST_F(WidgetsTest, ALockedFieldTakesNoKey) {
+  Type(field, "1x2");
+  EXPECT_EQ(As<QLineEdit>(form.NameTxt).text(), "abcd12");
   Type(WidgetOf(form.ReadTxt), "x");
   EXPECT_EQ(form.ReadTxt.Text.Value(), "read only");
 }
 
-TEST_F(WidgetsTest, AnEntryIsPickedByKeysAndTheFormMayChooseOtherwise) {
-  Press(WidgetOf(form.PortCbo), Qt::Key_Down);
+TEST_F(WidgetsTest, AListPicksByKeysAndTheFormMayChooseOtherwise) {
+  auto& list = As<QComboBox>(form.PortCbo);
+  Press(list, Qt::Key_Down);
   EXPECT_EQ(form.PortCbo.Text.Value(), "COM3");
-  EXPECT_EQ(form.TakeLog(), "port ");
+  Type(list, "n");
+  EXPECT_EQ(form.PortCbo.Text.Value(), "None");
+  EXPECT_EQ(form.TakeLog(), "port port ");
   form.PortCbo.OnClick = Handler([this] { form.PortCbo.Show("None"); });
-  Press(WidgetOf(form.PortCbo), Qt::Key_Up);
-  EXPECT_EQ(As<QComboBox>(form.PortCbo).currentText(), "None");
-}
-
-TEST_F(WidgetsTest, NewEntriesAreThereWhenTheListIsUsed) {
+  Press(list, Qt::Key_Down);
+  EXPECT_EQ(list.currentText(), "None");
   form.PortCbo.SetEntries({"A", "B"});
-  As<QComboBox>(form.PortCbo).showPopup();
-  EXPECT_EQ(As<QComboBox>(form.PortCbo).itemText(1), "B");
-  EXPECT_EQ(As<QComboBox>(form.PortCbo).itemData(1, Qt::ToolTipRole), "behind B");
-  As<QComboBox>(form.PortCbo).hidePopup();
+  list.showPopup();
+  EXPECT_EQ(list.itemText(1), "B");
+  EXPECT_EQ(list.itemData(1, Qt::ToolTipRole), "behind B");
+  list.hidePopup();
 }
 
 TEST_F(WidgetsTest, ATextPartTakesAnyText) {
@@ -116,20 +119,76 @@ TEST_F(WidgetsTest, ATextPartTakesAnyText) {
   EXPECT_EQ(form.FreeCbo.Text.Value(), "960");
 }
 
-TEST_F(WidgetsTest, TheWheelChangesAListOnlyIfItHasTheFocus) {
-  const auto turn = [](QWidget& widget, QPointF at = {5, 5}) {
+TEST_F(WidgetsTest, AChoiceThatIsMadeWhenDoneIsMadeOnce) {
+  auto& list = As<QComboBox>(form.LaterCbo);
+  const auto press = [&](int key) { return [&list, key] { Press(list, key); }; };
+  const auto type = [&](const char* text) { return [&list, text] { Type(list, text); }; };
+  const auto leave = [this] { PressIn(form, Qt::Key_Tab, {}, "\t"); };
+  const auto clickBeside = [this] {
+    MouseDown(WindowOf(form), {5, 500});
+    EXPECT_EQ(form.log, "") << "a box must not come between press and release";
+    MouseUp(WindowOf(form), {5, 500});
+  };
+  struct Step {
+    std::function<void()> act;
+    const char *shown, *chosen, *log;
+  };
+  for (const Step& step : {
+           Step{type("26"), "COM26", "None", ""},
+           Step{press(Qt::Key_Escape), "None", "None", ""},
+           Step{type("Com3"), "COM3", "None", ""},
+           Step{press(Qt::Key_Return), "COM3", "COM3", "later "},
+           Step{press(Qt::Key_Down), "COM26", "COM3", ""},
+           Step{press(Qt::Key_Up), "COM3", "COM3", ""},
+           Step{leave, "COM3", "COM3", ""},
+           Step{press(Qt::Key_Up), "COM2", "COM3", ""},
+           Step{leave, "COM2", "COM2", "later "},
+           Step{press(Qt::Key_Home), "None", "COM2", ""},
+           Step{clickBeside, "None", "None", "later form "},
+           Step{press(Qt::Key_End), "COM26", "None", ""},
+           Step{[this] { Click(form.AddCmd); }, "COM26", "COM26", "later add "},
+           Step{[&] { list.showPopup(); }, "COM26", "COM26", ""},
+           Step{[&] { Type(*list.view(), "2"); }, "COM26", "COM26", ""},
+           Step{[&] { Press(*list.view(), Qt::Key_Return); }, "COM2", "COM2", "later "},
+           Step{press(Qt::Key_Up), "None", "COM2", ""},
+           Step{[this] { form.LaterCbo.Show("COM3"); }, "COM3", "COM3", ""},
+       }) {
+    SCOPED_TRACE(std::string(step.shown) + " " + step.chosen + " " + step.log);
+    list.setFocus();
+    step.act();
+    Settle();
+    EXPECT_EQ(list.currentText().toStdString(), step.shown);
+    EXPECT_EQ(form.LaterCbo.Text.Value(), step.chosen);
+    EXPECT_EQ(form.TakeLog(), step.log);
+  }
+}
+
+TEST_F(WidgetsTest, TheWheelScrollsAndChangesNoClosedList) {
+  const auto turn = [](QWidget& widget, QPointF at) {
     QWheelEvent event(at, widget.mapToGlobal(at), {}, {0, -120}, Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase,
                       false);
+    event.setAccepted(true);
     QCoreApplication::sendEvent(&widget, &event);
+    return event.isAccepted();
   };
-  turn(WidgetOf(form.PortCbo));
-  EXPECT_EQ(form.PortCbo.Text.Value(), "COM2");
   WidgetOf(form.PortCbo).setFocus();
-  turn(WidgetOf(form.PortCbo));
-  EXPECT_EQ(form.PortCbo.Text.Value(), "COM3");
+  EXPECT_FALSE(turn(WidgetOf(form.PortCbo), {5, 5})) << "what lies around it is scrolled";
+  EXPECT_EQ(form.PortCbo.Text.Value(), "COM2");
   turn(WindowOf(form), PlaceOnForm(form.SlotLbl[2]).center());
   Settle();
   EXPECT_EQ(form.RowsVScroll.Value.Value(), 1440) << "over a table it moves the rows";
+
+  for (int line = 0; line < 40; ++line) form.Term.SetSelText(std::to_string(line) + "\r\n");
+  Click(form.NextCmd);
+  auto& terminal = As<TerminalWidget>(form.Term);
+  const int first = 41 - terminal.VisibleRows();
+  QWheelEvent up({5, 5}, {5, 5}, {}, {0, 120}, Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+  for (const int top : {first - 3, first - 6, 0}) {
+    if (top == 0) form.Term.Text = "0\r\n1";
+    Settle();
+    QCoreApplication::sendEvent(&terminal, &up);
+    EXPECT_TRUE(terminal.VisibleText().startsWith(QString::number(top) + "\n")) << top;
+  }
 }
 
 TEST_F(WidgetsTest, ChecksAndOptionsAreToggledByTheFormAlone) {
@@ -146,17 +205,12 @@ TEST_F(WidgetsTest, ChecksAndOptionsAreToggledByTheFormAlone) {
   EXPECT_FALSE(form.OffOpt.Value);
 }
 
-TEST_F(WidgetsTest, LabelsThatCanBeClickedAreAndOthersLetTheFormHaveIt) {
-  Click(form.BareLbl);
-  Click(form.SiteLbl);
-  Click(form.NameLbl);
+TEST_F(WidgetsTest, ClicksAndMovesReachTheLabelThatWantsThemOrElseTheForm) {
+  for (const Control* label : {&form.BareLbl, &form.SiteLbl, &form.NameLbl}) Click(*label);
   EXPECT_EQ(form.TakeLog(), "label down up site form ");
-}
-
-TEST_F(WidgetsTest, MovesReachTheLabelThatWantsThemOrElseTheForm) {
-  MouseMove(WidgetOf(form.SiteLbl), {5, 5});
-  MouseMove(WidgetOf(form.NameLbl), {5, 5});
-  MouseMove(WidgetOf(form.NextCmd), {5, 5});
+  for (const Control* control : std::initializer_list<const Control*>{&form.SiteLbl, &form.NameLbl, &form.NextCmd}) {
+    MouseMove(WidgetOf(*control), {5, 5});
+  }
   EXPECT_EQ(form.TakeLog(), "over move move ");
 }
 
@@ -170,8 +224,7 @@ TEST_F(WidgetsTest, AButtonIsPressedByEveryMouseButtonButClickedByTheLeftOneInsi
   EXPECT_EQ(form.NextCmd.Picture.Value(), 111);
   MouseDown(button, {5, 5});
   MouseUp(button, {-20, 5});
-  EXPECT_EQ(form.NextCmd.Picture.Value(), 111) << "up restores wherever the pointer went";
-  EXPECT_EQ(Picture(form.NextCmd), raised);
+  EXPECT_EQ(Picture(form.NextCmd), raised) << "up restores wherever the pointer went";
   EXPECT_EQ(form.TakeLog(), "");
   Click(form.NextCmd);
   EXPECT_EQ(form.TakeLog(), "next ");
@@ -244,9 +297,9 @@ TEST_F(WidgetsTest, TheTerminalWrapsFollowsTheEndAndSendsEveryKey) {
   Settle();
   EXPECT_EQ(terminal.VisibleText().split('\n').size(), terminal.VisibleRows());
   EXPECT_TRUE(terminal.VisibleText().endsWith("\n39"));
-  form.Term.Text = "short";
+  form.Term.Text = "short\r\nline";
   Settle();
-  EXPECT_EQ(terminal.VisibleText(), "short");
+  EXPECT_EQ(terminal.VisibleText(), "short\nline");
 
   std::string keys;
   form.Term.OnKeyPress = [&](char key) {
@@ -257,10 +310,20 @@ TEST_F(WidgetsTest, TheTerminalWrapsFollowsTheEndAndSendsEveryKey) {
   Press(terminal, Qt::Key_Escape, {}, "\x1B");
   Press(terminal, Qt::Key_A, {}, "a");
   Press(terminal, Qt::Key_Backspace, {}, "\b");
+  EXPECT_TRUE(app.forms.Find("GalleryForm")) << "Escape belongs to the device";
+  // What is selected goes through the clipboard, and back in as keys.
+  constexpr auto Shortcut = Qt::ControlModifier | Qt::ShiftModifier;
+  MouseMove(terminal, {300, 30});
+  Press(terminal, Qt::Key_C, Shortcut);
+  EXPECT_EQ(QGuiApplication::clipboard()->text(), "") << "nothing has been selected";
+  MouseDown(terminal, {8, 8});
+  MouseMove(terminal, {300, 30}, Qt::LeftButton);
+  Press(terminal, Qt::Key_C, Shortcut);
+  Press(terminal, Qt::Key_V, Shortcut);
   EXPECT_EQ(keys,
             "\r\x1B"
-            "a\b");
-  EXPECT_TRUE(app.forms.Find("GalleryForm")) << "Escape belongs to the device";
+            "a\b"
+            "short\rline");
 }
 
 }  // namespace

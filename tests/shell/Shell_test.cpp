@@ -124,6 +124,7 @@ TEST(ProductMenu, AToolThatIsOpenComesInFrontAndAWizardGoesWithItsProduct) {
       }
     }
     EXPECT_EQ(h.app.forms.Loaded().size(), 4u);
+    h.Do("click OfflineMngr.CloseCmd");
     for (const auto& [next, stays] : row.next) {
       h.Do("click ProductMenu.ReturnCmd\nclick MainMenu." + next);
       EXPECT_EQ(h.app.forms.Find(Split(row.tools[0])[1]) != nullptr, stays) << next;

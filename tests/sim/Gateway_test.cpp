@@ -20,9 +20,8 @@ const Time ByteTime = 1041666ns;  // ten bits at 9600 bit/s
 
 Bytes ImageFrameOf(const Bytes& image) {
   Globals globals;
-  globals.CurrentProduct = "RB2000";
   globals.ConfigImage = image;
-  return BuildFrame(globals, ImageFrame::Code);
+  return BuildFrame(globals, "RB2000", ImageFrame::Code);
 }
 
 Bytes With(Bytes bytes, std::size_t offset, char byte) {
