@@ -3,6 +3,8 @@
 #include <QCommandLineParser>
 #include <algorithm>
 #include <cstdio>
+#include <cstdlib>
+#include <string>
 #include <string_view>
 
 #include "DesktopScreen.h"
@@ -13,7 +15,7 @@
 
 namespace {
 
-constexpr int WrongUsage = 2;
+constexpr int WrongUsage = 2, NoDisplay = 2;
 
 /// Help and version are told without a display.
 bool AsksForWords(int argc, char** argv) {
@@ -57,6 +59,25 @@ bool Parse(const QStringList& arguments, vk32::PortNames& names) {
   return AssignPorts(parser.values(port), names);
 }
 
+[[noreturn]] void EndWithoutDisplay() {
+  const auto value = [](const char* name) { return '"' + qEnvironmentVariable(name).toStdString() + '"'; };
+  std::string reason = "there is no display: start it in a desktop session";
+  if (!qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) {
+    reason = "QT_QPA_PLATFORM is " + value("QT_QPA_PLATFORM") + ", which can't start here: unset it";
+  } else if (!qEnvironmentVariableIsEmpty("DISPLAY")) {
+    reason = "the display " + value("DISPLAY") + " can't be opened: set DISPLAY to one that lets you in";
+  } else if (!qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY")) {
+    reason = "the Wayland display " + value("WAYLAND_DISPLAY") + " can't be used: install qt6-wayland if it is missing";
+  }
+  std::fprintf(stderr, "vk32: %s, or use vk32-script, which needs no display\n", reason.c_str());
+  std::_Exit(NoDisplay);
+}
+
+/// Qt would tell its own in many lines, and abort.
+void WatchTheStart(QtMsgType type, const QMessageLogContext&, const QString&) {
+  if (type == QtFatalMsg) EndWithoutDisplay();
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -70,7 +91,10 @@ int main(int argc, char** argv) {
 
   // The program brings its own look; that of the desktop would only shine through in places.
   QApplication::setDesktopSettingsAware(false);
+  qInstallMessageHandler(WatchTheStart);
   const QApplication application(argc, argv);
+  qInstallMessageHandler(nullptr);
+  if (!QGuiApplication::primaryScreen()) EndWithoutDisplay();
   QApplication::setDesktopFileName("vk32");
   if (!Parse(QApplication::arguments(), names)) return WrongUsage;
   if (const std::string ignored = names.Ignored(); !ignored.empty()) {

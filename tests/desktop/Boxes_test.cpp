@@ -1,6 +1,4 @@
 // Message boxes, file dialogs, texts, and the end of the program.
-#include <QPushButton>
-
 #include "DesktopTest.h"
 #include "FileDialogs.h"
 #include "Text.h"
@@ -26,6 +24,7 @@ TEST_F(BoxesTest, TheTextStandsAsItIsWithItsBlanks) {
         const QStringList lines{"Press the Configure button on the VK-RTX before continuing.", "The pattern:", "",
                                 "     CHA:  Off"};
         EXPECT_EQ(box.Text().Lines(), lines);
+        EXPECT_EQ(box.accessibleDescription(), lines.join('\n'));
         EXPECT_GE(box.TextPlace().width(), 400);
         EXPECT_GE(box.width(), box.TextPlace().right());
         EXPECT_EQ(box.windowTitle(), "VK32");
@@ -33,27 +32,27 @@ TEST_F(BoxesTest, TheTextStandsAsItIsWithItsBlanks) {
       });
 }
 
-TEST_F(BoxesTest, YesHasTheFocusUnlessItBreaksSomething) {
-  const auto focused = [](MessageBox& box) { return dynamic_cast<QPushButton*>(box.focusWidget())->text(); };
-  EXPECT_EQ(Ask({"?", MessageIcon::Question, "VK32", MessageButtons::YesNo},
-                [&](MessageBox& box) {
-                  EXPECT_EQ(focused(box), "&Yes");
-                  Press(*box.focusWidget(), Qt::Key_Return, {}, "\r");
-                }),
-            Answer::Yes);
-  EXPECT_EQ(Ask({"?", MessageIcon::Question, "VK32", MessageButtons::YesNo, true},
-                [&](MessageBox& box) {
-                  EXPECT_EQ(focused(box), "&No");
-                  Press(*box.focusWidget(), Qt::Key_Return, {}, "\r");
-                }),
-            Answer::No);
-}
-
-TEST_F(BoxesTest, EscapeIsNoAndTheLettersAnswer) {
-  const MessageBoxRequest question{"?", MessageIcon::Question, "VK32", MessageButtons::YesNo};
-  EXPECT_EQ(Ask(question, [](MessageBox& box) { Press(box, Qt::Key_Escape); }), Answer::No);
-  EXPECT_EQ(Ask(question, [](MessageBox& box) { Press(box, Qt::Key_Y, {}, "y"); }), Answer::Yes);
-  EXPECT_EQ(Ask({"!", MessageIcon::None, "VK32"}, [](MessageBox& box) { box.close(); }), Answer::OK);
+TEST_F(BoxesTest, KeysAnswerAndEnterDoesNotBreakAnything) {
+  constexpr auto YesNo = MessageButtons::YesNo;
+  struct Row {
+    MessageBoxRequest request;
+    int key;
+    Answer answer;
+  };
+  for (const Row& row : {
+           Row{{"?", MessageIcon::Question, "VK32", YesNo}, Qt::Key_Return, Answer::Yes},
+           Row{{"?", MessageIcon::Question, "VK32", YesNo, true}, Qt::Key_Return, Answer::No},
+           Row{{"?", MessageIcon::Question, "VK32", YesNo}, Qt::Key_Escape, Answer::No},
+           Row{{"?", MessageIcon::Question, "VK32", YesNo}, Qt::Key_Y, Answer::Yes},
+           Row{{"!", MessageIcon::None, "VK32"}, 0, Answer::OK},
+       }) {
+    const auto press = [&](MessageBox& box) {
+      if (row.key == 0) return void(box.close());
+      QWidget& pressed = row.key == Qt::Key_Return ? *box.focusWidget() : box;
+      Press(pressed, row.key, {}, QChar(row.key & 0x7F));
+    };
+    EXPECT_EQ(Ask(row.request, press), row.answer) << row.key;
+  }
 }
 
 TEST_F(BoxesTest, AFaultIsToldWithItsNumberAndEndsTheProgramWithStatusOne) {

@@ -109,8 +109,9 @@ BoxWatcher::BoxWatcher(std::function<void(MessageBox& box)> look) : look_(std::m
 void BoxWatcher::Look() {
   auto* box = dynamic_cast<MessageBox*>(QApplication::activeModalWidget());
   if (!box) return;
-  ++seen_;
-  if (look_) {
+  if (++seen_ > 9) {
+    box->close();  // the test has failed to, and fails
+  } else if (look_) {
     look_(*box);
   } else {
     Press(*box, Qt::Key_Escape);
