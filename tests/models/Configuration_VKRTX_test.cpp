@@ -330,22 +330,28 @@ TEST(ConfigurationVkRtx, ASavedFileOpensAgain) {
     const std::string table = maps ? ToMaps : "to RoutingFrame\n", clear = maps ? "ClrMapTableCmd" : "ClrTableCmd",
                       open = "\ncheck OpenConfigChk off\n" + table;
     TemporaryFile none("none.cfg"), one("one.cfg"), saved("saved.cfg");
-    const std::string acts[] = {"open " + none.Path() + open,
+    const std::string empty = "open " + none.Path() + open,
+                      remove = DeleteRow(maps, 1),  // often, and one after the other
+        half = (maps ? Map("1|Typed R/W|7|x") : Route("1|Ethernet|x")) + "click " + (maps ? "ABModMapping" : "Route") +
+               ".CancelCmd";
+    const std::string acts[] = {empty,
+                                empty,
                                 "open " + one.Path() + open,
                                 "click UploadCmd",
                                 AddRow(maps, 1, 1),
-                                (maps ? Map("1|Typed R/W|7|x") : Route("1|Ethernet|x")) + "click " +
-                                    (maps ? "ABModMapping" : "Route") + ".CancelCmd",
-                                DeleteRow(maps, 1),
+                                half,
+                                remove,
+                                remove,
+                                remove,
                                 "click " + clear,
                                 "click Undo" + clear};
     VkRtx(model).Use(Dhcp + "finish SaveOpt " + none.Path());
     VkRtx(model).Use(Dhcp + table + AddRow(maps, 1, 1) + "finish SaveOpt " + one.Path());
-    for (int run = 0; run < 20; ++run) {
+    for (int run = 0; run < 40; ++run) {
       GatewayDevice device(model);
       VkRtx user(model, &device);
       user.Use(Dhcp + table);
-      for (int i = 0; i < 10; ++i) user.Use(acts[random() % std::size(acts)]);
+      for (int i = 0; i < 6; ++i) user.Use(acts[random() % std::size(acts)]);
       user.Use("finish SaveOpt " + saved.Path());
       EXPECT_EQ(user.Use("again\nopen " + saved.Path() + "\npage"), "SerComFrame") << saved.Content();
     }
