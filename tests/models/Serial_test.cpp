@@ -63,20 +63,17 @@ TEST(Serial, WalksItsPages) {
 }
 
 TEST(Serial, ThePageFollowsItsChoices) {
-  const std::string to = "to ProtocolSettingsFrame\n", broadcast = "select ChbModSlaveBroadcastEnableLst ",
-                    tops =
-                        "\nget Configuration_RB2000.ChbModSlaveSpecificAddrChk.Top\nget "
-                        "Configuration_RB2000.ChbModSlaveSpecificAddrLst.Top",
-                    high = "value \"1200\"\nvalue \"1320\"\n", low = "value \"2280\"\nvalue \"2400\"\n",
-                    six =
-                        "\nshown ChbModSlaveBroadcastStartLbl ChbModSlaveBroadcastStartLst "
-                        "ChbModSlaveBroadcastStartUnitLbl ChbModSlaveBroadcastEndLbl ChbModSlaveBroadcastEndLst "
-                        "ChbModSlaveBroadcastEndUnitLbl",
-                    six3 =
-                        "\nshown BroadStartLbl BroadStartLst BroadStartUnitsLbl BroadEndLbl BroadEndLst "
-                        "BroadSEndUnitsLbl",
-                    frames = "\nshown ModSlaveFrame ModMasterFrame", specific = "check ChbModSlaveSpecificAddrChk ",
-                    isShown = "\nshown ChbModSlaveSpecificAddrLst";
+  const std::string
+      to = "to ProtocolSettingsFrame\n",
+      broadcast = "select ChbModSlaveBroadcastEnableLst ",
+      tops = "\nget ChbModSlaveSpecificAddrChk.Top\nget ChbModSlaveSpecificAddrLst.Top",
+      high = "value \"1200\"\nvalue \"1320\"\n", low = "value \"2280\"\nvalue \"2400\"\n",
+      frames = "\nshown ModSlaveFrame ModMasterFrame", specific = "check ChbModSlaveSpecificAddrChk ",
+      isShown = "\nshown ChbModSlaveSpecificAddrLst",
+      six3 = "\nshown BroadStartLbl BroadStartLst BroadStartUnitsLbl BroadEndLbl BroadEndLst BroadSEndUnitsLbl";
+  std::string six = "\nshown";
+  for (const char* end : {"StartLbl", "StartLst", "StartUnitLbl", "EndLbl", "EndLst", "EndUnitLbl"})
+    six += " ChbModSlaveBroadcast" + std::string(end);
   WizardUser rb2000("RB2000"), rb3000("RB3000");
   for (int time = 1; time <= 2; ++time) {
     EXPECT_EQ(rb2000.Use(to + broadcast + "Yes" + six + tops), "++++++" + low);
@@ -189,9 +186,7 @@ TEST(Serial, BytesThatNoEntryHasLeaveListAndByte) {
     user.Decode();
     EXPECT_EQ(user.At<ComboBox>(row.control).Text.Value(), row.text);
     EXPECT_EQ(user.Byte(row.offset), row.value) << row.control;
-    EXPECT_EQ(user.Use("to MappingFrame(0)\nsee ModStartTxt(0)\nget Configuration_" + std::string(row.product) +
-                       ".FloatChk(0).Value"),
-              "7value \"0\"\n");
+    EXPECT_EQ(user.Use("to MappingFrame(0)\nsee ModStartTxt(0)\nget FloatChk(0).Value"), "7value \"0\"\n");
     EXPECT_EQ(user.Byte(56), 9);
   }
   Rb user("RB2000");
@@ -322,8 +317,7 @@ TEST(Serial, ARb3000MasterKeepsItsSlotsAndSendsItsConstants) {
   Rb user("RB3000", &device);
   for (const auto& [offset, value] : {std::pair(41, 6), {45, 2}, {48, 9}, {14, 77}, {25, 5}}) user.Byte(offset) = value;
   user.Decode();
-  EXPECT_EQ(user.Use("see ModDeviceTypeLst ModStartTxt(0)\nto ModSettingsFrame\nget "
-                     "Configuration_RB3000.NYXZZOpt.Value\nfinish DownOpt"),
+  EXPECT_EQ(user.Use("see ModDeviceTypeLst ModStartTxt(0)\nto ModSettingsFrame\nget NYXZZOpt.Value\nfinish DownOpt"),
             "Master|value \"True\"\nreminder\nsuccess\n");
   const Bytes& image = device.gateway.Image();
   EXPECT_EQ(ToHex(image.substr(14, 2) + image.substr(24, 2) + image.substr(44, 6)), "01 00 00 05 00 02 00 00 09 00");
@@ -359,11 +353,9 @@ TEST(Serial, AFinishThatFailsLeavesEverythingForAnotherTry) {
 
 TEST(Serial, WithoutAPortOnlyFilesAreLeft) {
   WizardUser user("RB2000");
-  EXPECT_EQ(user.Use("shown UploadCmd"), "-");
-  for (const auto& [control, enabled] :
-       {std::pair("DownOpt", "False"), {"DownSaveOptLbl", "False"}, {"SaveOpt", "True"}})
-    EXPECT_EQ(user.Get("Configuration_RB2000." + std::string(control) + ".Enabled"), enabled);
-  EXPECT_EQ(user.Get("Configuration_RB2000.DownOpt.Value"), "True");
+  EXPECT_EQ(user.Use("shown UploadCmd\nget DownOpt.Enabled\nget DownSaveOptLbl.Enabled\nget SaveOpt.Enabled"),
+            "-value \"False\"\nvalue \"False\"\nvalue \"True\"\n");
+  EXPECT_EQ(user.Use("get DownOpt.Value"), "value \"True\"\n");
   EXPECT_EQ(user.Use("to ApplyFrame\nclick NextCmd\npage"), "reminder\ntime-out\nApplyFrame");
 }
 

@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "core/Convert.h"
 #include "link/Frames.h"
 #include "support/Harness.h"
@@ -47,7 +49,8 @@ struct WizardUser : Harness {
       } else if (words[0] == "again") {
         Do("click " + form + ".CancelCmd\nclick ProductMenu.ConfigureCmd");
       } else {
-        const bool isOfWizard = words[0] != "file" && words[1].find('.') == std::string::npos;
+        const auto points = std::count(words[1].begin(), words[1].end(), '.');
+        const bool isOfWizard = words[0] != "file" && points == (words[0] == "get" ? 1 : 0);
         const std::size_t target = words[0].size() + 1;
         printed += Shortened(Do(isOfWizard ? line.substr(0, target) + form + "." + line.substr(target) : line));
       }
