@@ -25,52 +25,52 @@ std::shared_ptr<Conversation> Conversation::Begin(App& app, Form& form, const Pu
   return std::shared_ptr<Conversation>(new Conversation(app, form, purpose, port));
 }
 
-Conversation::Conversation(App& app_, Form& form_, const Purpose& purpose, std::int32_t port)
+Conversation::Conversation(App& app_, Form& form_, const Purpose& purpose, std::int32_t port_)
     : app(app_),
       form(form_),
+      port(port_),
       product(app_.globals.CurrentProduct),
       model(app_.globals.CurrentModel),
       purpose_(purpose),
-      port_(port),
       settings_("baud=" + app_.globals.BaudRate + " parity=N data=8 stop=1") {
   app.conversation = this;
 }
 
 Conversation::~Conversation() {
   CommClose();
-  if (owed_) app.lateAnswers.insert(port_);
+  if (owed_) app.lateAnswers.insert(port);
   app.conversation = nullptr;
 }
 
 std::int32_t Conversation::CommOpen() {
   if (IsOver()) return -1;
-  const std::int32_t status = app.comm.CommOpen(port_, "COM" + Str(port_), settings_);
-  if (status == 0 && app.lateAnswers.erase(port_) > 0) DropLateAnswer();
+  const std::int32_t status = app.comm.CommOpen(port, "COM" + Str(port), settings_);
+  if (status == 0 && app.lateAnswers.erase(port) > 0) DropLateAnswer();
   return status;
 }
 
-std::int32_t Conversation::CommSet() { return app.comm.CommSet(port_, settings_); }
+std::int32_t Conversation::CommSet() { return app.comm.CommSet(port, settings_); }
 
-std::int32_t Conversation::CommSetNOXON() { return app.comm.CommSetNOXON(port_, settings_); }
+std::int32_t Conversation::CommSetNOXON() { return app.comm.CommSetNOXON(port, settings_); }
 
-std::int32_t Conversation::CommFlush() { return app.comm.CommFlush(port_); }
+std::int32_t Conversation::CommFlush() { return app.comm.CommFlush(port); }
 
-std::int32_t Conversation::CommClose() { return app.comm.CommClose(port_); }
+std::int32_t Conversation::CommClose() { return app.comm.CommClose(port); }
 
 std::int32_t Conversation::CommRead(Bytes& data, std::int32_t maximum) {
-  return app.comm.CommRead(port_, data, maximum);
+  return app.comm.CommRead(port, data, maximum);
 }
 
 std::int32_t Conversation::CommWrite(const Bytes& data) {
   if (IsOver()) return -1;
-  return app.comm.CommWrite(port_, data, [this] { return IsOver(); });
+  return app.comm.CommWrite(port, data, [this] { return IsOver(); });
 }
 
-std::int32_t Conversation::CommWriteLast(const Bytes& data) { return app.comm.CommWrite(port_, data); }
+std::int32_t Conversation::CommWriteLast(const Bytes& data) { return app.comm.CommWrite(port, data); }
 
-bool Conversation::IsOpen() const { return app.comm.IsOpen(port_); }
+bool Conversation::IsOpen() const { return app.comm.IsOpen(port); }
 
-int Conversation::WaitHandle() const { return app.comm.WaitHandle(port_); }
+int Conversation::WaitHandle() const { return app.comm.WaitHandle(port); }
 
 void Conversation::DropLateAnswer() {
   bool quiet = false, enough = false;
@@ -85,7 +85,7 @@ void Conversation::DropLateAnswer() {
 }
 
 std::string Conversation::Words() const {
-  const std::string place = port_ == 0 ? "" : " on COM" + Str(port_);
+  const std::string place = port == 0 ? "" : " on COM" + Str(port);
   return std::string(purpose_.doing) + " of the " + product + place + " is under way.\r\n" + purpose_.howToEnd;
 }
 

@@ -67,6 +67,7 @@ class Conversation {
 
   App& app;
   Form& form;
+  const std::int32_t port;  // 1 to 32; 0: none
   const std::string product, model;
 
  private:
@@ -74,7 +75,6 @@ class Conversation {
   void DropLateAnswer();
 
   const Purpose purpose_;
-  const std::int32_t port_;
   const std::string settings_;
   bool ended_ = false;
   bool owed_ = false;

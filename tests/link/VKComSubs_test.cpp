@@ -114,7 +114,7 @@ TEST_F(WaitTest, ABoxThatWaitsForTheUserStopsNoClockAndLosesNoAnswer) {
   Say({{2000ms, "\x06"}});
   // A box of another form stands from the first second to the fifth: nobody reads the port.
   h.loop.StartTimer(1s, [&] {
-    h.screen.whileAsking = [&] { h.Do("wait 4000"); };
+    h.screen.onBox = [&](const auto&) { h.Do("wait 4000"); };
     h.app.forms.MsgBox("A word", MessageIcon::None);
   });
   EXPECT_EQ(WaitForAck(*talk), FlagFalse);

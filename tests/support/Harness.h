@@ -13,14 +13,23 @@
 
 namespace vk32 {
 
-/// A box can take its time.
+/// Tells what happens, while it happens.
 struct TestScreen : ScriptScreen {
   using ScriptScreen::ScriptScreen;
   Answer Ask(const MessageBoxRequest& request) override {
-    if (whileAsking) std::exchange(whileAsking, {})();
+    if (onBox) onBox(request);
     return ScriptScreen::Ask(request);
   }
-  std::function<void()> whileAsking;  // of the next box
+  std::optional<std::string> AskFile(const FileDialogRequest& request) override {
+    if (onFileDialog) onFileDialog();
+    return ScriptScreen::AskFile(request);
+  }
+  void FormUnloaded(Form& form) override {
+    if (onUnload) onUnload(form);
+  }
+  std::function<void(const MessageBoxRequest&)> onBox;
+  std::function<void()> onFileDialog;
+  std::function<void(const Form&)> onUnload;
 };
 
 class Harness {
