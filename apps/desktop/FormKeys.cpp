@@ -79,7 +79,9 @@ bool FormWindow::eventFilter(QObject* watched, QEvent* event) {
   switch (event->type()) {
     case QEvent::FocusIn:
     case QEvent::FocusOut: ScheduleRefresh(); break;
-    case QEvent::MouseButtonRelease: LeaveFields(); return !attached_;
+    case QEvent::MouseButtonRelease:
+      LeaveFields();
+      return !attached_;  // what a field did when it was left may have closed the form
     case QEvent::KeyPress: return KeyPressed(&control, static_cast<QKeyEvent&>(*event));
     case QEvent::KeyRelease:
       if (static_cast<QKeyEvent*>(event)->key() == Qt::Key_Alt) ShowMarks(false);

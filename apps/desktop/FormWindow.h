@@ -63,6 +63,7 @@ class FormWindow : public QWidget, public FormObserver {
   void ScheduleRefresh();
   void NameWidgets();
   void LetGoOfAll();
+  /// Tells all but the one with the focus.
   void LeaveFields();
   Qt::WindowFlags Flags() const;
   bool IsDialog() const { return form_.style == FormStyle::Dialog || form_.style == FormStyle::Modal; }

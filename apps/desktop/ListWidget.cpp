@@ -18,10 +18,13 @@ namespace {
 constexpr int VisibleEntries = 12;
 constexpr int TypingPause = 1000;  // ms after which a letter begins anew
 
-/// The entry begins with the text, or its number does: "26" leads to "COM26".
-bool Matches(const QString& entry, const QString& typed) {
+/// The entry or the number in it is what was typed, or begins with it: "26" leads to "COM26".
+bool Matches(const QString& entry, const QString& typed, bool whole) {
   const auto digit = std::find_if(entry.begin(), entry.end(), [](QChar character) { return character.isDigit(); });
-  return entry.startsWith(typed, Qt::CaseInsensitive) || entry.mid(digit - entry.begin()).startsWith(typed);
+  const QString words[] = {entry, entry.mid(digit - entry.begin())};
+  return std::any_of(std::begin(words), std::end(words), [&](const QString& text) {
+    return text.startsWith(typed, Qt::CaseInsensitive) && (!whole || text.size() == typed.size());
+  });
 }
 
 }  // namespace
@@ -137,9 +140,11 @@ int ListWidget::Search(const QKeyEvent& key, int from) {
     return -1;
   sinceTyped_.start();
   const auto find = [&](int first) {
-    for (int step = 0; step < count(); ++step) {
-      const int at = (first + step) % count();
-      if (Matches(itemText(at), typed_)) return at;
+    for (const bool whole : {true, false}) {
+      for (int step = 0; step < count(); ++step) {
+        const int at = (first + step) % count();
+        if (Matches(itemText(at), typed_, whole)) return at;
+      }
     }
     return -1;
   };
