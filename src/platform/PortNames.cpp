@@ -155,7 +155,7 @@ PortDevice PortNames::Describe(const std::string& path) const {
   fs::path device = Real(systemFolder_ + "/class/tty/" + name + "/device");
   for (int up = 0; up < 3; ++up, device = device.parent_path()) {
     if (const std::string product = FirstLine(device / "product"); !product.empty())
-      return {real, real + ", " + product};
+      return {real, std::string(real).append(", ").append(product)};
   }
   return {real, real};
 }
