@@ -82,12 +82,13 @@ TEST(MainMenu, AChoiceFillsTheSharedVariables) {
   }
 }
 
-TEST(MainMenu, TheLinkShowsThatItIsPressed) {
+TEST(MainMenu, TheBandShowsTheVersionAndThatTheLinkIsPressed) {
   Harness h;
   h.Do("click Splash\nclick MainMenu.AboutCmd\nclick MainMenu.AboutCmd");
   EXPECT_EQ(h.Do("forms"), "form MainMenu visible\nform About visible\n");
   for (const auto& [link, atRest] :
        {std::pair<std::string, const char*>{"MainMenu.WebsiteLbl", "8621446"}, {"About.WebsiteLbl", "503197"}}) {
+    EXPECT_EQ(h.Get(link.substr(0, link.find('.')) + ".VersionLbl.Caption"), "Version  1.8.11");
     h.Do("down " + link);
     EXPECT_EQ(h.Get(link + ".ForeColor"), "2368684");
     EXPECT_EQ(h.Do("up " + link), "");
