@@ -21,12 +21,12 @@ OfflineMngr::OfflineMngr(App& app) : Form(app.forms, FormName, "Offline Manager"
 
 void OfflineMngr::Form_Load() {
   ShowProgress(false);
-  conversation_ = Conversation::Begin(app_, *this, Recovering);
-  if (!conversation_) return;
-  conversation_->CommOpen();
-  conversation_->CommSet();
-  conversation_->CommFlush();
-  Send(*conversation_, RecoveryNewline);
+  const auto conversation = conversation_ = Conversation::Begin(app_, *this, Recovering);
+  if (!conversation) return;
+  conversation->CommOpen();
+  conversation->CommSet();
+  conversation->CommFlush();
+  Send(*conversation, RecoveryNewline);
   LetGoOfClosedPort();
 }
 
@@ -35,7 +35,7 @@ void OfflineMngr::LetGoOfClosedPort() {
 }
 
 void OfflineMngr::tmrTime_Timer() {
-  const auto conversation = conversation_;  // its own end may come while events run
+  const auto conversation = conversation_;
   Bytes data;
   if (conversation) conversation->CommRead(data, PollLength);
   if (!IsLoaded()) return;

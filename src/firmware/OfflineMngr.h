@@ -44,10 +44,11 @@ class OfflineMngr : public Form, public XmodemProgress {
   void ShowProgress(bool visible);
 
   App& app_;
-  std::shared_ptr<Conversation> conversation_;  // as long as its port is open
-  bool sending_ = false;                        // a file is on its way
-  bool typing_ = false;                         // a key is
-  std::string typed_;                           // that key and those behind it
+  // As long as its port is open. Whoever lets events run holds one of its own: the form may be closed meanwhile.
+  std::shared_ptr<Conversation> conversation_;
+  bool sending_ = false;  // a file is on its way
+  bool typing_ = false;   // a key is
+  std::string typed_;     // that key and those behind it
 
  public:
   // clang-format off

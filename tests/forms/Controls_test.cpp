@@ -61,7 +61,8 @@ TEST_F(ControlsTest, AListTakesItsEntriesAndRunsItsHandlerEachTime) {
 TEST_F(ControlsTest, ATextRunsItsHandlerAtEachAssignmentAndKey) {
   TextBox& text = form.NameTxt;
   Check({&text.Text, &text.SelStart, &text.SelLength},
-        {{[&] { text.Text = "abc", text.Text = "abc"; }, "name:abc name:abc |abc|3|0"},
+        {{[] {}, "||0|0"},
+         {[&] { text.Text = "abc", text.Text = "abc"; }, "name:abc name:abc |abc|3|0"},
          {[&] { text.Type("abcdef"); }, "name:abcdef |abcdef|6|0"},
          {[&] { text.Key('\b'), text.Key('g'), text.Key('\r'); }, "name:abcde name:abcdeg |abcdeg|6|0"},
          {[&] { text.SelStart = 1, text.SelLength = 99; }, "|abcdeg|1|5"},
@@ -146,74 +147,40 @@ TEST_F(ControlsTest, APictureButtonIsPressedWhileItIsHeld) {
                           {[&] { next.Picture = 9999, next.Press(), next.Release(); }, "|9999"}});  // not in the table
 }
 
-class TimerTest : public ControlsTest {
- protected:
-  TimerTest() {
-    timer.OnTimer = Handler([this] {
-      ticks += std::to_string((h.loop.Now() - start) / 1ms) + " ";
-      if (onTick) onTick();
-    });
-  }
-
-  /// The moments of the ticks within that many milliseconds, counted from the start of the test.
-  std::string TicksWithin(int milliseconds) {
-    h.Do("wait " + std::to_string(milliseconds));
-    return std::exchange(ticks, {});
-  }
-
+TEST_F(ControlsTest, ATimerTicksAtFullIntervalsFromTheMomentItWasEnabled) {
   Timer& timer = form.TickTmr;
-  Time start = h.loop.Now();
+  const Time start = h.loop.Now();
   std::string ticks;
   std::function<void()> onTick;
-};
-
-TEST_F(TimerTest, TicksAtFullIntervalsFromTheMomentItWasEnabled) {
-  EXPECT_EQ(TicksWithin(1000), "");
-  timer.Enabled = true;
-  EXPECT_EQ(TicksWithin(350), "1100 1200 1300 ");  // a tick leaves it enabled
-  timer.Enabled = true;                            // anew, though it runs
-  EXPECT_EQ(TicksWithin(110), "1450 ");
-  timer.Interval = 40;
-  EXPECT_EQ(TicksWithin(100), "1500 1540 ");
-  timer.Interval = 0;
-  timer.Enabled = true;
-  EXPECT_EQ(TicksWithin(1000) + timer.Enabled.AsText(), "True");
-  timer.Interval = 100;
-  EXPECT_EQ(TicksWithin(100), "2660 ");
-  timer.Enabled = false;
-  EXPECT_EQ(TicksWithin(1000), "");
-  CheckRefuses(timer.Interval, {-1});
-}
-
-TEST_F(TimerTest, KeepsItsRasterAndDoesNotMakeUpForMissedTicks) {
-  timer.Enabled = true;
-  h.Do("wait 150");
-  h.loop.Freeze(start + 230ms);
-  EXPECT_EQ(TicksWithin(100), "100 230 300 ");
-  h.loop.Freeze(start + 2050ms);
-  EXPECT_EQ(TicksWithin(150), "2050 2100 2200 ");
-}
-
-TEST_F(TimerTest, ItsHandlerMayDoAnythingToIt) {
-  timer.Enabled = true;
-  onTick = [this] {
-    onTick = {};
-    h.loop.Freeze(h.loop.Now() + 30ms);
-    timer.Enabled = true;  // from now on
-  };
-  EXPECT_EQ(TicksWithin(300), "100 230 ");
-  onTick = [this] {
-    onTick = [this] { timer.Enabled = false; };
-    h.Do("wait 150");  // ticks in it as well
-    ticks += "end ";
-  };
-  EXPECT_EQ(TicksWithin(1000), "330 430 end ");
-  timer.Enabled = true;
-  onTick = [this] {
-    h.app.forms.Unload(form);
-    ticks += form.Name();  // still a valid object
-  };
-  EXPECT_EQ(TicksWithin(1000), "1400 Every");
+  timer.OnTimer = Handler([&] {
+    ticks += std::to_string((h.loop.Now() - start) / 1ms) + " ";
+    if (const auto act = std::exchange(onTick, {})) act();
+  });
+  const auto busy = [&](Time span) {
+    h.loop.Freeze(h.loop.Now() + span);
+  };  // a long write holds back what is due
+  const struct {
+    std::function<void()> act;
+    int wait;  // ms
+    const char* ticks;
+  } steps[] = {{[] {}, 1000, ""},
+               {[&] { timer.Enabled = true; }, 350, "1100 1200 1300 "},  // a tick leaves it enabled
+               {[&] { timer.Enabled = true; }, 110, "1450 "},            // anew, though it runs
+               {[&] { timer.Interval = 40; }, 100, "1500 1540 "},
+               {[&] { timer.Interval = 0, timer.Enabled = true; }, 1000, ""},
+               {[&] { timer.Interval = 100; }, 100, "2660 "},
+               {[&] { timer.Enabled = false; }, 340, ""},
+               {[&] { timer.Enabled = true, busy(230ms); }, 130, "3230 3300 "},  // in its raster
+               {[&] { busy(1000ms); }, 100, "4360 4400 "},                       // without those that were missed
+               {[&] { onTick = [&] { busy(30ms), timer.Enabled = true; }; }, 200, "4500 4630 "},
+               {[&] { onTick = [&] { h.Do("wait 250"), timer.Enabled = false; }; }, 1000, "4730 4830 4930 "},
+               {[&] { timer.Enabled = true, onTick = [&] { h.app.forms.Unload(form), ticks += form.Name(); }; }, 1000,
+                "5760 Every"}};
+  for (const auto& step : steps) {
+    step.act();
+    h.Do("wait " + std::to_string(step.wait));
+    EXPECT_EQ(std::exchange(ticks, {}), step.ticks) << &step - steps;
+  }
 }
 
 }  // namespace

@@ -101,6 +101,19 @@ TEST(Forms, AFormThatIsUnloadedInsideItsHandlerLivesUntilThatReturns) {
   EXPECT_TRUE(form.expired());
 }
 
+TEST(Forms, AtTheEndTheTopmostGoesFirst) {
+  VirtualEventLoop loop;
+  RecordingScreen screen;
+  auto forms = std::make_unique<Forms>(loop, screen);
+  for (const char* name : {"A", "B"}) {
+    forms->Register(name, [&forms, name] { return std::make_shared<EveryControl>(*forms, name); });
+    forms->Load(name);
+  }
+  screen.TakeLog();
+  forms.reset();
+  EXPECT_EQ(screen.log, "unloaded B\nunloaded A\n");
+}
+
 TEST(Forms, WhatIsNotThereFaults) {
   Program p;
   EveryControl& form = p.Show("A");

@@ -89,19 +89,14 @@ class EveryControl : public Form {
   Label         SiteLbl     {*this, "SiteLbl",     {9600,  195,  3000,  315}, "www.norvanta.example", TextRole::Link,
                              Noting("site"), {Noting("down"), Noting("up"), Noting("over")}};
   Frame         SideFrame   {*this, "SideFrame",   {   0,  720, 3840, 7680}, Fill::Side};
-  Frame         SideLine    {*this, "SideLine",    {3825,  720,   15, 7680}, Fill::Hairline};
   Frame         MarkFrame   {*this, "MarkFrame",   {   0, 1440,   60,  315}, Fill::Accent};
   Label         StepLbl     {*this, "StepLbl",     { 240, 1440, 3480,  315}, "Welcome / Open Configuration", TextRole::Step};
   Image         IconImg     {*this, "IconImg",     { 240, 2400,  720,  720}};
   Label         LogLbl      {*this, "LogLbl",      { 240, 3360, 3480, 4320}, ""};
 
   Frame         FirstFrame  {*this, "FirstFrame",  {3840, 720, 9000, 6900}};
-  Label         IntroLbl    {FirstFrame, "IntroLbl", {360, 120, 8280, 540},
-                             "Two blanks stay.  A text that is longer than one line wraps at its words, and the second line "
-                             "stands eighteen pixels below the first."};
   Label         NameLbl     {FirstFrame, "NameLbl",    { 360, 720, 1800, 315}, "Name"};
   TextBox       NameTxt     {FirstFrame, "NameTxt",    {2280, 720, 2160, 315}, Noting("name", NameTxt, &TextBox::Text)};
-  Label         UnitLbl     {FirstFrame, "UnitLbl",    {4560, 720,  600, 315}, "ms", TextRole::Muted};
   Label         OffLbl      {FirstFrame, "OffLbl",     { 360, 1080, 1800, 315}, "Off"};
   TextBox       OffTxt      {FirstFrame, "OffTxt",     {2280, 1080, 2160, 315}};
   TextBox       GrayTxt     {FirstFrame, "GrayTxt",    {4560, 1080, 2160, 315}};
@@ -136,7 +131,6 @@ class EveryControl : public Form {
   OptionButton  OtherOpt    {SecondFrame, "OtherOpt", {6480, 120, 2160, 315}, "A group of its own", true, Noting("other")};
   TextBox       Term        {SecondFrame, "Term",     {360, 720, 8280, 5970}, {}, TextBox::Lines::Many};
 
-  Frame         FootLine    {*this, "FootLine", {3840, 7620, 9000, 15}, Fill::Hairline};
   ImageButton   BackCmd     {*this, "BackCmd",   { 8760, 7815, 1050, 390}, [this] { ShowPage(false); }};
   ImageButton   NextCmd     {*this, "NextCmd",   { 9930, 7815, 1050, 390}, [this] { ShowPage(true); }, WindowKey::Enter};
   ImageButton   CancelCmd   {*this, "CancelCmd", {11340, 7815, 1140, 390}, [this] { UnloadMe(); }, WindowKey::EscapeMovesFocus};
