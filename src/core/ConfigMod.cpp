@@ -147,6 +147,8 @@ void UploadImage(Conversation& conversation, ConfigurationForm& form) {
     const std::int32_t total = Asc(reply, 3) + 256 * Asc(reply, 4) + 2;
     const Bytes data = ReadImage(conversation, total, headerLength);
     if (!conversation.IsOver()) TakeImage(conversation, data, form);
+  } else {
+    conversation.Answered(false);
   }
   conversation.CommClose();
 }

@@ -44,6 +44,7 @@ bool Xmodem::XmodemSend(const Bytes& data) {
 }
 
 bool Xmodem::Fail() {
+  conversation_.Answered(false);
   conversation_.CommClose();
   return true;
 }

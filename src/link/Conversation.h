@@ -59,7 +59,7 @@ class Conversation {
   /// The clock of its waits.
   Timer& TimeOutTmr() const { return form.Get<Timer>("TimeOutTmr"); }
 
-  /// A wait has ended, with its answer or without. What did not come may still come late.
+  /// A wait has ended, with its answer or without, or what came was none. What did not come may still come late.
   void Answered(bool answered) { owed_ = !answered; }
 
   /// "Reading the configuration of the RB2000 on COM3 is under way.", and how to end it.

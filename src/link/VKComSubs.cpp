@@ -128,6 +128,7 @@ bool SendAndWaitForAck(Conversation& conversation, const Bytes& message) {
 }
 
 void TellTimeOut(Conversation& conversation) {
+  conversation.Answered(false);
   if (conversation.IsOver()) return;
   conversation.app.forms.MsgBox("A timeout or error has occured while communicating to the " + conversation.product,
                                 MessageIcon::Critical, "Error!");
@@ -169,6 +170,7 @@ bool DetectOfflineManager(Conversation& conversation) {
     found = text.find(BannerName) != Bytes::npos && conversation.app.globals.TimeOutFlag == FlagFalse;
   }
   timer.Interval = interval;
+  conversation.Answered(found);
   conversation.CommFlush();
   return found;
 }

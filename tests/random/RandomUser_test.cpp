@@ -166,6 +166,7 @@ class RandomUser {
     Use(list, [&] { list.Pick(OneOf<std::string>({"None", "COM1", "COM1", "COM2", "COM3", "COM9"})); });
   }
   void CloseWindow() {
+    if (h.app.forms.Loaded().empty()) return;
     const auto form = OneOf(h.app.forms.Loaded());
     if (form->Name() == std::string("MainMenu") && Pick(10) != 0) return;
     under_.push_back(form->Name() + std::string(".close"));
@@ -211,7 +212,8 @@ class RandomUser {
       const int port = h.app.globals.ComPortNumber;
       ASSERT_TRUE(port >= 1 && port <= Ports);
       const Line& line = *lines_[static_cast<std::size_t>(port - 1)].back();
-      EXPECT_TRUE(line.stored > 0 || line.Gone()) << box.text;  // what goes with the last bytes has no answer
+      // The last bytes of blocks have no answer: they may still be on their way, or be lost with the device.
+      EXPECT_TRUE(line.stored > 0 || line.NextDue() || line.Gone()) << box.text;
     }
     if (Pick(6) == 0) Wait(Pick(5000) * 1ms);
   }
@@ -251,6 +253,7 @@ TEST(RandomUser, FindsNoFault) {
   unsigned lives = 0;
   for (; MonotonicNow() < end && !HasFailure(); ++seed, ++lives) {
     SCOPED_TRACE("VK32_RANDOM_SEED=" + std::to_string(seed));
+    if (std::getenv("VK32_RANDOM_TRACE") != nullptr) std::cerr << seed << std::endl;  // one that never ends
     RandomUser(seed).Live();
   }
   std::cout << lives << " lives\n";
