@@ -47,7 +47,7 @@ bool WriteBlocks(Conversation& conversation) {
     if (!SendAndWaitForAck(conversation, BuildFrame(globals, conversation.product, BlockFrame::Write))) return false;
   }
   // The device stores the blocks now: without it nothing has changed.
-  return SendWhole(conversation, EndOfExchange);
+  return SendLast(conversation, EndOfExchange);
 }
 
 /// Reads the reply of BlockNumber into `reply`. False on a time-out or a wrong checksum.

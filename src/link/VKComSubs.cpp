@@ -14,6 +14,7 @@ namespace {
 
 constexpr int ProbeInterval = 1000;  // ms
 constexpr int BannerLength = 340;    // bytes
+constexpr Time SettlingTime = std::chrono::milliseconds(50);
 constexpr const char* BannerName = "offline manager";
 constexpr Purpose TestingPort{"The test of the port", "Wait until it has ended."};
 
@@ -121,6 +122,18 @@ bool SendWhole(Conversation& conversation, const Bytes& message) {
   } catch (const RuntimeFault&) {
     return false;
   }
+}
+
+bool SendLast(Conversation& conversation, const Bytes& message) {
+  if (!SendWhole(conversation, message)) return false;
+  bool passed = false;
+  const Alarm alarm(conversation.app.forms.dispatcher.Loop(), SettlingTime, [&] { passed = true; });
+  const auto over = [&] { return passed || conversation.IsOver(); };
+  Bytes unread;
+  while (!over()) {
+    if (PollPort(conversation, unread, 1, over) < 0) return false;
+  }
+  return true;
 }
 
 bool SendAndWaitForAck(Conversation& conversation, const Bytes& message) {

@@ -42,6 +42,8 @@ void SetTimeOut(Conversation& conversation, int milliseconds);
 bool Send(Conversation& conversation, const Bytes& message);
 /// CommWrite. False if not all of it left.
 bool SendWhole(Conversation& conversation, const Bytes& message);
+/// SendWhole of a message that nothing answers. False also if the device goes within 50 ms: it may not have got it.
+bool SendLast(Conversation& conversation, const Bytes& message);
 /// Send, and WaitForAck. False if no ACK came.
 bool SendAndWaitForAck(Conversation& conversation, const Bytes& message);
 /// The one word to the user when an exchange has failed; none if he has ended it himself.

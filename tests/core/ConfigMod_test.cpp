@@ -61,7 +61,7 @@ class ConfigModTest : public testing::Test {
 
 TEST_F(ConfigModTest, BlocksAreSentOneByOneUntilOneIsNotAcknowledged) {
   const Message first{Write5, {{20ms, AckByte}}};
-  Check("VK-RTX", "SendBlocksCmd", {first, {Write7, {{30ms, "\x15" + AckByte}}}, {End}}, "True\n50 ms");
+  Check("VK-RTX", "SendBlocksCmd", {first, {Write7, {{30ms, "\x15" + AckByte}}}, {End}}, "True\n100 ms");
   Check("VK-RTX", "SendBlocksCmd", {first, {Write7}}, TimeOutBox("VK-RTX") + "False\n1254 ms");
   Check("VK-RTX", "SendBlocksCmd", {first, {Write7, {{30ms, "\x15"}}}}, TimeOutBox("VK-RTX") + "False\n1254 ms");
   Check("VK-RTX", "SendBlocksCmd", {{Write5}}, TimeOutBox("VK-RTX") + "False\n1234 ms");
