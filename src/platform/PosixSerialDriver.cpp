@@ -314,10 +314,9 @@ bool PosixSerialDriver::Write(Handle handle, std::string_view data, std::uint32_
   const std::uint64_t wanted = perByte * data.size() + port->timeouts.WriteTotalTimeoutConstant;
   const bool endless = perByte == 0 && wanted == 0;
   const Time now = loop_.Now();
-  Outgoing& outgoing = port->outgoing.emplace();
-  outgoing.data = data;
-  outgoing.earliestEnd = now + port->byteTime * static_cast<std::int64_t>(data.size());
-  outgoing.until = now + std::chrono::milliseconds(endless ? MaxWriteMs : std::min(wanted, MaxWriteMs));
+  const Time earliestEnd = now + port->byteTime * static_cast<std::int64_t>(data.size());
+  const Time until = now + std::chrono::milliseconds(endless ? MaxWriteMs : std::min(wanted, MaxWriteMs));
+  port->outgoing = Outgoing{Bytes(data), 0, earliestEnd, until, INT_MAX, Time{0}};
   return Progress(*port, written, ErrorIoPending);
 }
 

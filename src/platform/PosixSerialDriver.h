@@ -2,7 +2,6 @@
 #pragma once
 
 #include <array>
-#include <climits>
 #include <map>
 #include <optional>
 #include <string>
@@ -47,10 +46,10 @@ class PosixSerialDriver : public SerialDriver {
   /// Bytes on their way out.
   struct Outgoing {
     Bytes data;
-    std::uint32_t handed = 0;  // to the kernel
-    Time earliestEnd, until;   // when the line can have carried them; when the rest is taken back
-    int left = INT_MAX;        // of them with the kernel, when it was last looked at
-    Time patience{0};          // until it is looked at again
+    std::uint32_t handed;     // to the kernel
+    Time earliestEnd, until;  // when the line can have carried them; when the rest is taken back
+    int left;                 // of them with the kernel, when it was last looked at
+    Time patience;            // until it is looked at again
   };
 
   struct Port {

@@ -156,9 +156,7 @@ TEST_F(ControlsTest, ATimerTicksAtFullIntervalsFromTheMomentItWasEnabled) {
     ticks += std::to_string((h.loop.Now() - start) / 1ms) + " ";
     if (const auto act = std::exchange(onTick, {})) act();
   });
-  const auto busy = [&](Time span) {
-    h.loop.Freeze(h.loop.Now() + span);
-  };  // a long write holds back what is due
+  const auto busy = [&](Time span) { h.loop.Freeze(h.loop.Now() + span); };  // a long write holds back what is due
   const struct {
     std::function<void()> act;
     int wait;  // ms
