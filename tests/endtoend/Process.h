@@ -2,7 +2,6 @@
 #pragma once
 
 #include <gtest/gtest.h>
-#include <poll.h>
 #include <signal.h>
 #include <sys/prctl.h>
 #include <sys/resource.h>
@@ -11,7 +10,6 @@
 #include <unistd.h>
 
 #include <string>
-#include <utility>
 #include <vector>
 
 namespace vk32 {
@@ -40,6 +38,8 @@ class Process {
     }
     close(ends[1]);
     line_ = ends[0];
+    const timeval patience{10, 0};  // longer than any wait of these tests
+    setsockopt(line_, SOL_SOCKET, SO_RCVTIMEO, &patience, sizeof patience);
   }
   ~Process() {
     close(line_);
@@ -56,16 +56,13 @@ class Process {
   void Signal(int number) const { kill(pid_, number); }
 
   /// The next line with its end; empty at the end of the output.
-  std::string Line() {
-    std::size_t end = 0;
-    while ((end = printed_.find('\n')) == std::string::npos && More()) {
-    }
-    const std::string rest = end == std::string::npos ? "" : printed_.substr(end + 1);
-    printed_.resize(printed_.size() - rest.size());
-    return std::exchange(printed_, rest);
+  std::string Line() const {
+    std::string line;
+    for (char byte = 0; byte != '\n' && read(line_, &byte, 1) == 1;) line += byte;
+    return line;
   }
   /// The lines that a command prints, up to "ok" or "error".
-  std::string Do(const std::string& command) {
+  std::string Do(const std::string& command) const {
     Send(command + "\n");
     std::string lines, line;
     do lines += line = Line();
@@ -73,10 +70,10 @@ class Process {
     return lines;
   }
   /// All that it still prints.
-  std::string Rest() {
-    while (More()) {
-    }
-    return std::exchange(printed_, {});
+  std::string Rest() const {
+    std::string all, line;
+    while (!(line = Line()).empty()) all += line;
+    return all;
   }
 
   /// Its exit status; -1 if a signal ended it, or this, since it did not end.
@@ -91,23 +88,8 @@ class Process {
   }
 
  private:
-  /// False at the end of the output.
-  bool More() {
-    constexpr int patience = 10'000;  // ms: longer than any wait of these tests
-    pollfd waiting{line_, POLLIN, 0};
-    if (poll(&waiting, 1, patience) != 1) {
-      ADD_FAILURE() << "a program says no more, after: " << printed_;
-      return false;
-    }
-    char chunk[4096];
-    const ssize_t count = read(line_, chunk, sizeof chunk);
-    if (count > 0) printed_.append(chunk, static_cast<std::size_t>(count));
-    return count > 0;
-  }
-
   pid_t pid_ = -1;
   int line_ = -1;
-  std::string printed_;
   bool ended_ = false;
 };
 

@@ -11,10 +11,7 @@
 
 #include <cstdarg>
 #include <functional>
-#include <numeric>
-#include <thread>
 
-#include "platform/InAChild.h"
 #include "platform/PosixEventLoop.h"
 
 namespace {
@@ -106,7 +103,7 @@ class PosixSerialDriverTest : public testing::Test {
   void Hold() {
     FromDevice({&Xoff, 1});
     pollfd line{driver_.WaitHandle(handle_), POLLOUT, 0};
-    while (poll(&line, 1, 0) == 1 && (line.revents & POLLHUP) == 0) std::this_thread::yield();
+    while (poll(&line, 1, 0) == 1 && (line.revents & POLLHUP) == 0) continue;
   }
   /// Bytes that the device has received, once as many as `count` are there.
   Bytes AtDevice(int count) {
@@ -189,15 +186,11 @@ TEST_F(PosixSerialDriverTest, BusyPortNamesItsHolder) {
 TEST_F(PosixSerialDriverTest, ForbiddenPortNamesTheGroup) {
   if (geteuid() != 0) GTEST_SKIP() << "only the superuser can become a user who may not open the port";
   ASSERT_EQ(chown(path_.c_str(), 0, 1), 0);
-  const std::string group = "the group daemon: add yourself with \"sudo usermod -aG daemon nobody\" and log in";
-  for (const auto& [mode, told] : {std::pair(0620, "is open to root alone"), {0660, group.c_str()}}) {
-    chmod(path_.c_str(), static_cast<mode_t>(mode));
-    const auto tells = [&] { return Open() == EACCES && driver_.ErrorText(EACCES).find(told) != std::string::npos; };
-    EXPECT_EQ(InAChild(tells, Nobody), 1) << told;
-  }
-  chmod(path_.c_str(), 0666);
-  for (int killed = 0; killed < 2; ++killed)
-    EXPECT_EQ(InAChild([&] { return Open(); }, Nobody), 0);  // and leaves it free
+  ASSERT_EQ(chmod(path_.c_str(), 0660), 0);
+  const std::string told =
+      " belongs to the group daemon: add yourself with \"sudo usermod -aG daemon nobody\" and log in";
+  const auto isTold = [&] { return driver_.ErrorText(EACCES).starts_with("Permission denied: " + path_ + told); };
+  EXPECT_EXIT(_exit(setuid(65534) == 0 && Open() == EACCES && isTold()), testing::ExitedWithCode(1), "");
 }
 
 TEST_F(PosixSerialDriverTest, GoneDeviceIsAnErrorAndNotASpin) {
@@ -209,32 +202,24 @@ TEST_F(PosixSerialDriverTest, GoneDeviceIsAnErrorAndNotASpin) {
       [&] { return driver_.ClearError(handle_, number, status); }, [&] { return driver_.Read(handle_, 10, data); },
       [&] { return Write("hello") >= 0; }, [&] { return driver_.Purge(handle_, 15); },
       [&] { return driver_.GetState(handle_, dcb); }};
-  const auto allFail = [&](int code) {
-    EXPECT_EQ(driver_.WaitHandle(handle_), -1);
-    for (const auto& verb : verbs) {
-      EXPECT_FALSE(verb()) << &verb - verbs;
-      EXPECT_EQ(driver_.LastError(), code) << &verb - verbs;
-    }
-  };
-  allFail(EBADF);
-  for (const auto& first : verbs) {
+  for (const auto& verb : verbs) {
     Plug();
     OpenLine();
     Arrive("lost");
     Unplug();
-    EXPECT_FALSE(first()) << &first - verbs;
-    allFail(EIO);
+    EXPECT_EQ(driver_.WaitHandle(handle_), -1);
+    for (int time = 1; time <= 2; ++time) EXPECT_EQ(verb() ? 0 : driver_.LastError(), EIO) << &verb - verbs << time;
     EXPECT_EQ(driver_.ErrorText(EIO), "Input/output error: the serial device is gone: plug it in again");
     EXPECT_TRUE(driver_.Close(handle_));
-    EXPECT_FALSE(driver_.Close(handle_));
+    EXPECT_EQ(verb() ? 0 : driver_.LastError(), EBADF) << &verb - verbs;
     EXPECT_EQ(Open(), ENOENT);
   }
   EXPECT_EQ(loop_.sleeps, 0);
 }
 
 TEST_F(PosixSerialDriverTest, BytesPassUnchangedWithoutFlowControl) {
-  Bytes all(256, '\0');
-  std::iota(all.begin(), all.end(), '\0');
+  Bytes all;
+  for (int byte = 0; byte < 256; ++byte) all += static_cast<char>(byte);
   OpenLine(true);
   Hold();
   EXPECT_TRUE(driver_.Close(handle_));
@@ -321,8 +306,6 @@ TEST(ParseSettings, TakesTheFourSettingsAndNothingElse) {
     const std::string settings = std::string(Good).replace(Good.find(part), part.size(), row.substr(part.size() + 1));
     EXPECT_TRUE(!ParseSettings(settings, dcb) && dcb.BaudRate == 4800) << settings;
   }
-  EXPECT_TRUE(ParseSettings(Good, dcb));
-  EXPECT_TRUE(dcb.BaudRate == 19200 && dcb.Parity == 'N' && dcb.ByteSize == 8 && dcb.StopBits == 1);
   EXPECT_TRUE(ParseSettings("stop=2 data=7 parity=E baud=300", dcb));
   EXPECT_TRUE(dcb.BaudRate == 300 && dcb.Parity == 'E' && dcb.ByteSize == 7 && dcb.StopBits == 2);
   EXPECT_TRUE(dcb.fOutX && dcb.XonChar == 1);
