@@ -144,19 +144,17 @@ class PosixSerialDriverTest : public testing::Test {
 };
 
 TEST_F(PosixSerialDriverTest, MissingPort) {
-  const std::string behind = "No such file or directory: no serial device stands behind ", x(200, 'x'),
-                    missing = " is missing; plug it in, or choose the port again";
-  const auto fails = [&](const std::string& path, int code, const std::string& told) {
-    names_.Assign("COM12", path);
-    EXPECT_EQ(Open(), code);
-    EXPECT_EQ(driver_.ErrorText(code), told);
-  };
-  fails("/" + x, ENOENT, behind + "COM12: ..." + x.substr(0, 61) + missing);
-  fails("/dev/null", ENOTTY, "Inappropriate ioctl for device: /dev/null is no serial port");
-  fails("/dev/" + x + x, ENAMETOOLONG, "File name too long");
+  const std::string behind = "No such file or directory: no serial device stands behind ", x(200, 'x');
+  names_.Assign("COM12", "/" + x);
+  EXPECT_EQ(Open(), ENOENT);
+  EXPECT_EQ(driver_.ErrorText(ENOENT),
+            behind + "COM12: ..." + x.substr(0, 61) + " is missing; plug it in, or choose the port again");
   EXPECT_EQ(Open(""), ENOENT);
   EXPECT_TRUE(driver_.ErrorText(ENOENT).starts_with(behind + ": /tmp "));  // a folder that is passed over
-  EXPECT_EQ(driver_.ErrorText(4711), "Unknown error 4711");
+  names_.Assign("COM12", "/dev/null");
+  EXPECT_EQ(Open(), ENOTTY);
+  EXPECT_EQ(driver_.ErrorText(ENOTTY), "Inappropriate ioctl for device: /dev/null is no serial port");
+  EXPECT_EQ(driver_.ErrorText(ENOENT) + driver_.ErrorText(4711), "No such file or directoryUnknown error 4711");
 }
 
 TEST_F(PosixSerialDriverTest, BusyPortNamesItsHolder) {
@@ -168,7 +166,6 @@ TEST_F(PosixSerialDriverTest, BusyPortNamesItsHolder) {
   PosixSerialDriver other(loop_, names_);
   const auto held = other.Open(Com12);
   isHeldBy(getpid());
-  EXPECT_EQ(driver_.ErrorText(EACCES), "Permission denied");
   EXPECT_TRUE(other.Close(held));
   const pid_t opener = fork();  // asks for no lock
   if (opener == 0) {
