@@ -1,148 +1,96 @@
-// A built program at the other end of two pipes; nothing that it does can hang a test.
+// A built program at the other end of a line; nothing that it does can hang a test.
 #pragma once
 
-#include <fcntl.h>
 #include <gtest/gtest.h>
-#include <poll.h>
 #include <signal.h>
 #include <sys/prctl.h>
 #include <sys/resource.h>
+#include <sys/socket.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <chrono>
 #include <string>
-#include <utility>
 #include <vector>
 
 namespace vk32 {
 
 class Process {
  public:
-  using Clock = std::chrono::steady_clock;
-
-  /// `program`: "vk32-sim", "vk32-script" or "vk32"; `runtimeFolder`: where port names are kept; `output`: a file that
-  /// takes its standard output, in place of these pipes.
-  Process(const std::string& program, std::vector<std::string> arguments, const std::string& runtimeFolder,
-          const char* output = nullptr) {
-    int toChild[2], fromChild[2];
-    if (pipe2(toChild, O_CLOEXEC) != 0 || pipe2(fromChild, O_CLOEXEC) != 0) ADD_FAILURE() << "no pipe";
+  /// `program`: "vk32-sim", "vk32-script" or "vk32"; `folder`: where it runs, and where port names are kept. Two
+  /// seconds of processor time end it: no wait of these tests takes any.
+  Process(const std::string& program, std::vector<std::string> arguments, const std::string& folder) {
+    int ends[2];
+    if (socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends) != 0) ADD_FAILURE() << "no line";
     arguments.insert(arguments.begin(), VK32_PROGRAMS "/" + program);
     std::vector<char*> words;
     for (std::string& argument : arguments) words.push_back(argument.data());
     words.push_back(nullptr);
-    signal(SIGPIPE, SIG_IGN);  // a program that has ended takes no input, and that is no reason to end the tests
     pid_ = fork();
     if (pid_ == 0) {
-      signal(SIGPIPE, SIG_DFL);
       prctl(PR_SET_PDEATHSIG, SIGKILL);
-      dup2(toChild[0], STDIN_FILENO);
-      dup2(output != nullptr ? open(output, O_WRONLY | O_CLOEXEC) : fromChild[1], STDOUT_FILENO);
-      dup2(fromChild[1], STDERR_FILENO);
-      setenv("XDG_RUNTIME_DIR", runtimeFolder.c_str(), 1);
+      for (const int fd : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) dup2(ends[1], fd);
+      const rlimit seconds{2, 2};
+      setrlimit(RLIMIT_CPU, &seconds);
+      setenv("XDG_RUNTIME_DIR", folder.c_str(), 1);
       setenv("QT_QPA_PLATFORM", "offscreen", 1);
-      execv(words[0], words.data());
+      if (chdir(folder.c_str()) == 0) execv(words[0], words.data());
       _exit(127);
     }
-    close(toChild[0]);
-    close(fromChild[1]);
-    input_ = toChild[1];
-    output_ = fromChild[0];
+    close(ends[1]);
+    line_ = ends[0];
+    const timeval patience{10, 0};  // longer than any wait of these tests
+    setsockopt(line_, SOL_SOCKET, SO_RCVTIMEO, &patience, sizeof patience);
   }
   ~Process() {
-    CloseInput();
-    CloseOutput();
-    if (!ended_) Signal(SIGKILL);
-    if (!ended_) waitpid(pid_, nullptr, 0);
+    close(line_);
+    if (!ended_) kill(pid_, SIGKILL), waitpid(pid_, nullptr, 0);
   }
   Process(const Process&) = delete;
   Process& operator=(const Process&) = delete;
 
-  void Send(const std::string& text) const {
-    EXPECT_EQ(write(input_, text.data(), text.size()), static_cast<ssize_t>(text.size()));
-  }
-  void CloseInput() {
-    if (input_ >= 0) close(std::exchange(input_, -1));
-  }
+  /// A program that has ended takes no input, and that is no reason to end the tests.
+  void Send(const std::string& text) const { send(line_, text.data(), text.size(), MSG_NOSIGNAL); }
+  void CloseInput() const { shutdown(line_, SHUT_WR); }
   /// As a reader that has ended.
-  void CloseOutput() {
-    if (output_ >= 0) close(std::exchange(output_, -1));
-  }
+  void CloseOutput() const { shutdown(line_, SHUT_RD); }
   void Signal(int number) const { kill(pid_, number); }
 
   /// The next line with its end; empty at the end of the output.
-  std::string Line() {
-    std::size_t end = 0;
-    while ((end = printed_.find('\n')) == std::string::npos && More()) {
-    }
-    const std::size_t count = end == std::string::npos ? printed_.size() : end + 1;
-    std::string line = printed_.substr(0, count);
-    printed_.erase(0, count);
+  std::string Line() const {
+    std::string line;
+    for (char byte = 0; byte != '\n' && read(line_, &byte, 1) == 1;) line += byte;
     return line;
   }
-  /// All lines up to "ok" or "error".
-  std::string Answer() {
-    std::string lines;
-    for (std::string line = Line(); !line.empty(); line = Line()) {
-      lines += line;
-      if (line == "ok\n" || line.rfind("error ", 0) == 0) break;
-    }
+  /// The lines that a command prints, up to "ok" or "error".
+  std::string Do(const std::string& command) const {
+    Send(command + "\n");
+    std::string lines, line;
+    do lines += line = Line();
+    while (!line.empty() && line != "ok\n" && !line.starts_with("error "));
     return lines;
   }
-  std::string Do(const std::string& command) {
-    Send(command + "\n");
-    return Answer();
-  }
   /// All that it still prints.
-  std::string Rest() {
-    while (More()) {
-    }
-    return std::exchange(printed_, {});
+  std::string Rest() const {
+    std::string all, line;
+    while (!(line = Line()).empty()) all += line;
+    return all;
   }
 
   /// Its exit status; -1 if a signal ended it, or this, since it did not end.
   int Wait() {
+    int status = 0;
     for (int tries = 0; !ended_ && tries < 1000; ++tries) {
-      int status = 0;
-      if (wait4(pid_, &status, WNOHANG, &usage_) == pid_) {
-        ended_ = true;
-        status_ = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-      } else {
-        usleep(5000);
-      }
+      ended_ = waitpid(pid_, &status, WNOHANG) == pid_;
+      if (!ended_) usleep(5000);
     }
     EXPECT_TRUE(ended_) << "a program does not end";
-    return status_;
-  }
-  /// The processor time that it has taken, once it has ended.
-  double ProcessorSeconds() const {
-    const auto seconds = [](const timeval& time) {
-      return static_cast<double>(time.tv_sec) + 1e-6 * static_cast<double>(time.tv_usec);
-    };
-    return seconds(usage_.ru_utime) + seconds(usage_.ru_stime);
+    return ended_ && WIFEXITED(status) ? WEXITSTATUS(status) : -1;
   }
 
  private:
-  /// False at the end of the output.
-  bool More() {
-    constexpr int patience = 10'000;  // ms: longer than any wait of these tests
-    pollfd waiting{output_, POLLIN, 0};
-    if (poll(&waiting, 1, patience) != 1) {
-      ADD_FAILURE() << "a program says no more, after: " << printed_;
-      return false;
-    }
-    char chunk[4096];
-    const ssize_t count = read(output_, chunk, sizeof chunk);
-    if (count > 0) printed_.append(chunk, static_cast<std::size_t>(count));
-    return count > 0;
-  }
-
   pid_t pid_ = -1;
-  int input_ = -1, output_ = -1;
-  std::string printed_;
+  int line_ = -1;
   bool ended_ = false;
-  int status_ = -1;
-  rusage usage_{};
 };
 
 }  // namespace vk32

@@ -1,23 +1,15 @@
 // Reading files, and replacing them as a whole, on a real disk.
 #include "platform/Files.h"
 
-#include <fcntl.h>
 #include <gtest/gtest.h>
-#include <sys/stat.h>
+#include <sys/resource.h>
 #include <sys/statvfs.h>
 #include <sys/syscall.h>
-#include <unistd.h>
 
-#include <algorithm>
-#include <cerrno>
-#include <cstring>
 #include <filesystem>
 #include <fstream>
-#include <functional>
-#include <iterator>
 
-#include "platform/Fault.h"
-#include "platform/InAChild.h"
+#include "forms/FaultOf.h"
 #include "support/Harness.h"
 
 namespace {
@@ -41,7 +33,7 @@ extern "C" int fchmod(int fd, mode_t mode) noexcept {
   return disk.modes ? static_cast<int>(syscall(SYS_fchmod, fd, mode)) : -1;
 }
 extern "C" int statvfs(const char*, struct statvfs* found) noexcept {
-  std::memset(found, 0, sizeof *found);
+  *found = {};
   found->f_blocks = 100, found->f_frsize = 4096, found->f_bavail = disk.full ? 3 : 4;
   return 0;
 }
@@ -60,193 +52,142 @@ class FilesTest : public testing::Test {
     std::ofstream(folder_ / name) << text;
     chmod(Path(name).c_str(), mode);
   }
-  std::string Text(const std::string& name) const {
-    std::ifstream file(folder_ / name);
-    return {std::istreambuf_iterator<char>(file), {}};
+  std::string Text(const std::string& name) const { return InputFile(Path(name)).Read(1 << 20); }
+  unsigned Mode(const std::string& name) const {
+    return static_cast<unsigned>(fs::status(folder_ / name).permissions());
   }
-  mode_t Mode(const std::string& name) const {
-    struct stat found {};
-    return stat(Path(name).c_str(), &found) == 0 ? found.st_mode & 07777 : 0;
+  /// The number of the fault that a save ends with; 0 if it ends well.
+  int Save(const std::string& name, std::string_view text) const {
+    return FaultOf([&] {
+      OutputFile file(Path(name));
+      file.Write(text);
+      file.Commit();
+    });
   }
-  static void Save(const std::string& path, std::string_view text) {
-    OutputFile file(path);
-    file.Write(text);
-    file.Commit();
+  /// Things in a folder, temporary files included.
+  static long Entries(const fs::path& folder) {
+    return std::distance(fs::directory_iterator(folder), fs::directory_iterator());
   }
-  /// The number of the fault that `act` ends with; 0 if it ends well.
-  static int Fault(const std::function<void()>& act) {
-    try {
-      act();
-    } catch (const RuntimeFault& fault) {
-      EXPECT_NE(fault.Description(), "");
-      return fault.Code();
-    }
-    return 0;
-  }
-  /// Things in the folder, temporary files included.
-  long Entries() const { return std::distance(fs::directory_iterator(folder_), fs::directory_iterator()); }
+  long Entries() const { return Entries(folder_); }
 
   const TemporaryFile file_{"file"};
   const fs::path folder_ = fs::path(file_.Path()).parent_path();
 };
 
-TEST_F(FilesTest, ReadsEveryByteOnce) {
-  std::string all, got;
-  for (int i = 0; i < 40000; ++i) all += static_cast<char>(i * 7);
-  Put("all", all);
-  InputFile file(Path("all"));
-  EXPECT_EQ(file.Size(), 40000u);
-  for (int byte = file.Get(); byte >= 0; byte = file.Get()) got += static_cast<char>(byte);
-  EXPECT_EQ(got, all);
-  EXPECT_EQ(file.Get(), -1);
-}
-
 TEST_F(FilesTest, WhatIsNoFileIsNotReadAndKeepsNothingOpen) {
   ASSERT_EQ(mkfifo(Path("pipe").c_str(), 0666), 0);
   Put("file", "");
-  const auto open = [] { return std::distance(fs::directory_iterator("/proc/self/fd"), fs::directory_iterator()); };
-  const auto before = open();
-  const auto fault = [&](const std::string& path) { return Fault([&] { InputFile(path).Get(); }); };
-  for (const char* name : {"", "pipe", "file/below"}) EXPECT_EQ(fault(Path(name)), 75) << name;
-  EXPECT_EQ(fault("/dev/zero"), 75);
+  const auto before = Entries("/proc/self/fd");
+  const auto fault = [&](const std::string& path) { return FaultOf([&] { InputFile(path).Get(); }); };
+  for (const auto& path : {Path(""), Path("pipe"), Path("file/below")}) EXPECT_EQ(fault(path), 75) << path;
   EXPECT_EQ(fault(Path("none")), 53);
   EXPECT_EQ(fault("/proc/self/mem"), 57);  // the only one of every system that opens and can't be read at its start
   EXPECT_EQ(fault(Path("file")), 0);
-  EXPECT_EQ(open(), before);
+  EXPECT_EQ(Entries("/proc/self/fd"), before);
 }
 
-TEST_F(FilesTest, OldFileStandsUntilCommit) {
-  const mode_t before = umask(027);
-  Save(Path("file"), "old");
-  umask(before);
-  EXPECT_EQ(Text("file"), "old");
-  EXPECT_EQ(Mode("file"), 0640u);  // of a new file, as usual
-  chmod(Path("file").c_str(), 0604);
-  for (const bool commit : {false, true}) {
-    OutputFile file(Path("file"));
-    file.Write(std::string(200000, 'x'));
-    EXPECT_EQ(Text("file"), "old");
-    if (commit) file.Commit();
-  }
-  EXPECT_EQ(Text("file"), std::string(200000, 'x'));
-  EXPECT_EQ(Mode("file"), 0604u);
-  EXPECT_EQ(Entries(), 1);
-}
-
-TEST_F(FilesTest, LinkStaysALink) {
+TEST_F(FilesTest, OldFileStandsUntilCommitAndALinkStaysALink) {
+  std::string all;
+  for (int i = 0; i < 200000; ++i) all += static_cast<char>(i * 7);
   fs::create_directory(Path("far"));
-  Put("far/file", "old");
   fs::create_symlink("far/file", Path("link"));
   fs::create_symlink("link", Path("again"));
-  fs::create_symlink("far/new", Path("early"));
-  Save(Path("again"), "new");
-  Save(Path("early"), "first");
-  EXPECT_EQ(Text("far/file") + Text("far/new"), "newfirst");
-  for (const char* link : {"link", "again", "early"}) EXPECT_TRUE(fs::is_symlink(Path(link))) << link;
-  EXPECT_EQ(Entries(), 4);
+  const mode_t before = umask(027);
+  EXPECT_EQ(Save("again", "old"), 0);
+  umask(before);
+  EXPECT_EQ(Mode("far/file"), 0640u);  // of a new file, as usual
+  chmod(Path("link").c_str(), 0604);
+  for (const bool commit : {false, true}) {
+    OutputFile file(Path("again"));
+    file.Write(all);
+    EXPECT_EQ(Text("far/file"), "old");
+    if (commit) file.Commit();
+  }
+  EXPECT_EQ(Text("far/file"), all);
+  EXPECT_EQ(Mode("far/file"), 0604u);
+  EXPECT_TRUE(fs::is_symlink(Path("link")) && fs::is_symlink(Path("again")));
+  EXPECT_EQ(Entries() + Entries(Path("far")), 4);
 }
 
 TEST_F(FilesTest, PlacesWhereNothingCanBeSaved) {
-  fs::create_directory(Path("folder"));
-  Put("file", "");
+  chmod(folder_.c_str(), 0777);
+  for (const auto& [name, mode] : {std::pair("folder", 0777), {"sticky", 01777}, {"closed", 0755}}) {
+    fs::create_directory(Path(name));
+    chmod(Path(name).c_str(), mode);
+  }
+  for (const auto& [name, mode] :
+       {std::pair("file", 0646), {"narrow", 0606}, {"sticky/file", 0666}, {"locked", 0644}}) {
+    Put(name, "", mode);
+  }
   fs::create_symlink("circle", Path("circle"));
   ASSERT_EQ(mkfifo(Path("pipe").c_str(), 0666), 0);
-  const auto check = [](const std::string& path, const char* why) {
-    EXPECT_NE(WhyNotWritable(path).find(why), std::string::npos) << WhyNotWritable(path);
-    EXPECT_EQ(Fault([&] { OutputFile file(path); }), 75) << path;
-  };
-  for (const std::string row : {"|names a folder", "folder|is a folder", "folder/|names a folder",
-                                "none/file|does not exist", "file/below|is not a folder",
-                                "file/far/below|can't be reached", "pipe|is a device", "circle|leads back to itself"}) {
-    check(Path(row.substr(0, row.find('|'))), row.c_str() + row.find('|') + 1);
-  }
-  check("", "no name");
-  check(Path(std::string(256, 'x')), "is too long");
-  for (const std::string& good : {Path("file"), Path("new"), Path("folder/new"), Path(std::string(255, 'x'))}) {
-    EXPECT_EQ(WhyNotWritable(good), "");
-  }
   disk.full = true;
-  check(Path("new"), "is full");
-  EXPECT_EQ(Entries(), 4);
-}
-
-TEST_F(FilesTest, PlacesThatBelongToOthers) {
-  if (geteuid() != 0) GTEST_SKIP() << "only the superuser can lay out another's files";
-  chmod(folder_.c_str(), 0777);
-  for (const char* name : {"closed", "sticky", "open"}) fs::create_directory(Path(name));
-  chmod(Path("sticky").c_str(), 01777);
-  chmod(Path("open").c_str(), 0777);
-  const struct {
-    const char *name, *why;
-    mode_t mode = 0, saved = 0;
-  } rows[] = {{"closed/new", "You may not save files in the folder"},
-              {"open/read-only", "is read-only", 0644},
-              {"sticky/theirs", "belongs to another user", 0666},
-              {"sticky/new", "", 0, 0644},
-              // Their group has become others, and others the group.
-              {"open/theirs", "", 0646, 0644},
-              {"open/closed-to-group", "", 0606, 0600}};
-  for (const auto& row : rows) {
-    if (row.mode != 0) Put(row.name, "", row.mode);
+  EXPECT_NE(WhyNotWritable(Path("new")).find("is full"), std::string::npos);
+  disk.full = false;
+  std::vector<std::string> rows{
+      "|names a folder",          "folder|is a folder",         "folder/|names a folder",
+      "none/file|does not exist", "file/below|is not a folder", "file/far/below|can't be reached",
+      "pipe|is a device",         "circle|leads back",          std::string(256, 'x') + "|is too long"};
+  const bool others = geteuid() == 0;  // only the superuser can lay out another's files
+  if (others) rows.insert(rows.end(), {"closed/new|may not save", "locked|is read-only", "sticky/file|another user"});
+  // What the save gives, to another user if there is one; 255 if other words are told.
+  const auto save = [&](const std::string& name, const std::string& why) {
+    if (others && (setgid(65534) != 0 || setuid(65534) != 0)) _exit(254);
+    const std::string told = WhyNotWritable(Path(name));
+    _exit(told.find(why) != std::string::npos && told.empty() == why.empty() ? Save(name, "new") : 255);
+  };
+  for (const std::string& row : rows) {
+    const std::size_t bar = row.find('|');
+    EXPECT_EXIT(save(row.substr(0, bar), row.substr(bar + 1)), testing::ExitedWithCode(75), "") << row;
   }
-  EXPECT_EQ(AsNobody([&] {
-              int wrong = 0;
-              for (const auto& row : rows) {
-                const std::string why = WhyNotWritable(Path(row.name));
-                const int fault = Fault([&] { Save(Path(row.name), "new"); });
-                if (why.find(row.why) == std::string::npos || why.empty() != (row.why[0] == 0)) ++wrong;
-                if (fault != (why.empty() ? 0 : 75) || (why.empty() && Mode(row.name) != row.saved)) ++wrong;
-              }
-              return wrong;
-            }),
-            0);
+  EXPECT_NE(WhyNotWritable(""), "");
+  // Their group has become others, and others the group.
+  for (const auto& [name, mode] :
+       {std::pair("file", 0644u), {"narrow", 0600}, {"sticky/new", 0644}, {"folder/new", 0644}}) {
+    EXPECT_EXIT(save(name, ""), testing::ExitedWithCode(0), "") << name;
+    EXPECT_TRUE(Mode(name) == mode || !others) << name;
+  }
+  EXPECT_EQ(Save(std::string(255, 'x'), ""), 0);
+  EXPECT_EQ(Entries(), 9);
 }
 
 TEST_F(FilesTest, OfTheNewFileAllIsStoredOrNothing) {
+  const auto saveOnFullDisk = [&] {
+    const rlimit small{100, 100};
+    signal(SIGXFSZ, SIG_IGN);
+    setrlimit(RLIMIT_FSIZE, &small);
+    _exit(Save("file", std::string(101, 'x')));
+  };
   for (const mode_t mode : {0600u, 0664u}) {
     Put("file", "old", mode);
     disk = {};
+    EXPECT_EXIT(saveOnFullDisk(), testing::ExitedWithCode(57), "");
     disk.file = EIO;
-    EXPECT_EQ(Fault([&] { Save(Path("file"), "new"); }), 57);
+    EXPECT_EQ(Save("file", "new"), 57);
     EXPECT_EQ(Text("file"), "old");
     disk.file = EINVAL;  // there is no such step
     disk.folder = EIO;   // the file stands in its place all the same
     disk.modes = false;
-    EXPECT_EQ(Fault([&] { Save(Path("file"), "new"); }), 0);
+    EXPECT_EQ(Save("file", "new"), 0);
     EXPECT_EQ(Text("file"), "new");
     EXPECT_EQ(Mode("file"), 0600u);  // at most what the old one had
   }
   EXPECT_EQ(Entries(), 1);
 }
 
-TEST_F(FilesTest, FullDiskLeavesTheOldFile) {
-  Put("file", "old");
-  EXPECT_EQ(InAChild([&] {
-              const rlimit small{100, 100};
-              signal(SIGXFSZ, SIG_IGN);
-              setrlimit(RLIMIT_FSIZE, &small);
-              return Fault([&] { Save(Path("file"), std::string(101, 'x')); });
-            }),
-            57);
-  EXPECT_EQ(Text("file"), "old");
-  EXPECT_EQ(Entries(), 1);
-}
-
 TEST_F(FilesTest, SaveClearsWhatKilledOnesHaveLeft) {
-  const auto leave = [&](const char* name) {
-    return InAChild([&]() -> int {
-      OutputFile file(Path(name));
-      file.Write(std::string(100000, 'x'));
-      _exit(0);
-    });
+  const auto saveAndDie = [&] {
+    OutputFile file(Path("file"));
+    file.Write(std::string(100000, 'x'));
+    _exit(9);
   };
-  EXPECT_EQ(leave("file"), 0);
+  EXPECT_EXIT(saveAndDie(), testing::ExitedWithCode(9), "");
   EXPECT_EQ(Entries(), 1);
   for (const char* name : {".vk32-1.tmp", ".vk32-12345678.cfg", "avk32-12345678.tmp"}) Put(name, "");
   fs::create_symlink("avk32-12345678.tmp", Path(".vk32-00000000.tmp"));
   OutputFile first(Path("first"));
   EXPECT_EQ(Entries(), 5);
-  Save(Path("second"), "2");
+  Save("second", "2");
   first.Write("1");
   first.Commit();
   EXPECT_EQ(Text("first") + Text("second"), "12");
