@@ -37,14 +37,6 @@ class RandomDevice : public FakeDevice {
   std::optional<Time> due_;
 };
 
-/// A product with a wizard, and what more leads to a model of it.
-constexpr std::pair<const char*, const char*> Wizards[] = {{"RB2000", ""},
-                                                           {"RB3000", ""},
-                                                           {"RBCard", ""},
-                                                           {"VK5300", ""},
-                                                           {"VKRTX", "\nclick MainMenu.ABEthAsciiDf1ModelCmd"},
-                                                           {"VKRTX", "\nclick MainMenu.ABEthModbusModelCmd"}};
-
 void ExpectAlive(const Harness& h) {
   if (h.app.forms.dispatcher.Ended()) std::abort();
 }
@@ -57,19 +49,18 @@ void WalkOn(WizardUser& user) {
 }
 
 void ConfigurationFile(std::string_view data) {
-  static const TemporaryFile file("random.cfg");
-  file.Fill(data);
-  for (const auto& [product, clicks] : Wizards) {
-    WizardUser user(product, nullptr, clicks);
-    user.Use("open " + file.Path() + "\ncheck OpenConfigChk off");
+  for (const Model& model : Models) {
+    WizardUser user(model.kind);
+    user.file.Fill(data);
+    user.Use("open\ncheck OpenConfigChk off");
     WalkOn(user);
   }
 }
 
 void UploadReply(std::string_view data) {
-  for (const auto& [product, clicks] : Wizards) {
+  for (const Model& model : Models) {
     RandomDevice device(data);
-    WizardUser user(product, &device, clicks);
+    WizardUser user(model.kind, &device);
     user.Use("click UploadCmd");
     WalkOn(user);
   }
