@@ -68,14 +68,10 @@ void UploadReply(std::string_view data) {
 
 void InformationRecord(std::string_view data) {
   // A piece that is too short for its fields ends the program by its fault.
-  for (const char* const clicks :
-       {"click MainMenu.VK5300Cmd", "click MainMenu.VKRTXCmd\nclick MainMenu.ABEthModbusModelCmd"}) {
+  for (const char* const clicks : {"VK5300Cmd", "VKRTXCmd\nclick MainMenu.ABEthModbusModelCmd"}) {
     RandomDevice device(data);
     Harness h;
-    h.Do("click Splash");
-    h.Do(clicks);
-    h.driver.Plug("COM3", &device);
-    h.Do("select ProductMenu.COMCbo COM3");
+    h.GoTo(clicks, &device);
     h.app.forms.dispatcher.Dispatch([&] { h.app.forms.Show("DeviceInfo"); });
     h.Do("controls DeviceInfo");
   }
@@ -92,19 +88,6 @@ void TerminalData(std::string_view data) {
   h.GoTo("RB2000Cmd", &device);
   h.Do("click ProductMenu.OfflineCmd\nwait 200\nkeys OfflineMngr.Term \\x1B2y\nwait 200\nget OfflineMngr.Term.Text");
   ExpectAlive(h);
-}
-
-void SimulatorInput(std::string_view data) {
-  for (const sim::GatewayKind& kind : sim::GatewayKinds()) {
-    GatewayDevice device(kind.name);
-    Time now{0};
-    for (const char byte : data) {
-      now += 1ms;
-      device.FromHost(std::string_view(&byte, 1), now);
-      device.ToHost(now);
-    }
-    for (int step = 0; step < 1000 && device.NextDue(); ++step) device.ToHost(*device.NextDue());
-  }
 }
 
 void ScriptLines(std::string_view data) {
@@ -124,13 +107,9 @@ void ScriptLines(std::string_view data) {
 
 std::span<const FuzzTarget> FuzzTargets() {
   static constexpr FuzzTarget targets[] = {
-      {"configuration-file", ConfigurationFile},
-      {"upload-reply", UploadReply},
-      {"information-record", InformationRecord},
-      {"settings-string", SettingsString},
-      {"terminal-data", TerminalData},
-      {"simulator-input", SimulatorInput},
-      {"script-lines", ScriptLines},
+      {"configuration-file", ConfigurationFile}, {"upload-reply", UploadReply},
+      {"information-record", InformationRecord}, {"settings-string", SettingsString},
+      {"terminal-data", TerminalData},           {"script-lines", ScriptLines},
   };
   return targets;
 }

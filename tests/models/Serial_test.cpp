@@ -58,55 +58,56 @@ TEST(Serial, WalksItsPages) {
 }
 
 TEST(Serial, ThePageFollowsItsChoices) {
-  const std::string choose2 = "to ProtocolSettingsFrame\nselect ChbMod", choose3 = "to ModSettingsFrame\nselect ",
-                    frames = "shown ModSlaveFrame ModMasterFrame", top = "get ChbModSlaveSpecificAddrChk.Top",
-                    floats2 = "to MappingFrame(0)\nshown FloatLbl(0) FloatChk(13)\nback ProtocolSettingsFrame",
-                    floats3 = "to MappingFrame(0)\nshown FloatLbl(0) FloatChk(13)\nback ModSettingsFrame",
-                    range2 = "shown ChbModSlaveBroadcastStartLst ChbModSlaveBroadcastEndLst",
-                    range3 = "shown BroadStartLst BroadEndLst", address = "check ChbModSlaveSpecificAddrChk ";
+  const std::string
+      mod = "select ChbMod",
+      frames = "shown ModSlaveFrame ModMasterFrame",
+      range2 = "get ChbModSlaveSpecificAddrChk.Top\nshown ChbModSlaveBroadcastStartLst ChbModSlaveBroadcastEndLst",
+      range3 = "shown BroadStartLst BroadEndLst",
+      floats = "to MappingFrame(0)\nshown FloatLbl(0) FloatChk(13)\nclick BackCmd",
+      address = "check ChbModSlaveSpecificAddrChk ", list = "shown ChbModSlaveSpecificAddrLst";
   const struct {
     bool is3000;
     std::string act, look, shown;
-  } rows[] = {{false, choose2 + "SlaveBroadcastEnableLst Yes", range2 + "\n" + top, "++value \"2280\"\n"},
-              {false, choose2 + "SlaveBroadcastEnableLst No", range2 + "\n" + top, "--value \"1200\"\n"},
-              {false, address + "on", "shown ChbModSlaveSpecificAddrLst", "+"},
-              {false, address + "off", "shown ChbModSlaveSpecificAddrLst", "-"},
-              {false, choose2 + "DeviceTypeLst Master", frames, "-+"},
-              {false, choose2 + "DeviceTypeLst Slave", frames, "+-"},
-              {false, choose2 + "SlavePlcTypeLst PLC-3", floats2, "--"},
-              {false, choose2 + "SlavePlcTypeLst PLC-5", floats2, "++"},
-              {true, choose3 + "BroadcastLst Yes", range3, "++"},
-              {true, choose3 + "BroadcastLst No", range3, "--"},
-              {true, choose3 + "ModDeviceTypeLst Master", frames, "-+"},
-              {true, choose3 + "ModDeviceTypeLst Slave", frames, "+-"},
-              {true, choose3 + "PLCTypeLst PLC-3", floats3, "--"},
-              {true, choose3 + "PLCTypeLst SLC/MicroLogix/ControlLogix", floats3, "++"}};
+  } rows[] = {{false, mod + "SlaveBroadcastEnableLst Yes", range2, "value \"2280\"\n++"},
+              {false, mod + "SlaveBroadcastEnableLst No", range2, "value \"1200\"\n--"},
+              {false, address + "on", list, "+"},
+              {false, address + "off", list, "-"},
+              {false, mod + "DeviceTypeLst Master", frames, "-+"},
+              {false, mod + "DeviceTypeLst Slave", frames, "+-"},
+              {false, mod + "SlavePlcTypeLst PLC-3", floats, "--"},
+              {false, mod + "SlavePlcTypeLst PLC-5", floats, "++"},
+              {true, "select BroadcastLst Yes", range3, "++"},
+              {true, "select BroadcastLst No", range3, "--"},
+              {true, "select ModDeviceTypeLst Master", frames, "-+"},
+              {true, "select ModDeviceTypeLst Slave", frames, "+-"},
+              {true, "select PLCTypeLst PLC-3", floats, "--"},
+              {true, "select PLCTypeLst SLC/MicroLogix/ControlLogix", floats, "++"}};
   WizardUser users[] = {WizardUser("RB2000"), WizardUser("RB3000")};
-  for (WizardUser& user : users) user.Use("to MappingFrame(0)\ncheck FloatChk(5) on\nback ConfigFrame");
+  for (WizardUser& user : users) user.Use("to MappingFrame(0)\ncheck FloatChk(5) on\nclick BackCmd");
   for (int time = 1; time <= 2; ++time) {
     for (const auto& row : rows) EXPECT_EQ(users[row.is3000].Use(row.act + "\n" + row.look), row.shown) << row.act;
   }
   for (WizardUser& user : users) EXPECT_EQ(user.app.globals.RegisterHigh[53], 1);  // what was hidden stays
 }
 
-// Every list and option: what it writes, and that the same byte selects it again.
+// Every list: what it writes, and that the same byte selects it again.
 TEST(Serial, ListsWriteTheirBitsAndAreSelectedByThem) {
   const struct {
     const char *kind, *list;
     int offset;
     std::string picks;     // text, byte before, byte after
     std::string others{};  // bytes that no entry has: they leave the list, and stay
-  } rows[] = {{"RB2000", "ChaSpeedLst", 16, "300 8 3 230400 8 13", "0 14"},
+  } rows[] = {{"RB2000", "ChaSpeedLst", 16, "300 8 3 115200 8 12 230400 8 13", "0 14"},
+              {"RB2000", "ChaParityLst", 17, "Odd 249 251 Even 0 6 None 255 253"},
+              {"RB2000", "ChaDataBitsLst", 17, "7 0 16 8 255 239"},
+              {"RB2000", "ChaStopBitsLst", 17, "2 0 8 1 255 247"},
+              {"RB2000", "ChaHandshakingLst", 17, "Active 0 1 None 255 254"},
+              {"RB2000", "ChaConnectionLst", 17, "RS-232 255 159 RS-422 223 191 RS-485 0 96"},
               {"RB2000", "ChbSpeedLst", 18, "115200 8 12"},
-              {"RB2000", "ChaParityLst", 17, "Odd 249 251 Even 0 6"},
-              {"RB2000", "ChbParityLst", 19, "None 255 253"},
-              {"RB2000", "ChaDataBitsLst", 17, "7 0 16"},
-              {"RB2000", "ChbDataBitsLst", 19, "8 255 239"},
-              {"RB2000", "ChaStopBitsLst", 17, "2 0 8"},
-              {"RB2000", "ChbStopBitsLst", 19, "1 255 247"},
-              {"RB2000", "ChaHandshakingLst", 17, "Active 0 1"},
-              {"RB2000", "ChbHandshakingLst", 19, "None 255 254"},
-              {"RB2000", "ChaConnectionLst", 17, "RS-232 255 159 RS-422 223 191"},
+              {"RB2000", "ChbParityLst", 19, "Odd 0 2"},
+              {"RB2000", "ChbDataBitsLst", 19, "7 0 16"},
+              {"RB2000", "ChbStopBitsLst", 19, "2 0 8"},
+              {"RB2000", "ChbHandshakingLst", 19, "Active 0 1"},
               {"RB2000", "ChbConnectionLst", 19, "RS-485 0 96"},
               {"RB2000", "ChaDf1StationAddrLst", 14, "255 1 255"},
               {"RB2000", "ChaDf1ErrorModeLst", 25, "CRC 240 241"},
@@ -143,24 +144,27 @@ TEST(Serial, ListsWriteTheirBitsAndAreSelectedByThem) {
       EXPECT_EQ(list.Text.Value() + " " + Str(byte), pick[0] == "10" ? "12 12" : pick[0] + " " + pick[2]) << row.list;
     }
   }
-  for (const auto& [kind, names] :
-       {std::pair("RB2000", "ChbModMasterNXYYZOpt ChbModMasterNXYZZOpt ChbModMasterNYXZZOpt"),
-        {"RB3000", "NXYYZOpt NXYZZOpt NYXZZOpt"}}) {
-    Rb user(kind);
+}
+
+TEST(Serial, OptionsWriteTheirCodeAndAreSelectedByIt) {
+  const std::vector<std::string> names[] = {
+      {"RB2000", "ChbModMasterNXYYZOpt", "ChbModMasterNXYZZOpt", "ChbModMasterNYXZZOpt"},
+      {"RB3000", "NXYYZOpt", "NXYZZOpt", "NYXZZOpt"}};
+  for (const auto& name : names) {
+    Rb user(name[0]);
     user.Byte(41) = 2;  // a master
-    const auto options = Split(names);
-    const auto option = [&](int code) -> auto& {
-      return user.At<OptionButton>(options[static_cast<std::size_t>(code)]);
-    };
-    for (const int code : {2, 1, 0, 3}) {
-      option(code % 3).Value = true;
-      EXPECT_EQ(user.Byte(45), code % 3);
+    const auto option = [&](std::size_t code) -> auto& { return user.At<OptionButton>(name[code + 1]); };
+    for (const std::size_t code : {2u, 1u, 0u}) {
+      option(code).Value = true;
+      EXPECT_EQ(user.Byte(45), static_cast<int>(code));
       option((code + 1) % 3).Value = true;
-      user.Byte(45) = code;
+      user.Byte(45) = static_cast<int>(code);
       user.Decode();
-      EXPECT_TRUE(option(code == 3 ? 1 : code).Value) << kind << code;
-      EXPECT_EQ(user.Byte(45), code);
+      EXPECT_TRUE(option(code).Value) << name[0] << code;
     }
+    user.Byte(45) = 3;  // of no option
+    user.Decode();
+    EXPECT_TRUE(option(0).Value && user.Byte(45) == 3);
   }
 }
 

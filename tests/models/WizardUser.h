@@ -139,16 +139,14 @@ struct WizardUser : Harness {
     const std::string product = app.globals.CurrentProduct;
     const std::pair<std::string, const char*> boxes[] = {
         {"box critical \"VK32\" \"Press the Configure button on the " + product + " before", "reminder"},
-        {"box information \"Success!\" \"Configuration has been downloaded to the " + product + "\"", "success"},
-        {"box critical \"Error!\" \"A timeout or error has occured while communicating to the " + product + "\"",
-         "time-out"},
-        {"box exclamation \"Error!\" \"The selected configuration file is not for the " + product + ".\"",
-         "not for it"},
-        {"box critical \"Error!\" \"An error occured while attempting to open the configuration file.\"", "broken"},
+        {"\"Success!\" \"Configuration has been downloaded to the " + product + "\"", "success"},
+        {"A timeout or error has occured while communicating to the " + product + "\"", "time-out"},
+        {"The selected configuration file is not for the " + product + ".\"", "not for it"},
+        {"An error occured while attempting to open the configuration file.\"", "broken"},
         {"dialog ", ""}};
     std::string kept;
     for (std::string line : Split(printed, '\n')) {
-      for (const auto& [start, word] : boxes) line = line.starts_with(start) ? word : line;
+      for (const auto& [words, name] : boxes) line = line.find(words) != std::string::npos ? name : line;
       kept += line.empty() ? "" : line + "\n";
     }
     return kept;

@@ -19,30 +19,28 @@ TEST(Splash, LeavesByItsTimerByAClickOrByItsWindow) {
   EXPECT_EQ(byWindow.Do("forms"), Menu);
 }
 
-/// The names of the buttons of a form that can be seen, with their tops.
+/// The buttons of a form that can be seen, each with a blank behind it.
 std::string ShownButtons(Harness& h, const std::string& form) {
   std::string shown;
   for (const Control* control : h.app.forms.Find(form)->Controls()) {
-    if (control->GetKind() != Control::Kind::ImageButton || !control->Shown()) continue;
-    shown += std::string(control->Name()) + " " + std::to_string(control->Top) + " ";
+    const bool isButton = control->GetKind() == Control::Kind::ImageButton;
+    if (isButton && control->Shown()) shown += std::string(control->Name()) + " ";
   }
   return shown;
 }
 
 TEST(MainMenu, ShowsProductsOrModels) {
-  const std::string products =
-      "VK5300Cmd 2520 VKRTXCmd 3120 RB3000Cmd 3720 RB2000Cmd 4320 RBCardCmd 4920 AboutCmd 5925 ExitCmd 5925 Products";
-  const std::string models = "ABEthAsciiDf1ModelCmd 2520 ABEthModbusModelCmd 3120 ReturnCmd 5925 ExitCmd 5925 Models";
-  const std::string toModels = "click MainMenu.VKRTXCmd", back = "click MainMenu.ReturnCmd";
-  const std::string again = "\nclick MainMenu.ABEthModbusModelCmd\nclick ProductMenu.ReturnCmd";
   Harness h;
-  for (const auto& [clicks, shown] : {std::pair<std::string, std::string>("click Splash", products),
-                                      {toModels, models},
-                                      {back, products},
-                                      {toModels + again, products}}) {  // whatever the last choice was
+  const auto after = [&h](const std::string& clicks) {
     h.Do(clicks);
-    EXPECT_EQ(ShownButtons(h, "MainMenu") + h.Get("MainMenu.ProductModelLbl.Caption"), shown);
-  }
+    return ShownButtons(h, "MainMenu") + h.Get("MainMenu.ProductModelLbl.Caption");
+  };
+  const std::string products = "VK5300Cmd VKRTXCmd RB3000Cmd RB2000Cmd RBCardCmd AboutCmd ExitCmd Products";
+  EXPECT_EQ(after("click Splash"), products);
+  EXPECT_EQ(after("click MainMenu.VKRTXCmd"), "ABEthAsciiDf1ModelCmd ABEthModbusModelCmd ReturnCmd ExitCmd Models");
+  EXPECT_EQ(after("click MainMenu.ReturnCmd\nclick MainMenu.VKRTXCmd\nclick MainMenu.ABEthModbusModelCmd\n"
+                  "click ProductMenu.ReturnCmd"),
+            products);
 }
 
 TEST(MainMenu, TheBandShowsTheVersionAndThatTheLinkIsPressed) {
@@ -50,26 +48,26 @@ TEST(MainMenu, TheBandShowsTheVersionAndThatTheLinkIsPressed) {
   h.Do("click Splash\nclick MainMenu.AboutCmd\nclick MainMenu.AboutCmd");
   EXPECT_EQ(h.Do("forms"), Menu + "form About visible\n");
   for (const auto& [form, atRest] : {std::pair<std::string, const char*>("MainMenu", "8621446"), {"About", "503197"}}) {
-    const std::string link = form + ".WebsiteLbl", color = "\nget " + link + ".ForeColor";
-    EXPECT_EQ(h.Get(form + ".VersionLbl.Caption"), "Version  1.8.11");
-    EXPECT_EQ(h.Do("down " + link + color), "value \"2368684\"\n");
-    EXPECT_EQ(h.Do("up " + link + color), "value \"" + std::string(atRest) + "\"\n");
-    EXPECT_EQ(h.Do("click " + link), "web \"https://www.norvanta.example/\"\n");
+    const std::string link = form + ".WebsiteLbl", color = "\nget " + link + ".ForeColor\n";
+    EXPECT_EQ(
+        h.Do("get " + form + ".VersionLbl.Caption\ndown " + link + color + "up " + link + color + "click " + link),
+        "value \"Version  1.8.11\"\nvalue \"2368684\"\nvalue \"" + std::string(atRest) +
+            "\"\nweb \"https://www.norvanta.example/\"\n");
   }
   h.app.forms.Find("About")->UserCloses();  // as its button does
   EXPECT_EQ(h.Do("forms\nclick MainMenu.ExitCmd"), Menu + "ended\n");
 }
 
-const std::string Rb = "CHA:  Red|CHB:  Green|CHC:  Red|Power:  Green", Plain = "ConfigureCmd 3000 OfflineCmd 3600 ",
+const std::string Rb = "CHA:  Red|CHB:  Green|CHC:  Red|Power:  Green", Plain = "ConfigureCmd OfflineCmd ",
                   Rtx = "CHA:  Off|CHB:  Off|Diagnostic:  Flashing Green|Power:  Green",
-                  Upgrade = "ConfigureCmd 3000 UpgradeCmd 3600 OfflineCmd 4800 ";
+                  Upgrade = "ConfigureCmd UpgradeCmd OfflineCmd ";
 const struct {
   std::string clicks, chosen, leds, tools, blocks{};
 } Choices[] = {{"RB2000Cmd", "RB2000//9600", Rb, Plain},
                {"RB3000Cmd", "RB3000//19200", Rb, Plain},
                {"RBCardCmd", "RBCard//19200", "Status:  Red|Net:      Off|Bus:      Green", Plain},
                {"VK5300Cmd", "VK5300//19200", "Net Status:  Off|DH Network:  Off|Mod Status:  Flashing Green",
-                "ConfigureCmd 3000 DeviceInfoCmd 3600 OfflineCmd 4200 ", " 1 3"},
+                "ConfigureCmd DeviceInfoCmd OfflineCmd ", " 1 3"},
                {"VKRTXCmd\nclick MainMenu.ABEthAsciiDf1ModelCmd", "VK-RTX/AB Ethernet, ASCII, DF1/19200", Rtx, Upgrade,
                 " 12 1 2 3 4 5 10 50 51 100 101 102 103"},
                {"VKRTXCmd\nclick MainMenu.ABEthModbusModelCmd", "VK-RTX/AB Ethernet, Modbus/19200", Rtx, Upgrade,
@@ -86,8 +84,7 @@ TEST(ProductMenu, AChoiceFillsTheSharedVariablesAndTakesWizardsAlong) {
     for (const std::string& line : Split(choice.leds, '|')) leds += (leds.empty() ? "     " : "\r\n     ") + line;
     for (const auto block : globals.BlockList) blocks += " " + std::to_string(block);
     EXPECT_EQ(globals.LEDPatternText + blocks, leds + choice.blocks);
-    EXPECT_EQ(h.Get("ProductMenu.Caption"), globals.CurrentProduct + " Main Menu");
-    EXPECT_EQ(ShownButtons(h, "ProductMenu"), choice.tools + "ReturnCmd 5925 ExitCmd 5925 ");
+    EXPECT_EQ(ShownButtons(h, "ProductMenu"), choice.tools + "ReturnCmd ExitCmd ");
     const auto onTopAfter = [&h](const std::string& button) -> std::string {
       h.Do("click ProductMenu." + button);
       EXPECT_TRUE(h.app.forms.Loaded().back()->Visible) << button;
@@ -95,7 +92,6 @@ TEST(ProductMenu, AChoiceFillsTheSharedVariablesAndTakesWizardsAlong) {
     };
     const std::string wizard = onTopAfter("ConfigureCmd");
     for (const std::string& word : Split(choice.tools)) {
-      if (!word.ends_with("Cmd")) continue;
       const std::string tool = onTopAfter(word);
       EXPECT_EQ(onTopAfter("ConfigureCmd") + onTopAfter(word), wizard + tool);  // it comes in front
     }
@@ -112,7 +108,6 @@ TEST(ProductMenu, TestsThePortAtTheMomentOfTheChoice) {
   Harness h;
   h.GoTo("RB2000Cmd");
   h.driver.Plug("COM4", nullptr);
-  EXPECT_TRUE(h.Do("items ProductMenu.COMCbo").starts_with("item \"None\"\nitem \"COM1\""));
   /// What the commands print, the driver's last call, and what is chosen then.
   const auto after = [&](const std::string& commands) {
     h.driver.calls.clear();
