@@ -92,6 +92,17 @@ struct WizardUser : Harness {
     }
   }
 
+  /// What the pages show.
+  std::string State() const {
+    std::string state;
+    for (const Control* control : ControlsOf(form)) {
+      for (const char* name : {"Text", "Value", "Visible", "Caption"}) {
+        if (const auto* found = control->FindProperty(name)) state += " " + control->FullName() + found->AsText();
+      }
+    }
+    return state;
+  }
+
   const TemporaryFile file{"plant.cfg"};
   std::string form;
 

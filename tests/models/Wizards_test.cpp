@@ -4,17 +4,6 @@
 namespace vk32 {
 namespace {
 
-/// What the pages show.
-std::string State(WizardUser& user) {
-  std::string state;
-  for (const Control* control : user.app.forms.Find(user.form)->Controls()) {
-    for (const char* name : {"Text", "Value", "Visible"}) {
-      if (const auto* property = control->FindProperty(name)) state += " " + control->FullName() + property->AsText();
-    }
-  }
-  return state;
-}
-
 void ChangeEverything(WizardUser& user) {
   for (Control* control : user.app.forms.Find(user.form)->Controls()) {
     if (auto* list = dynamic_cast<ComboBox*>(control)) list->ListIndex = static_cast<int>(list->Entries().size()) - 1;
@@ -34,11 +23,11 @@ TEST(Wizards, StartAnewEachTime) {
   for (const Model& model : Models) {
     GatewayDevice first(model.kind), second(model.kind);
     WizardUser fresh(model.kind, &first), user(model.kind, &second);
-    const std::string before = State(user);
+    const std::string before = user.State();
     user.Use("click UploadCmd");
     ChangeEverything(user);
     user.Use("again");
-    EXPECT_EQ(State(user), before);
+    EXPECT_EQ(user.State(), before);
     EXPECT_EQ(Finish(fresh, "DownOpt") + Finish(user, "DownOpt"), "reminder\nsuccess\nreminder\nsuccess\n");
     EXPECT_EQ(ToHex(second.gateway.Image()), ToHex(first.gateway.Image()));
     EXPECT_EQ(second.gateway.BlocksInForce(), first.gateway.BlocksInForce()) << model.kind;
@@ -55,7 +44,7 @@ TEST(Wizards, OpenTheirOwnWholeFilesAlone) {
   for (std::size_t own = 0; own < contents.size(); ++own) {
     WizardUser user(Models[own].kind);
     ChangeEverything(user);
-    const auto state = [&] { return State(user) + ToHex(user.app.globals.RegistersToString(0, 224)); };
+    const auto state = [&] { return user.State() + ToHex(user.app.globals.RegistersToString(0, 224)); };
     const auto open = [&](const std::string& content) {
       user.file.Fill(content);
       return user.Use("open\npage");
