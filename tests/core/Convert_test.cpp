@@ -4,12 +4,12 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <functional>
 #include <sstream>
 
 #include "core/Globals.h"
 #include "core/NumberRef.h"
 #include "forms/FaultOf.h"
+#include "support/Harness.h"
 
 namespace vk32 {
 namespace {
@@ -54,48 +54,35 @@ TEST(Convert, NumbersAreRoundedHalvesToEvenAndNeverWrap) {
   EXPECT_EQ(all(CLng), "0 2 2 0 -1 254 256 32767 32768 -32768 -32769 2147483647 !6 -2147483648 !6 !6 !6 ");
 }
 
-TEST(Convert, BytesWordsAndBits) {
+TEST(Convert, BytesAndWordsFaultBeyondTheirEnds) {
   const Bytes text("a\0\xFF", 3);
-  EXPECT_EQ(Bytes({Chr(97), Chr(0), Chr(255)}), text);
-  EXPECT_EQ(Str(Asc(text, 1)) + Str(Asc(text, 2)) + Str(Asc(text, 3)), "970255");
-  EXPECT_EQ(Mid(text, 2) + Mid(text, 3, 99) + Mid(text, 1, 1) + Mid(text, 3, 0) + Mid(text, 4),
-            Bytes("\0\xFF\xFF\x61", 4));
-  EXPECT_EQ(Str(SetBits(9, 3)) + Str(ClearBits(11, 6)) + Str(JoinWord(255, 8388607)), "1192147483647");
-  EXPECT_EQ(Str(-12) + " " + Oct(63) + " " + Str(2.5) + " " + Str(1e21), "-12 77 2.5 1000000000000000000000");
+  const auto outcomes = [](const auto& convert, std::initializer_list<int> values) {
+    std::string all;
+    for (const int value : values) all += Outcome([&] { return convert(value); }) + " ";
+    return all;
+  };
+  EXPECT_EQ(outcomes([&](int at) { return Asc(text, at); }, {0, 1, 2, 3, 4}), "!5 97 0 255 !5 ");
+  EXPECT_EQ(outcomes([&](int at) { return ToHex(Mid(text, at)); }, {0, 1, 3, 4}), "!5 61 00 FF FF  ");
+  EXPECT_EQ(outcomes([&](int length) { return ToHex(Mid(text, 2, length)); }, {-1, 0, 1, 99}), "!5  00 00 FF ");
+  EXPECT_EQ(outcomes([](int value) { return int{Asc(Bytes(1, Chr(value)), 1)}; }, {-1, 0, 255, 256}), "!6 0 255 !6 ");
+  EXPECT_EQ(outcomes([](int high) { return JoinWord(255, high); }, {8388607, 8388608}), "2147483647 !6 ");
   std::uint8_t narrow = 7;
-  NumberRef(narrow).Set(255);
-  EXPECT_EQ(NumberRef(narrow).Get(), 255);
-  const std::pair<int, std::vector<std::function<void()>>> faults[] = {
-      {6,
-       {[] { Chr(-1); }, [] { Chr(256); }, [] { JoinWord(0, 8388608); }, [&] { NumberRef(narrow).Set(256); },
-        [&] { NumberRef(narrow).Set(-1); }}},
-      {5, {[&] { Asc(text, 0); }, [&] { Asc(text, 4); }, [&] { Mid(text, 0); }, [&] { Mid(text, 1, -1); }}}};
-  for (const auto& [fault, calls] : faults) {
-    for (const auto& call : calls) EXPECT_EQ(FaultOf(call), fault) << &call - &calls[0];
-  }
-  for (const std::int32_t value : {0, 255, 258, 65535, 65536, 8388607}) {
-    std::int32_t low = -1, high = -1;
-    SplitWord(value, low, high);
-    EXPECT_EQ(low + 256 * high, value);
-    EXPECT_LE(low, 255);
-    EXPECT_EQ(JoinWord(low, high), value);
-  }
+  const auto narrowed = [&](int value) { return NumberRef(narrow).Set(value), NumberRef(narrow).Get(); };
+  EXPECT_EQ(outcomes(narrowed, {-1, 255, 256}), "!6 255 !6 ");
 }
 
 TEST(Registers, TravelAsHighByteThenLowByte) {
   Globals globals;
   const auto read = [&](int first, int count) {
-    return Outcome([&] { return globals.RegistersToString(first, count); });
+    return Outcome([&] { return ToHex(globals.RegistersToString(first, count)); }) + "|";
   };
   globals.LoadRegisters("\1\2\3\4x", 0);  // an odd byte is dropped
   globals.LoadRegisters("\xFF\7", 256);
-  EXPECT_EQ(read(0, 3) + read(256, 1) + read(0, 0) + read(5, -1), Bytes("\1\2\3\4\0\0\xFF\7", 8));
-  EXPECT_EQ(read(256, 2) + read(-1, 1), "!9!9");
+  EXPECT_EQ(read(0, 3) + read(256, 1) + read(5, -1) + read(256, 2) + read(-1, 1), "01 02 03 04 00 00|FF 07||!9|!9|");
   EXPECT_EQ(FaultOf([&] { globals.LoadRegisters("abcd", 256); }), 9);
   globals.ClearRegisters();
-  EXPECT_EQ(read(0, 257), Bytes(514, '\0'));
   globals.RegisterLow[3] = 256;
-  EXPECT_EQ(read(0, 20), "!6");
+  EXPECT_EQ(read(0, 2) + read(256, 1) + read(0, 20), "00 00 00 00|00 00|!6|");
 }
 
 }  // namespace

@@ -37,14 +37,6 @@ class RandomDevice : public FakeDevice {
   std::optional<Time> due_;
 };
 
-/// A product with a wizard, and what more leads to a model of it.
-constexpr std::pair<const char*, const char*> Wizards[] = {{"RB2000", ""},
-                                                           {"RB3000", ""},
-                                                           {"RBCard", ""},
-                                                           {"VK5300", ""},
-                                                           {"VKRTX", "\nclick MainMenu.ABEthAsciiDf1ModelCmd"},
-                                                           {"VKRTX", "\nclick MainMenu.ABEthModbusModelCmd"}};
-
 void ExpectAlive(const Harness& h) {
   if (h.app.forms.dispatcher.Ended()) std::abort();
 }
@@ -57,19 +49,18 @@ void WalkOn(WizardUser& user) {
 }
 
 void ConfigurationFile(std::string_view data) {
-  static const TemporaryFile file("random.cfg");
-  file.Fill(data);
-  for (const auto& [product, clicks] : Wizards) {
-    WizardUser user(product, nullptr, clicks);
-    user.Use("open " + file.Path() + "\ncheck OpenConfigChk off");
+  for (const Model& model : Models) {
+    WizardUser user(model.kind);
+    user.file.Fill(data);
+    user.Use("open\ncheck OpenConfigChk off");
     WalkOn(user);
   }
 }
 
 void UploadReply(std::string_view data) {
-  for (const auto& [product, clicks] : Wizards) {
+  for (const Model& model : Models) {
     RandomDevice device(data);
-    WizardUser user(product, &device, clicks);
+    WizardUser user(model.kind, &device);
     user.Use("click UploadCmd");
     WalkOn(user);
   }
@@ -77,14 +68,10 @@ void UploadReply(std::string_view data) {
 
 void InformationRecord(std::string_view data) {
   // A piece that is too short for its fields ends the program by its fault.
-  for (const char* const clicks :
-       {"click MainMenu.VK5300Cmd", "click MainMenu.VKRTXCmd\nclick MainMenu.ABEthModbusModelCmd"}) {
+  for (const char* const clicks : {"VK5300Cmd", "VKRTXCmd\nclick MainMenu.ABEthModbusModelCmd"}) {
     RandomDevice device(data);
     Harness h;
-    h.Do("click Splash");
-    h.Do(clicks);
-    h.driver.Plug("COM3", &device);
-    h.Do("select ProductMenu.COMCbo COM3");
+    h.GoTo(clicks, &device);
     h.app.forms.dispatcher.Dispatch([&] { h.app.forms.Show("DeviceInfo"); });
     h.Do("controls DeviceInfo");
   }
@@ -101,19 +88,6 @@ void TerminalData(std::string_view data) {
   h.GoTo("RB2000Cmd", &device);
   h.Do("click ProductMenu.OfflineCmd\nwait 200\nkeys OfflineMngr.Term \\x1B2y\nwait 200\nget OfflineMngr.Term.Text");
   ExpectAlive(h);
-}
-
-void SimulatorInput(std::string_view data) {
-  for (const sim::GatewayKind& kind : sim::GatewayKinds()) {
-    GatewayDevice device(kind.name);
-    Time now{0};
-    for (const char byte : data) {
-      now += 1ms;
-      device.FromHost(std::string_view(&byte, 1), now);
-      device.ToHost(now);
-    }
-    for (int step = 0; step < 1000 && device.NextDue(); ++step) device.ToHost(*device.NextDue());
-  }
 }
 
 void ScriptLines(std::string_view data) {
@@ -133,13 +107,9 @@ void ScriptLines(std::string_view data) {
 
 std::span<const FuzzTarget> FuzzTargets() {
   static constexpr FuzzTarget targets[] = {
-      {"configuration-file", ConfigurationFile},
-      {"upload-reply", UploadReply},
-      {"information-record", InformationRecord},
-      {"settings-string", SettingsString},
-      {"terminal-data", TerminalData},
-      {"simulator-input", SimulatorInput},
-      {"script-lines", ScriptLines},
+      {"configuration-file", ConfigurationFile}, {"upload-reply", UploadReply},
+      {"information-record", InformationRecord}, {"settings-string", SettingsString},
+      {"terminal-data", TerminalData},           {"script-lines", ScriptLines},
   };
   return targets;
 }

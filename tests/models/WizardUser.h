@@ -11,11 +11,27 @@
 
 namespace vk32 {
 
-/// The wizard is on its first page; with a device, which stands at COM3.
+/// A wizard that there is: the simulator's name of its product and model, its own, and what more leads to the model.
+struct Model {
+  const char *kind, *wizard, *clicks;
+};
+constexpr Model Models[] = {{"RB2000", "RB2000", ""},
+                            {"RB3000", "RB3000", ""},
+                            {"RBCard", "RBCard", ""},
+                            {"VK5300", "VK5300", ""},
+                            {"VK-RTX-DF1", "VKRTX", "\nclick MainMenu.ABEthAsciiDf1ModelCmd"},
+                            {"VK-RTX-Modbus", "VKRTX", "\nclick MainMenu.ABEthModbusModelCmd"}};
+
+inline const std::string Dhcp = "to EthComFrame\nselect EthDHCPLst Enabled\n";
+
+/// The wizard of a kind is on its first page; with a device, which stands at COM3.
 struct WizardUser : Harness {
-  explicit WizardUser(const std::string& product, FakeDevice* device = nullptr, const std::string& moreClicks = "")
-      : form("Configuration_" + product) {
-    GoTo(product + "Cmd" + moreClicks, device);
+  explicit WizardUser(const std::string& kind, FakeDevice* device = nullptr) {
+    for (const Model& model : Models) {
+      if (kind != model.kind) continue;
+      form = std::string("Configuration_") + model.wizard;
+      GoTo(std::string(model.wizard) + "Cmd" + model.clicks, device);
+    }
     Use("click ProductMenu.ConfigureCmd");
   }
 
@@ -23,13 +39,15 @@ struct WizardUser : Harness {
   /// page shows, "back FRAME" BACK; "page" tells which one does, "see CONTROLS" their texts or captions, "shown
   /// CONTROLS" + or - for each, "fill FORM TEXT|TEXT" enters into the form's fields in their order; "finish OPTION
   /// FILE", "open FILE", "again" with a new wizard. Returns what was printed, without the dialogs and with a word for
-  /// each box of a transfer or a file.
+  /// each box of a transfer or a file. Without a FILE it is the user's own.
   std::string Use(const std::string& commands) {
     std::string printed;
     for (const std::string& line : Split(commands, '\n')) {
       if (line.empty()) continue;
       const auto words = Split(line);
-      const std::string file = words.size() > 1 ? "file " + words.back() + "\nclick NextCmd" : "";
+      const auto answer = [&](std::size_t at) {
+        return "file " + (words.size() > at ? words[at] : file.Path()) + "\nclick NextCmd";
+      };
       if (words[0] == "to" || words[0] == "back") {
         const std::string click = words[0] == "to" ? "click NextCmd" : "click BackCmd";
         for (int clicks = 0; Page() != words[1] && clicks < 10; ++clicks) printed += Use(click);
@@ -43,9 +61,10 @@ struct WizardUser : Harness {
       } else if (words[0] == "fill") {
         printed += Fill(words[1], Split(line.substr(line.find(words[1]) + words[1].size() + 1), '|'));
       } else if (words[0] == "finish") {
-        printed += Use("to ApplyFrame\nclick " + words[1] + "\n" + (words.size() == 2 ? "click NextCmd" : file));
+        printed +=
+            Use("to ApplyFrame\nclick " + words[1] + "\n" + (words[1] == "DownOpt" ? "click NextCmd" : answer(2)));
       } else if (words[0] == "open") {
-        printed += Use("back ConfigFrame\ncheck OpenConfigChk on\n" + file);
+        printed += Use("back ConfigFrame\ncheck OpenConfigChk on\n" + answer(1));
       } else if (words[0] == "again") {
         Do("click " + form + ".CancelCmd\nclick ProductMenu.ConfigureCmd");
       } else {
@@ -73,7 +92,19 @@ struct WizardUser : Harness {
     }
   }
 
-  const std::string form;
+  /// What the pages show.
+  std::string State() const {
+    std::string state;
+    for (const Control* control : ControlsOf(form)) {
+      for (const char* name : {"Text", "Value", "Visible", "Caption"}) {
+        if (const auto* found = control->FindProperty(name)) state += " " + control->FullName() + found->AsText();
+      }
+    }
+    return state;
+  }
+
+  const TemporaryFile file{"plant.cfg"};
+  std::string form;
 
  private:
   const std::vector<Control*>& ControlsOf(const std::string& name) const {
@@ -119,16 +150,14 @@ struct WizardUser : Harness {
     const std::string product = app.globals.CurrentProduct;
     const std::pair<std::string, const char*> boxes[] = {
         {"box critical \"VK32\" \"Press the Configure button on the " + product + " before", "reminder"},
-        {"box information \"Success!\" \"Configuration has been downloaded to the " + product + "\"", "success"},
-        {"box critical \"Error!\" \"A timeout or error has occured while communicating to the " + product + "\"",
-         "time-out"},
-        {"box exclamation \"Error!\" \"The selected configuration file is not for the " + product + ".\"",
-         "not for it"},
-        {"box critical \"Error!\" \"An error occured while attempting to open the configuration file.\"", "broken"},
+        {"\"Success!\" \"Configuration has been downloaded to the " + product + "\"", "success"},
+        {"A timeout or error has occured while communicating to the " + product + "\"", "time-out"},
+        {"The selected configuration file is not for the " + product + ".\"", "not for it"},
+        {"An error occured while attempting to open the configuration file.\"", "broken"},
         {"dialog ", ""}};
     std::string kept;
     for (std::string line : Split(printed, '\n')) {
-      for (const auto& [start, word] : boxes) line = line.starts_with(start) ? word : line;
+      for (const auto& [words, name] : boxes) line = line.find(words) != std::string::npos ? name : line;
       kept += line.empty() ? "" : line + "\n";
     }
     return kept;
