@@ -1,13 +1,10 @@
-// The program with a small wizard that has a button for each operation on a whole parameter set.
+// The program with a small wizard, whose button runs an operation on a whole parameter set.
 #pragma once
 
-#include <algorithm>
-#include <functional>
 #include <string>
 
 #include "core/ConfigMod.h"
 #include "core/Convert.h"
-#include "core/DownloadProgress.h"
 #include "link/Conversation.h"
 #include "link/VKComSubs.h"
 #include "shell/Products.h"
@@ -15,63 +12,40 @@
 
 namespace vk32 {
 
-using Note = std::function<void(const std::string&)>;
-
 class TestWizard : public ConfigurationForm {
  public:
-  TestWizard(App& app_, Note note_)
-      : ConfigurationForm(app_.forms, "TestWizard", "", 6000, 6000), app(app_), note(std::move(note_)) {}
+  using Operation = bool (*)(Conversation&, TestWizard&);
 
+  TestWizard(App& app_, ScriptScreen& screen_)
+      : ConfigurationForm(app_.forms, "TestWizard", "", 6000, 6000), app(app_), screen(screen_) {}
+
+  /// Prints a line among the boxes, with a mark while the port is open.
+  void Note(const std::string& what) { screen.Print(what + (app.comm.IsOpen(3) ? " (port open)" : "")); }
   void RemoveData(const Bytes& reply) override {
-    note("block " + Str(app.globals.BlockNumber) + ": " + ToHex(Mid(reply, 1, 3)));
+    Note("block " + Str(app.globals.BlockNumber) + ": " + ToHex(Mid(reply, 1, 3)));
   }
-  void Parameter_Setup_VK() override { note("setup VK"); }
-  void Parameter_Setup_RB() override { note("setup RB"); }
+  void Parameter_Setup_VK() override { Note("setup VK"); }
+  void Parameter_Setup_RB() override { Note("setup RB"); }
   std::string ModelTag() const override { return "Tag"; }
-  /// Runs in a conversation of its own; notes what it says, and that the port was closed.
-  void Converse(const std::function<bool(Conversation&)>& operation) {
-    const auto conversation = Conversation::Begin(app, *this, {"The test", "Wait."});
-    if (conversation) note(operation(*conversation) ? "True" : "False");
-  }
+
+  Operation operation = nullptr;
 
  private:
   void Record(RecordFile&, std::string&, std::string&) override {}
-  bool NoteRegisters() {
-    note("registers " + ToHex(app.globals.RegistersToString(0, 2)));
-    return true;
+  void GoCmd_Click() {
+    const auto conversation = Conversation::Begin(app, *this, {"The test", "Wait."});
+    Note(operation(*conversation, *this) ? "True" : "False");
   }
 
   App& app;
-  const Note note;
+  ScriptScreen& screen;
 
  public:
-  // clang-format off
-  CommandButton SendImageCmd  {*this, "SendImageCmd",  {}, "", [this] { Converse([](auto& c) { return DownloadImage(c); }); }};
-  CommandButton SendBlocksCmd {*this, "SendBlocksCmd", {}, "", [this] { Converse([](auto& c) { return DownloadBlocks(c); }); }};
-  CommandButton ReadImageCmd  {*this, "ReadImageCmd",  {}, "", [this] { Converse([this](auto& c) { UploadImage(c, *this); return NoteRegisters(); }); }};
-  CommandButton ReadBlocksCmd {*this, "ReadBlocksCmd", {}, "", [this] { Converse([this](auto& c) { UploadBlocks(c, *this); return app.globals.CommFailed == FlagFalse; }); }};
-  CommandButton RebootCmd     {*this, "RebootCmd",     {}, "", [this] { Converse([](auto& c) { return SendReboot(c); }); }};
-  CommandButton LeaveCmd      {*this, "LeaveCmd",      {}, "", [this] { UnloadMe(); }};
-  Timer         TimeOutTmr    {*this, "TimeOutTmr", 5000, true, [this] { SetTimeOutFlag(app, *this); }};
-  // clang-format on
+  CommandButton GoCmd{*this, "GoCmd", {}, "", &TestWizard::GoCmd_Click};
+  Timer TimeOutTmr{*this, "TimeOutTmr", 5000, true, [this] { SetTimeOutFlag(app, *this); }};
 };
 
-/// Stands in for the message of the program.
-class TestProgress : public Form, public DownloadProgress {
- public:
-  TestProgress(App& app, Note note_) : Form(app.forms, FormName, "", 6000, 6000), note(std::move(note_)) {}
-
-  void StartDownloadTimer(Timer&, int total) override { note("progress " + Str(total)); }
-  void StopDownloadTimer() override {
-    note("progress gone");
-    UnloadMe();
-  }
-
- private:
-  const Note note;
-};
-
-/// The wizard is open; COM3 is chosen. What it notes is printed among the boxes, with a mark while the port is open.
+/// The wizard is open; COM3 is chosen.
 struct WizardHarness : Harness {
   explicit WizardHarness(std::string_view product, FakeDevice* device = nullptr) {
     Do("click Splash");
@@ -79,20 +53,14 @@ struct WizardHarness : Harness {
     app.globals.ComPortNumber = 3;
     app.globals.ComPortText = "COM3";
     if (device) driver.Plug("COM3", device);
-    const Note note = [this](const std::string& what) { screen.Print(what + (PortIsOpen() ? " (port open)" : "")); };
-    app.forms.Register("TestWizard", [this, note] { return std::make_shared<TestWizard>(app, note); });
-    app.forms.Register(DownloadProgress::FormName, [this, note] { return std::make_shared<TestProgress>(app, note); });
+    app.forms.Register("TestWizard", [this] { return std::make_shared<TestWizard>(app, screen); });
     wizard = &dynamic_cast<TestWizard&>(app.forms.Show("TestWizard"));
   }
-
-  bool PortIsOpen() const {
-    const auto opened = std::find(driver.calls.rbegin(), driver.calls.rend(), "Open \\\\.\\COM3");
-    return std::find(driver.calls.rbegin(), opened, "Close") == opened && opened != driver.calls.rend();
-  }
   /// What happens, and how long it takes.
-  std::string Click(const std::string& button) {
+  std::string Run(TestWizard::Operation operation) {
+    wizard->operation = operation;
     Elapsed();
-    const std::string told = Do("click TestWizard." + button);
+    const std::string told = Do("click TestWizard.GoCmd");
     return told + Str(static_cast<std::int32_t>(Elapsed() / std::chrono::milliseconds(1))) + " ms";
   }
 

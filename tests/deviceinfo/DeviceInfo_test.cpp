@@ -1,6 +1,7 @@
 // The device information of the VK5300 and the VK-RTX.
 #include <gtest/gtest.h>
 
+#include "deviceinfo/DeviceInfo.h"
 #include "support/Harness.h"
 
 namespace vk32 {
@@ -8,147 +9,59 @@ namespace {
 
 using namespace std::chrono_literals;
 
-const char* const Fields[] = {"SerialTxt",
-                              "HardwareTxt",
-                              "DistributorTxt",
-                              "EMACTxt",
-                              "IPAddrTxt",
-                              "SubnetTxt",
-                              "GatewayTxt",
-                              "ProductModelTxt",
-                              "ProductFirmwareVerTxt",
-                              "ProductFirmwareDateTxt"};
-
-std::string AllFields(Harness& h) {
-  std::string texts;
-  for (const char* field : Fields) texts += h.Get(std::string("DeviceInfo.") + field + ".Text") + "|";
-  return texts;
-}
-
-/// Opens the form as the product menu does; the VK-RTX has no button for it.
+/// Opens the form as the product menu does. The fields that it shows, each with a bar behind it, and the texts that it
+/// keeps to itself; or the box.
 std::string Open(Harness& h) {
-  if (h.app.globals.CurrentProduct == "VK5300") return h.Do("click ProductMenu.DeviceInfoCmd");
-  h.app.forms.dispatcher.Dispatch(
-      [&] { h.app.forms.Load("DeviceInfo").Visible = h.app.globals.CommFailed == FlagFalse; });
-  return h.Do("");
+  h.app.forms.Find("ProductMenu")->Get<ImageButton>("DeviceInfoCmd").Visible = true;  // the VK-RTX hides it
+  std::string seen = h.Do("click ProductMenu.DeviceInfoCmd");
+  auto* const form = dynamic_cast<DeviceInfo*>(h.app.forms.Find("DeviceInfo"));
+  if (!form) return seen;
+  EXPECT_TRUE(form->Visible);
+  for (Control* control : form->Controls()) {
+    if (auto* field = dynamic_cast<TextBox*>(control)) seen += field->Text.Value() + "|";
+  }
+  for (const std::string& text : form->FirmwareTexts) seen += text;
+  return seen;
 }
 
-TEST(DeviceInfo, ShowsWhatAVk5300SaysOfItself) {
-  GatewayDevice device("VK5300");
-  Harness h;
-  h.GoTo("VK5300Cmd", &device);
-  EXPECT_EQ(Open(h), "");
-  EXPECT_EQ(h.Get("DeviceInfo.Caption"), "Device Information");
-  EXPECT_EQ(
-      AllFields(h),
-      "123456|2-300|Pellwood Controls Co|00-0A-1B-2C-3D-4E|192.168.1.100|255.255.255.0|192.168.1.1|VK5300 Ethernet to "
-      "DH+|Version 2.14|March 3 2019|");
-  EXPECT_EQ(ToHex(h.driver.written), "A5 DD DD DD DD DD");
-  EXPECT_EQ(h.driver.calls.back(), "Close");
-  h.Do("click DeviceInfo.CloseCmd");
-  EXPECT_EQ(h.Do("forms"), "form ProductMenu visible\n");
-}
-
-TEST(DeviceInfo, TextsEndByAPauseOf50MsAndMayHoldAnyByte) {
+TEST(DeviceInfo, ShowsWhatTheDeviceSaysOfItself) {
+  const std::string identity =
+      "123456|2-300|Pellwood Controls Co|00-0A-1B-2C-3D-4E|192.168.1.100|255.255.255.0|192.168.1.1|";
+  const std::string box = "box critical \"Error!\" \"A timeout or error has occured while communicating to the ";
+  const std::string all = "A5 DD DD DD DD DD";
+  // A text ends by a pause of 50 ms, or when it is as long as can be; it may hold any byte.
+  const sim::InfoTexts factory, odd{Bytes("a\0b\r\n\xFF", 6), "", "d"}, empty{"", "", ""},
+      full{Bytes(256, 'm'), Bytes(16, 'v'), Bytes(32, 'd')};
   const struct {
-    Bytes model, version, date, shown;
-  } rows[] = {
-      {"", "", "", "||"},
-      {Bytes("a\0b\r\n\xFF\"", 7), "v", "d", "a\\x00b\\r\\n\\xFF\\\"|v|d"},
-      {Bytes(300, 'm'), "v", "d", std::string(256, 'm') + "|v|d"},  // what is left over goes into no field
-      {"m", Bytes(16, 'v'), Bytes(32, 'd'), "m|" + std::string(16, 'v') + "|" + std::string(32, 'd')},
-  };
+    const char* kind;
+    sim::Misbehaviour how;
+    sim::InfoTexts texts;
+    std::string seen, sent;
+    Time lasts;
+  } rows[] = {{"VK5300", {}, factory, identity + "VK5300 Ethernet to DH+|Version 2.14|March 3 2019|", all, 150ms},
+              {"VK5300", {}, odd, identity + odd.model + "||d|", all, 150ms},
+              {"VK5300", {}, empty, identity + "|||", all, 150ms},
+              {"VK5300", {}, full, identity + full.model + "|" + full.version + "|" + full.date + "|", all, 0ms},
+              {"VK5300", {.infoPieces = 2}, factory, identity + "|||", all, 150ms},
+              {"VK5300", {.infoPieces = 1}, factory, box + "VK5300\" -> OK\n", all, 200ms},
+              {"VK5300", {.silent = true}, factory, box + "VK5300\" -> OK\n", "A5 DD", 2000ms},
+              {"RTX", {}, factory, identity + "|||Ethernet firmware 3.2 DF1 1.4 Modbus 1.1   ", "A5 DD A5 A5", 0ms},
+              {"RTX", {.badChecksum = true}, factory, box + "VK-RTX\" -> OK\n", "A5 DD", 0ms},
+              {"RTX", {.shortBy = 1}, factory, box + "VK-RTX\" -> OK\n", "A5 DD", 2000ms}};
   for (const auto& row : rows) {
-    GatewayDevice device("VK5300");
-    device.gateway.infoTexts = {row.model, row.version, row.date};
+    const bool rtx = row.kind == std::string("RTX");
+    GatewayDevice device(rtx ? "VK-RTX-Modbus" : row.kind, row.how);
+    device.gateway.infoTexts = row.texts;
     Harness h;
-    h.GoTo("VK5300Cmd", &device);
-    Open(h);
-    const auto text = [&](const char* field) {
-      const std::string line = h.Do(std::string("get DeviceInfo.") + field + ".Text");
-      return line.substr(7, line.size() - 9);
-    };
-    if (row.model.size() > 256) {
-      EXPECT_EQ(text("ProductModelTxt"), std::string(256, 'm'));
-    } else {
-      EXPECT_EQ(text("ProductModelTxt") + "|" + text("ProductFirmwareVerTxt") + "|" + text("ProductFirmwareDateTxt"),
-                row.shown);
-    }
+    h.GoTo(rtx ? "VKRTXCmd\nclick MainMenu.ABEthModbusModelCmd" : "VK5300Cmd", &device);
+    h.Elapsed();
+    EXPECT_EQ(Open(h), row.seen);
+    EXPECT_EQ(h.Elapsed(), row.lasts) << row.seen;
+    EXPECT_EQ(ToHex(h.driver.written), row.sent);
+    EXPECT_FALSE(h.app.comm.IsOpen(3));
+    h.Do("click DeviceInfo.CloseCmd");
+    EXPECT_EQ(h.Do("forms"), "form ProductMenu visible\n");
   }
-  // On the true line at 19200 bit/s, 96 bytes take exactly the 50 ms: the last byte comes with the time-out.
-  for (const auto& [sent, shown] : {std::pair(95u, 95u), {96u, 95u}, {200u, 95u}}) {
-    GatewayDevice device("VK5300", {}, true);
-    device.gateway.infoTexts = {Bytes(sent, 'm'), "", ""};
-    Harness h;
-    h.GoTo("VK5300Cmd", &device);
-    Open(h);
-    EXPECT_NEAR(static_cast<double>(h.Get("DeviceInfo.ProductModelTxt.Text").size()), shown, 1) << sent;
-  }
-}
-
-TEST(DeviceInfo, PiecesThatDoNotCome) {
-  sim::Misbehaviour twoPieces;
-  twoPieces.infoPieces = 2;
-  GatewayDevice device("VK5300", twoPieces);
-  Harness h;
-  h.GoTo("VK5300Cmd", &device);
-  EXPECT_EQ(Open(h), "");
-  EXPECT_EQ(h.Get("DeviceInfo.IPAddrTxt.Text") + h.Get("DeviceInfo.ProductModelTxt.Text"), "192.168.1.100");
-
-  // The first two pieces have no such tolerance.
-  sim::Misbehaviour onePiece;
-  onePiece.infoPieces = 1;
-  GatewayDevice broken("VK5300", onePiece);
-  Harness other;
-  other.GoTo("VK5300Cmd", &broken);
-  EXPECT_EQ(Open(other),
-            "box critical \"Error!\" \"A timeout or error has occured while communicating to the VK5300\" -> OK\n");
-  EXPECT_EQ(other.driver.calls.back() + other.Do("forms"), "Closeform ProductMenu visible\n");
-}
-
-TEST(DeviceInfo, FailuresShowTheBoxAndNoForm) {
-  const auto box = [](const std::string& product) {
-    return "box critical \"Error!\" \"A timeout or error has occured while communicating to the " + product +
-           "\" -> OK\n";
-  };
-  sim::Misbehaviour silent;
-  silent.silent = true;
-  GatewayDevice device("VK5300", silent);
-  Harness h;
-  h.GoTo("VK5300Cmd", &device);
-  h.Elapsed();
-  h.Do("after 1999 forms");
-  EXPECT_EQ(Open(h), "form ProductMenu visible\nform DeviceInfo hidden\n" + box("VK5300"));
-  EXPECT_EQ(h.Elapsed(), 2000ms);
-  EXPECT_EQ(h.Do("forms"), "form ProductMenu visible\n");
-
-  sim::Misbehaviour bad, truncated;
-  bad.badChecksum = true;
-  truncated.shortBy = 1;
-  for (const sim::Misbehaviour& misbehaviour : {bad, truncated}) {
-    GatewayDevice rtx("VK-RTX-Modbus", misbehaviour);
-    Harness other;
-    other.GoTo("VKRTXCmd");
-    other.Do("click MainMenu.ABEthModbusModelCmd");
-    other.driver.Plug("COM3", &rtx);
-    other.Do("select ProductMenu.COMCbo COM3");
-    EXPECT_EQ(Open(other), "");
-    EXPECT_EQ(other.app.globals.CommFailed, FlagTrue);
-    EXPECT_EQ(ToHex(other.driver.written), "A5 DD");
-  }
-}
-
-TEST(DeviceInfo, ShowsAVkRtxInItsOwnByteOrder) {
-  GatewayDevice rtx("VK-RTX-Modbus");
-  Harness h;
-  h.GoTo("VKRTXCmd");
-  h.Do("click MainMenu.ABEthModbusModelCmd");
-  h.driver.Plug("COM3", &rtx);
-  h.Do("select ProductMenu.COMCbo COM3");
-  Open(h);
-  EXPECT_EQ(AllFields(h),
-            "123456|2-300|Pellwood Controls Co|00-0A-1B-2C-3D-4E|192.168.1.100|255.255.255.0|192.168.1.1||||");
-  EXPECT_EQ(ToHex(h.driver.written), "A5 DD A5 A5");
 }
 
 }  // namespace
