@@ -15,11 +15,6 @@ void SendMouse(QWidget& widget, QEvent::Type type, QPoint at, Qt::MouseButton bu
   QCoreApplication::sendEvent(&widget, &event);
 }
 
-void SendKey(QWidget& widget, QEvent::Type type, int key, Qt::KeyboardModifiers modifiers, const QString& text) {
-  QKeyEvent event(type, key, modifiers, text);
-  QCoreApplication::sendEvent(&widget, &event);
-}
-
 }  // namespace
 
 void MouseDown(QWidget& widget, QPoint at, Qt::MouseButton button) {
@@ -33,18 +28,15 @@ void MouseUp(QWidget& widget, QPoint at, Qt::MouseButton button) {
 
 void MouseMove(QWidget& widget, QPoint at, Qt::MouseButton held) { SendMouse(widget, QEvent::MouseMove, at, held); }
 
-void KeyDown(QWidget& widget, int key, Qt::KeyboardModifiers modifiers, const QString& text) {
-  SendKey(widget, QEvent::KeyPress, key, modifiers, text);
-}
-
-void KeyUp(QWidget& widget, int key, Qt::KeyboardModifiers modifiers) {
-  SendKey(widget, QEvent::KeyRelease, key, modifiers, {});
+void SendKey(QWidget& widget, QEvent::Type type, int key, Qt::KeyboardModifiers modifiers, const QString& text) {
+  QKeyEvent event(type, key, modifiers, text);
+  QCoreApplication::sendEvent(&widget, &event);
 }
 
 void Press(QWidget& widget, int key, Qt::KeyboardModifiers modifiers, const QString& text) {
   const QPointer<QWidget> guard(&widget);
-  KeyDown(widget, key, modifiers, text);
-  if (guard) KeyUp(widget, key, modifiers);
+  SendKey(widget, QEvent::KeyPress, key, modifiers, text);
+  if (guard) SendKey(widget, QEvent::KeyRelease, key, modifiers);
 }
 
 void Type(QWidget& widget, const QString& text) {
@@ -70,23 +62,25 @@ Form& DesktopTest::Show(const std::string& name) {
   return *app.forms.Find(name);
 }
 
-GalleryForm& DesktopTest::ShowGallery() {
-  app.forms.Register(GalleryForm::FormName, [this] { return std::make_shared<GalleryForm>(app.forms); });
-  return static_cast<GalleryForm&>(Show(GalleryForm::FormName));
+EveryControl& DesktopTest::ShowEvery() {
+  EveryControl::RegisterAt(app.forms);
+  auto& form = dynamic_cast<EveryControl&>(Show(EveryControl::FormName));
+  form.TakeLog();
+  return form;
 }
 
 QWidget& DesktopTest::WidgetOf(const Control& control) const {
   return *WindowOf(control.OwnerForm()).WidgetOf(control);
 }
 
-void DesktopTest::Click(const Control& control, Qt::MouseButton button) {
+void DesktopTest::Click(const Control& control) {
   FormWindow& window = WindowOf(control.OwnerForm());
   const QPoint middle = PlaceOnForm(control).center();
   QWidget* onTop = window.childAt(middle);
   ASSERT_EQ(onTop, window.WidgetOf(control)) << control.FullName() << " is covered";
   const QPoint at = onTop->mapFrom(&window, middle);
-  MouseDown(*onTop, at, button);
-  MouseUp(*onTop, at, button);
+  MouseDown(*onTop, at);
+  MouseUp(*onTop, at);
   Settle();
 }
 
@@ -101,21 +95,14 @@ void DesktopTest::PressIn(const Form& form, int key, Qt::KeyboardModifiers modif
   Settle();
 }
 
-BoxWatcher::BoxWatcher(std::function<void(MessageBox& box)> look) : look_(std::move(look)) {
-  QObject::connect(&timer_, &QTimer::timeout, &timer_, [this] { Look(); });
+BoxWatcher::BoxWatcher(std::function<void(MessageBox& box)> look) {
+  QObject::connect(&timer_, &QTimer::timeout, &timer_, [this, look = std::move(look)] {
+    auto* box = dynamic_cast<MessageBox*>(QApplication::activeModalWidget());
+    if (!box) return;
+    if (++seen_ > 9) return void(box->close());  // the test has failed to, and fails
+    look(*box);
+  });
   timer_.start(0);
-}
-
-void BoxWatcher::Look() {
-  auto* box = dynamic_cast<MessageBox*>(QApplication::activeModalWidget());
-  if (!box) return;
-  if (++seen_ > 9) {
-    box->close();  // the test has failed to, and fails
-  } else if (look_) {
-    look_(*box);
-  } else {
-    Press(*box, Qt::Key_Escape);
-  }
 }
 
 }  // namespace vk32

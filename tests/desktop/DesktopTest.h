@@ -11,9 +11,9 @@
 
 #include "DesktopScreen.h"
 #include "FormWindow.h"
-#include "GalleryForm.h"
 #include "MessageBox.h"
 #include "app/App.h"
+#include "support/EveryControl.h"
 #include "support/FakeSerialDriver.h"
 #include "support/VirtualEventLoop.h"
 
@@ -23,8 +23,8 @@ namespace vk32 {
 void MouseDown(QWidget& widget, QPoint at, Qt::MouseButton button = Qt::LeftButton);
 void MouseUp(QWidget& widget, QPoint at, Qt::MouseButton button = Qt::LeftButton);
 void MouseMove(QWidget& widget, QPoint at, Qt::MouseButton held = Qt::NoButton);
-void KeyDown(QWidget& widget, int key, Qt::KeyboardModifiers modifiers = {}, const QString& text = {});
-void KeyUp(QWidget& widget, int key, Qt::KeyboardModifiers modifiers = {});
+void SendKey(QWidget& widget, QEvent::Type type, int key, Qt::KeyboardModifiers modifiers = {},
+             const QString& text = {});
 /// Down and up.
 void Press(QWidget& widget, int key, Qt::KeyboardModifiers modifiers = {}, const QString& text = {});
 /// Letters, one by one.
@@ -37,12 +37,13 @@ class DesktopTest : public testing::Test {
   /// Lets Qt deliver what is due.
   static void Settle();
   Form& Show(const std::string& name);
-  GalleryForm& ShowGallery();
+  EveryControl& ShowEvery();
 
   FormWindow& WindowOf(const Form& form) const { return *screen.WindowOf(form); }
   QWidget& WidgetOf(const Control& control) const;
+  QImage Picture(const Control& control) const { return WidgetOf(control).grab().toImage(); }
   /// Moves to the middle of the control and clicks what is on top there.
-  void Click(const Control& control, Qt::MouseButton button = Qt::LeftButton);
+  void Click(const Control& control);
   /// The control's widget has the focus of its window.
   bool HasFocus(const Control& control) const;
   /// Presses a key in whatever has the focus.
@@ -58,14 +59,11 @@ class DesktopTest : public testing::Test {
 /// Looks at each message box that opens and closes it by Escape, or as `look` does.
 class BoxWatcher {
  public:
-  explicit BoxWatcher(std::function<void(MessageBox& box)> look = {});
+  explicit BoxWatcher(std::function<void(MessageBox& box)> look = [](MessageBox& box) { Press(box, Qt::Key_Escape); });
 
   int Seen() const { return seen_; }
 
  private:
-  void Look();
-
-  std::function<void(MessageBox& box)> look_;
   QTimer timer_;
   int seen_ = 0;
 };

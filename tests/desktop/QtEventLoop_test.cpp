@@ -2,47 +2,31 @@
 #include "QtEventLoop.h"
 
 #include <gtest/gtest.h>
-#include <time.h>
 #include <unistd.h>
 
 #include <QCoreApplication>
 #include <QEventLoop>
+#include <QTimer>
+#include <ctime>
 
 namespace vk32 {
 namespace {
 
 using namespace std::chrono_literals;
 
-class QtEventLoopTest : public testing::Test {
- protected:
-  QtEventLoopTest() { EXPECT_EQ(pipe(pipe_), 0); }
-  ~QtEventLoopTest() override {
-    close(pipe_[0]);
-    close(pipe_[1]);
-  }
-
-  static Time Used() {
-    timespec used{};
-    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &used);
-    return std::chrono::seconds(used.tv_sec) + std::chrono::nanoseconds(used.tv_nsec);
-  }
+struct QtEventLoopTest : testing::Test {
+  QtEventLoopTest() { EXPECT_EQ(pipe(ends), 0); }
+  ~QtEventLoopTest() override { close(ends[0]), close(ends[1]); }
 
   QtEventLoop loop;
-  int pipe_[2];
+  int ends[2];
 };
 
 TEST_F(QtEventLoopTest, TimersRunWhileQtHasTheLoopAlsoWhenATickWaitsForTheUser) {
   QEventLoop qt, box;
   std::string order;
-  loop.StartTimer(1ms, [&] {
-    box.exec();
-    order += "c";
-    qt.quit();
-  });
-  loop.StartTimer(20ms, [&] {
-    order += "b";
-    box.quit();
-  });
+  loop.StartTimer(1ms, [&] { box.exec(), order += "c", qt.quit(); });
+  loop.StartTimer(20ms, [&] { order += "b", box.quit(); });
   loop.StartTimer(1ms, [&] { order += "a"; });
   loop.StopTimer(loop.StartTimer(10ms, [&] { order += "x"; }));
   qt.exec();
@@ -50,35 +34,25 @@ TEST_F(QtEventLoopTest, TimersRunWhileQtHasTheLoopAlsoWhenATickWaitsForTheUser) 
 }
 
 TEST_F(QtEventLoopTest, WaitsTickNothingAndEndInTime) {
-  EXPECT_EQ(write(pipe_[1], "x", 1), 1);
-  struct Row {
-    const char* what;
-    std::function<void()> wait;
-    Time least;
-  };
-  for (const Row& row : {
-           Row{"a timer is due", [this] { loop.Wait(-1); }, 29ms},
-           Row{"a byte has come", [this] { loop.Wait(pipe_[0]); }, 0ms},
-           Row{"the time has come",
-               [this] {
-                 loop.Wait({-1, WaitFor::ToWrite, loop.Now() + 15ms});
-               },
-               14ms},
-           Row{"there is room for bytes",
-               [this] {
-                 loop.Wait({pipe_[1], WaitFor::ToWrite, loop.Now() + 5s});
-               },
-               0ms},
-       }) {
-    SCOPED_TRACE(row.what);
+  EXPECT_EQ(write(ends[1], "x", 1), 1);
+  using enum WaitFor::Ready;
+  const struct {
+    int fd;
+    WaitFor::Ready ready;
+    Time limit, least;
+  } rows[] = {{-1, ToRead, 5s, 29ms},        // a timer is due
+              {ends[0], ToRead, 5s, 0ms},    // a byte has come
+              {-1, ToWrite, 15ms, 14ms},     // the time has come
+              {ends[1], ToWrite, 5s, 0ms}};  // there is room for bytes
+  for (const auto& row : rows) {
+    SCOPED_TRACE(&row - rows);
     QCoreApplication::processEvents();
     bool ticked = false, posted = false;
     const Alarm alarm(loop, 30ms, [&] { ticked = true; });
-    const auto paint = [&] { posted = true; };
-    QMetaObject::invokeMethod(qApp, paint, Qt::QueuedConnection);
+    QTimer::singleShot(0, [&] { posted = true; });
     const Time start = loop.Now();
     // What is posted ends a wait as well.
-    while (!posted || loop.Now() - start < row.least) row.wait();
+    while (!posted || loop.Now() - start < row.least) loop.Wait({row.fd, row.ready, start + row.limit});
     EXPECT_LT(loop.Now() - start, 1s);
     EXPECT_FALSE(ticked);
     while (loop.Now() - start < 30ms) loop.Wait(-1);
@@ -88,14 +62,10 @@ TEST_F(QtEventLoopTest, WaitsTickNothingAndEndInTime) {
 }
 
 TEST_F(QtEventLoopTest, AWaitCostsNoProcessorTime) {
-  bool over = false;
-  loop.StartTimer(500ms, [&] { over = true; });
-  const Time used = Used();
-  while (!over) {
-    loop.RunDue();
-    if (!over) loop.Wait(pipe_[0]);
-  }
-  EXPECT_LT(Used() - used, 20ms);
+  const std::clock_t used = std::clock();
+  for (const Time end = loop.Now() + 500ms; loop.Now() < end;)
+    loop.Wait({ends[0], WaitFor::ToRead, end}), loop.RunDue();
+  EXPECT_LT(std::clock() - used, CLOCKS_PER_SEC / 50);
 }
 
 }  // namespace

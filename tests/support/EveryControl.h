@@ -17,28 +17,28 @@ class EveryControl : public Form {
 
   explicit EveryControl(Forms& forms, const char* name = FormName, FormStyle style_ = FormStyle::Window)
       : Form(forms, name, "Every control", 12840, 8400, style_) {
-    SecondFrame.Visible = false;
-    OffTxt.Enabled = false;
-    OffTxt.Text = "disabled";
+    SecondFrame.Visible = OffTxt.Enabled = OffOpt.Enabled = OtherOpt.Enabled = false;
     GrayTxt.BackColor = 0xE0E0E0;
-    GrayTxt.Text = "automatic";
     ReadTxt.Locked = true;
     ReadTxt.Text = "read only";
-    OffOpt.Enabled = false;
-    OtherOpt.Enabled = false;
-    OffCmd.Enabled = false;
     PortCbo.EntryToolTip = [](const std::string& entry) { return "behind " + entry; };
     PortCbo.Show("COM2");
+    LaterCbo.Show("None");
     RowsVScroll.SmallChange = 480;
     RowsVScroll.LargeChange = 2400;
     RowsVScroll.Max = 1440;
     Bar.Value = 38;
   }
 
-  /// Registers it under its name and shows it.
-  static EveryControl& Open(Forms& forms) {
+  /// Registers it under its name.
+  static void RegisterAt(Forms& forms) {
     forms.Register(FormName, [&forms] { return std::make_shared<EveryControl>(forms); });
+  }
+  /// Shows it in place of the splash page.
+  static EveryControl& Open(Forms& forms) {
+    RegisterAt(forms);
     auto& form = dynamic_cast<EveryControl&>(forms.Show(FormName));
+    forms.Unload("Splash");
     form.TakeLog();
     return form;
   }
@@ -50,14 +50,12 @@ class EveryControl : public Form {
     LogLbl.Caption = "";
     return log;
   }
-  /// A handler that adds a word.
-  Handler Noting(std::string word) {
-    return [this, word = std::move(word)] { Note(word); };
-  }
 
  private:
   void Note(const std::string& word) { LogLbl.Caption = LogLbl.Caption.Value() + word + " "; }
-  /// A handler that adds the word and the property.
+  Handler Noting(const char* word) {
+    return [=, this] { Note(word); };
+  }
   template <class Kind, class Value>
   Handler Noting(const char* word, Kind& control, Value Kind::*property) {
     return [=, this, &control] { Note(word + (":" + (control.*property).AsText())); };
@@ -84,11 +82,8 @@ class EveryControl : public Form {
 
  public:
   // clang-format off
-  Frame         BandFrame   {*this, "BandFrame",   {   0,    0, 12840,  720}, Fill::Band};
-  Label         BandLbl     {*this, "BandLbl",     { 240,  120,  3000,  480}, "Gallery", TextRole::BandName};
   Label         SiteLbl     {*this, "SiteLbl",     {9600,  195,  3000,  315}, "www.norvanta.example", TextRole::Link,
                              Noting("site"), {Noting("down"), Noting("up"), Noting("over")}};
-  Frame         SideFrame   {*this, "SideFrame",   {   0,  720, 3840, 7680}, Fill::Side};
   Frame         MarkFrame   {*this, "MarkFrame",   {   0, 1440,   60,  315}, Fill::Accent};
   Label         StepLbl     {*this, "StepLbl",     { 240, 1440, 3480,  315}, "Welcome / Open Configuration", TextRole::Step};
   Image         IconImg     {*this, "IconImg",     { 240, 2400,  720,  720}};
@@ -97,7 +92,6 @@ class EveryControl : public Form {
   Frame         FirstFrame  {*this, "FirstFrame",  {3840, 720, 9000, 6900}};
   Label         NameLbl     {FirstFrame, "NameLbl",    { 360, 720, 1800, 315}, "Name"};
   TextBox       NameTxt     {FirstFrame, "NameTxt",    {2280, 720, 2160, 315}, Noting("name", NameTxt, &TextBox::Text)};
-  Label         OffLbl      {FirstFrame, "OffLbl",     { 360, 1080, 1800, 315}, "Off"};
   TextBox       OffTxt      {FirstFrame, "OffTxt",     {2280, 1080, 2160, 315}};
   TextBox       GrayTxt     {FirstFrame, "GrayTxt",    {4560, 1080, 2160, 315}};
   TextBox       ReadTxt     {FirstFrame, "ReadTxt",    {6840, 1080, 1440, 315}};
@@ -106,6 +100,8 @@ class EveryControl : public Form {
                              Noting("port", PortCbo, &ComboBox::Text)};
   ComboBox      FreeCbo     {FirstFrame, "FreeCbo",    {4560, 1440, 1680, 315}, {"9600", "19200", "a \x80"},
                              Noting("free", FreeCbo, &ComboBox::Text), ComboBox::Style::WithTextPart};
+  ComboBox      LaterCbo    {FirstFrame, "LaterCbo",   {6840, 1440, 1440, 315}, {"None", "COM2", "COM3", "COM26"},
+                             Noting("later", LaterCbo, &ComboBox::Text), ComboBox::Style::ChoiceWhenDone};
   CheckBox      FlagChk     {FirstFrame, "FlagChk",    { 360, 1920, 2640, 555}, "Respond to Specific Address",
                              Noting("flag", FlagChk, &CheckBox::Value)};
   CheckBox      BareChk     {FirstFrame, "BareChk",    {3360, 1920,  315, 315}, "", Noting("bare", BareChk, &CheckBox::Value)};
@@ -114,8 +110,6 @@ class EveryControl : public Form {
   OptionButton  TwoOpt      {FirstFrame, "TwoOpt",     {2760, 2520, 2160, 315}, "Option two", false, Noting("two")};
   OptionButton  OffOpt      {FirstFrame, "OffOpt",     {5160, 2520, 2160, 315}, "Option off", false, Noting("off")};
   Frame         HeadFrame   {FirstFrame, "HeadFrame",  { 360, 2880, 7980, 495}};
-  Label         SlotHeadLbl {HeadFrame,  "SlotHeadLbl",{ 120,    0,  600, 495}, "Slot", TextRole::TableHead};
-  Label         AreaHeadLbl {HeadFrame,  "AreaHeadLbl",{ 840,    0, 1320, 495}, "Destination Range", TextRole::TableHead};
   Frame         TableFrame  {FirstFrame, "TableFrame", { 360, 3420, 7980, 2400}, Fill::Table};
   Frame         RowsFrame   {TableFrame, "RowsFrame",  {   0,    0, 7980, 3840}};
   ControlArray<Label> SlotLbl = Rows<Label>("SlotLbl", 1, 8, 120, 600, "7", TextRole::TableText);
@@ -123,7 +117,6 @@ class EveryControl : public Form {
   VScrollBar    RowsVScroll {FirstFrame, "RowsVScroll",{8340, 3420, 300, 2400}, &EveryControl::RowsVScroll_Change};
   ControlArray<TextBox> RowTxt = Rows<TextBox>("RowTxt", 2, 4, 2400, 1200, &EveryControl::RowTxt_Change);
   CommandButton AddCmd      {FirstFrame, "AddCmd",     { 360, 6000, 1560, 390}, "Add Route", Noting("add")};
-  CommandButton OffCmd      {FirstFrame, "OffCmd",     {2040, 6000, 1800, 390}, "Delete Route", Noting("never")};
   ProgressBar   Bar         {FirstFrame, "Bar",        {3960, 6045, 4680, 315}};
 
   Frame         SecondFrame {*this, "SecondFrame", {3840, 720, 9000, 6900}};
