@@ -181,7 +181,7 @@ TEST(ConfigurationVkRtx, AsciiRoutesMakeClientsAndPanels) {
   user.Use("click BackCmd\nclick EditRouteCmd\nselect Route.SlotLst 2\ntype Route.IPAddressTxt 10.0.0.3");
   EXPECT_EQ(user.Use("click Route.PerformRouteCmd\n" + slots), "0|0-");
   // Routes that went ask for nothing any more.
-  EXPECT_EQ(user.Use("back RoutingFrame\nclick ClrTableCmd\nclick NextCmd\npage"), "ApplyFrame");
+  EXPECT_EQ(user.Use("to ConversionFrame\nback RoutingFrame\nclick ClrTableCmd\nclick NextCmd\npage"), "ApplyFrame");
 }
 
 TEST(ConfigurationVkRtx, TakesSlavesOverUpToTheFirstEmptyRow) {

@@ -250,8 +250,10 @@ TEST(Serial, AFinishThatFailsLeavesEverythingForAnotherTry) {
   user.Elapsed();
   EXPECT_EQ(user.Use("click UploadCmd\nsee ChaSpeedLst"), "reminder\n300");  // silently nothing
   EXPECT_EQ(user.Elapsed(), 3000ms);
-  // A save that is cancelled, or that faults halfway, downloads nothing; the old file stays whole.
-  EXPECT_EQ(user.Use("finish DownSaveOpt cancel\npage"), "reminder\nApplyFrame");
+  // A save that is cancelled, or that faults, downloads nothing; the old file stays whole.
+  for (const std::string path : {"cancel", "/nowhere/plant.cfg"}) {
+    EXPECT_EQ(user.Use("finish DownSaveOpt " + path + "\npage"), "reminder\nApplyFrame");
+  }
   user.file.Fill("old");
   user.screen.onFileDialog = [&user] { user.Byte(401) = 256; };
   EXPECT_EQ(user.Use("finish DownSaveOpt\npage"), "reminder\nApplyFrame");
