@@ -12,9 +12,7 @@ const vk32::FuzzTarget& ChosenTarget() {
   for (const vk32::FuzzTarget& target : vk32::FuzzTargets()) {
     if (name && target.name == name) return target;
   }
-  std::fputs("Set VK32_FUZZ_TARGET to one of:", stderr);
-  for (const vk32::FuzzTarget& target : vk32::FuzzTargets()) std::fprintf(stderr, " %s", target.name.data());
-  std::fputs("\n", stderr);
+  std::fputs("Set VK32_FUZZ_TARGET to the name of a folder in tests/fuzz/seeds\n", stderr);
   std::exit(2);
 }
 

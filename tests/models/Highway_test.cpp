@@ -30,9 +30,9 @@ TEST(Highway, ChoicesGoDownAndComeBack) {
        "01 1F 00 07 00 0B 00 08 00 00 00 00 00 00", "DH-485|31|Decimal|4800|Baud|100 Mbps|30"},
       {"VK5300", Dh485 + "select DhNodeLst 31\n" + Dh + "etworkLst DH+\n" + Dhcp,
        "00 01 00 08 00 0B 00 08 00 00 00 00 00 00", "DH+|" + dhPlus + "Auto Detect|30"},
-      {"RBCard", Card485 + "click DhpOpt", "00 01 00 08 00 08 00 08 00 08 00 00 00 01", dhPlus + card},
-      {"RBCard", "to HwyComFrame\nselect HwyNodeLst 10\nselect HwySpeedLst 115.2",
-       "00 08 00 09 00 08 00 08 00 08 00 00 00 01", "10|Octal|115.2|kBaud|" + card},
+      {"RBCard", "", "00 01 00 08 00 08 00 08 00 08 00 00 00 01", dhPlus + card},
+      {"RBCard", Card485 + "click DhpOpt\nselect HwyNodeLst 77\nselect HwySpeedLst 115.2",
+       "00 3F 00 09 00 08 00 08 00 08 00 00 00 01", "77|Octal|115.2|kBaud|" + card},
       {"RBCard", Card485 + "select HwySpeedLst 9600\nselect HwyNodeLst 31", "01 1F 00 08 00 08 00 08 00 08 00 00 00 01",
        "31|Decimal|9600|Baud|" + card},
       {"RBCard", Df1 + "SpeedLst 115200\nselect Df1ParityLst Odd\nselect Df1DataBitsLst 7\nselect Df1ErrorChkLst CRC",
@@ -75,7 +75,7 @@ TEST(Highway, TheVk5300RestartsBetweenItsHalves) {
 
 TEST(Highway, FilesAreTheirOwn) {
   WizardUser vk5300("VK5300"), rbCard("RBCard");
-  vk5300.Use(Dh485 + Addresses + "finish SaveOpt");
+  EXPECT_EQ(vk5300.Use(Dh485 + Addresses + "see EthDHCPLst\nfinish SaveOpt"), "Disabled");
   rbCard.Use(Card485 + "finish SaveOpt");
   EXPECT_EQ(vk5300.file.Content(),
             Lines("\"" + ProgramVersion() +

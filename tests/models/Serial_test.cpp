@@ -64,7 +64,8 @@ TEST(Serial, ThePageFollowsItsChoices) {
       range2 = "get ChbModSlaveSpecificAddrChk.Top\nshown ChbModSlaveBroadcastStartLst ChbModSlaveBroadcastEndLst",
       range3 = "shown BroadStartLst BroadEndLst",
       floats = "to MappingFrame(0)\nshown FloatLbl(0) FloatChk(13)\nclick BackCmd",
-      address = "check ChbModSlaveSpecificAddrChk ", list = "shown ChbModSlaveSpecificAddrLst";
+      address = "check ChbModSlaveSpecificAddrChk ", list = "shown ChbModSlaveSpecificAddrLst",
+      explained = "see DDTAExplanationFrm.DDTAExpLbl(2)\nclick DDTAExplanationFrm.CloseCmd";
   const struct {
     bool is3000;
     std::string act, look, shown;
@@ -73,12 +74,14 @@ TEST(Serial, ThePageFollowsItsChoices) {
               {false, address + "on", list, "+"},
               {false, address + "off", list, "-"},
               {false, mod + "DeviceTypeLst Master", frames, "-+"},
+              {false, "click ChbModMasterDDTALbl", explained, "Click Here to download the Address Mapping software."},
               {false, mod + "DeviceTypeLst Slave", frames, "+-"},
               {false, mod + "SlavePlcTypeLst PLC-3", floats, "--"},
               {false, mod + "SlavePlcTypeLst PLC-5", floats, "++"},
               {true, "select BroadcastLst Yes", range3, "++"},
               {true, "select BroadcastLst No", range3, "--"},
               {true, "select ModDeviceTypeLst Master", frames, "-+"},
+              {true, "click ModMasterDDTALbl", explained, "Click Here to download the Address Mapping software."},
               {true, "select ModDeviceTypeLst Slave", frames, "+-"},
               {true, "select PLCTypeLst PLC-3", floats, "--"},
               {true, "select PLCTypeLst SLC/MicroLogix/ControlLogix", floats, "++"}};
@@ -198,7 +201,7 @@ TEST(Serial, ChecksTheSlots) {
       {"Invalid",
        {"0|10|7|0", "10000|10|7|0", "1|20000|7|0", "25000|10|7|0", "1|40000|7|0", "50000|10|7|0", "word|10|7|0",
         "1|1e99|7|0", "1|10|1000|0", "1|10|-1|0", "1|10|7|10000", "9999.4|10000.5|7|0"}}};  // rounded first
-  const auto told = [](const std::string& word, const char* page) {
+  const auto told = [](const std::string& word, const char* page) {                         // the pane is left as it is
     return "box critical \"Error!\" \"" + word + " Entry Detected\" -> OK\n" + page;
   };
   WizardUser user("RB2000"), rb3000("RB3000");
@@ -210,7 +213,6 @@ TEST(Serial, ChecksTheSlots) {
           << texts;
     }
   }
-  // The pane is left as it is.
   const std::string next = "to MappingFrame(0)\nclick NextMappingCmd(0)\n";
   EXPECT_EQ(user.Use(next + "click NextCmd\npage"), told("Invalid", "MappingFrame(1)"));
   EXPECT_EQ(rb3000.Use(next + "click NextMappingCmd(1)\n" + Slot(39, "1|0|1|1") + "click NextCmd\npage"),
@@ -250,8 +252,10 @@ TEST(Serial, AFinishThatFailsLeavesEverythingForAnotherTry) {
   user.Elapsed();
   EXPECT_EQ(user.Use("click UploadCmd\nsee ChaSpeedLst"), "reminder\n300");  // silently nothing
   EXPECT_EQ(user.Elapsed(), 3000ms);
-  // A save that is cancelled, or that faults halfway, downloads nothing; the old file stays whole.
-  EXPECT_EQ(user.Use("finish DownSaveOpt cancel\npage"), "reminder\nApplyFrame");
+  // A save that is cancelled, or that faults, downloads nothing; the old file stays whole.
+  for (const std::string path : {"cancel", "/nowhere/plant.cfg"}) {
+    EXPECT_EQ(user.Use("finish DownSaveOpt " + path + "\npage"), "reminder\nApplyFrame");
+  }
   user.file.Fill("old");
   user.screen.onFileDialog = [&user] { user.Byte(401) = 256; };
   EXPECT_EQ(user.Use("finish DownSaveOpt\npage"), "reminder\nApplyFrame");
@@ -259,9 +263,8 @@ TEST(Serial, AFinishThatFailsLeavesEverythingForAnotherTry) {
   user.screen.onFileDialog = {};
   user.Byte(401) = 0;
   user.Elapsed();
-  user.Do(
-      "after 1499 get DownloadingMsg.ProgressBar.Value\nafter 1501 get DownloadingMsg.ProgressBar.Value\n"
-      "after 27800 get DownloadingMsg.ProgressBar.Value\nafter 1600 get DownloadingMsg.CloseEnabled");
+  const std::string bar = " get DownloadingMsg.ProgressBar.Value\nafter ";
+  user.Do("after 1499" + bar + "1501" + bar + "27800" + bar + "1600 get DownloadingMsg.CloseEnabled");
   EXPECT_EQ(user.Use("finish DownSaveOpt\npage"),
             "reminder\nvalue \"0\"\nvalue \"1000\"\nvalue \"False\"\nvalue \"27000\"\ntime-out\nApplyFrame");
   EXPECT_EQ(user.Elapsed(), 500ms + 27400ms);  // the upload's answer could have come late
@@ -287,18 +290,6 @@ TEST(Serial, FinishRefusesWhatTheImageCannotHold) {
     user.Use("to MappingFrame(0)\ntype ABFileTxt(4) 70000\nback ConfigFrame\n" + master);
     EXPECT_TRUE(user.Use("finish DownOpt").starts_with("box critical \"Error!\" " + words));
     EXPECT_EQ(user.Use("page") + user.driver.written, "ApplyFrame");
-  }
-}
-
-TEST(Serial, TheHeadingOfTheDecodingsExplainsThem) {
-  const std::string form = "DDTAExplanationFrm", link = form + ".DDTAExpLbl(2)",
-                    color = "\nget " + link + ".ForeColor\n";
-  for (const auto& [kind, heading] : {std::pair("RB2000", Rb2000Master + "click ChbModMasterDDTALbl"),
-                                      {"RB3000", Rb3000Master + "click ModMasterDDTALbl"}}) {
-    WizardUser user(kind);
-    user.Use(heading);
-    EXPECT_EQ(user.Do("move " + link + color + "move " + form + color), "value \"16711680\"\nvalue \"-2147483630\"\n");
-    EXPECT_TRUE(user.Do("click " + link).starts_with("web \""));
   }
 }
 

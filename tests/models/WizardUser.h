@@ -6,7 +6,6 @@
 #include <algorithm>
 
 #include "core/Convert.h"
-#include "link/Frames.h"
 #include "support/Harness.h"
 
 namespace vk32 {
