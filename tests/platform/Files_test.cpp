@@ -143,7 +143,7 @@ TEST_F(FilesTest, PlacesWhereNothingCanBeSaved) {
   EXPECT_NE(WhyNotWritable(""), "");
   // Their group has become others, and others the group.
   for (const auto& [name, mode] :
-       {std::pair("file", 0644u), {"narrow", 0600}, {"sticky/new", 0644}, {"folder/new", 0644}}) {
+       {std::pair("file", 0644u), {"narrow", 0600}, {"sticky/new", 0644}, {"sticky/new", 0644}, {"folder/new", 0644}}) {
     EXPECT_EXIT(save(name, ""), testing::ExitedWithCode(0), "") << name;
     EXPECT_TRUE(Mode(name) == mode || !others) << name;
   }
