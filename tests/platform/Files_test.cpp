@@ -52,7 +52,12 @@ class FilesTest : public testing::Test {
     std::ofstream(folder_ / name) << text;
     chmod(Path(name).c_str(), mode);
   }
-  std::string Text(const std::string& name) const { return InputFile(Path(name)).Read(1 << 20); }
+  std::string Text(const std::string& name) const {
+    InputFile file(Path(name));
+    std::string text, piece = "?";
+    for (; !piece.empty(); text += piece) piece = file.Read(777);
+    return text;
+  }
   unsigned Mode(const std::string& name) const {
     return static_cast<unsigned>(fs::status(folder_ / name).permissions());
   }

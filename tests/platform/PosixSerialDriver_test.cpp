@@ -309,8 +309,7 @@ TEST(ParseSettings, TakesTheFourSettingsAndNothingElse) {
     EXPECT_TRUE(!ParseSettings(settings, dcb) && dcb.BaudRate == 4800) << settings;
   }
   EXPECT_TRUE(ParseSettings("stop=2 data=7 parity=E baud=300", dcb));
-  EXPECT_TRUE(dcb.BaudRate == 300 && dcb.Parity == 'E' && dcb.ByteSize == 7 && dcb.StopBits == 2);
-  EXPECT_TRUE(dcb.fOutX && dcb.XonChar == 1);
+  EXPECT_TRUE(dcb.BaudRate == 300 && dcb.Parity == 'E' && dcb.ByteSize == 7 && dcb.StopBits == 2 && dcb.fOutX);
 }
 
 }  // namespace
