@@ -188,6 +188,10 @@ TEST_F(PosixSerialDriverTest, ForbiddenPortNamesTheGroup) {
       " belongs to the group daemon: add yourself with \"sudo usermod -aG daemon nobody\" and log in";
   const auto isTold = [&] { return driver_.ErrorText(EACCES).starts_with("Permission denied: " + path_ + told); };
   EXPECT_EXIT(_exit(setuid(65534) == 0 && Open() == EACCES && isTold()), testing::ExitedWithCode(1), "");
+  chmod(path_.c_str(), 0666);
+  for (int killed = 0; killed < 2; ++killed) {  // and leaves it free
+    EXPECT_EXIT(_exit(setuid(65534) == 0 ? Open() : 255), testing::ExitedWithCode(0), "");
+  }
 }
 
 TEST_F(PosixSerialDriverTest, GoneDeviceIsAnErrorAndNotASpin) {
@@ -209,7 +213,6 @@ TEST_F(PosixSerialDriverTest, GoneDeviceIsAnErrorAndNotASpin) {
     EXPECT_EQ(driver_.ErrorText(EIO), "Input/output error: the serial device is gone: plug it in again");
     EXPECT_TRUE(driver_.Close(handle_));
     EXPECT_EQ(verb() ? 0 : driver_.LastError(), EBADF) << &verb - verbs;
-    EXPECT_EQ(Open(), ENOENT);
   }
   EXPECT_EQ(loop_.sleeps, 0);
 }
@@ -243,9 +246,11 @@ TEST_F(PosixSerialDriverTest, XoffHoldsAWriteUntilXonItsTimeOutOrItsEnd) {
   EXPECT_LT(loop_.sleeps, 5);
   EXPECT_EQ(Waiting(), 0);  // both bytes are no data
   EXPECT_TRUE(driver_.SetTimeouts(handle_, {0, 0, 0, 0, 20}));
-  const int written = Write(Bytes(65536, 'x'));
+  Bytes large;
+  while (large.size() < 65536) large += std::to_string(large.size());
+  const int written = Write(large);
   EXPECT_TRUE(written > 0 && written < 65536) << written;
-  EXPECT_EQ(AtDevice(written).size(), written);
+  EXPECT_EQ(AtDevice(written), large.substr(0, static_cast<std::size_t>(written)));
   loop_.sleeps = 0;
   loop_.beforeSleep = [] {};
   Hold();
@@ -304,8 +309,7 @@ TEST(ParseSettings, TakesTheFourSettingsAndNothingElse) {
     EXPECT_TRUE(!ParseSettings(settings, dcb) && dcb.BaudRate == 4800) << settings;
   }
   EXPECT_TRUE(ParseSettings("stop=2 data=7 parity=E baud=300", dcb));
-  EXPECT_TRUE(dcb.BaudRate == 300 && dcb.Parity == 'E' && dcb.ByteSize == 7 && dcb.StopBits == 2);
-  EXPECT_TRUE(dcb.fOutX && dcb.XonChar == 1);
+  EXPECT_TRUE(dcb.BaudRate == 300 && dcb.Parity == 'E' && dcb.ByteSize == 7 && dcb.StopBits == 2 && dcb.fOutX);
 }
 
 }  // namespace
