@@ -30,13 +30,12 @@ std::optional<Time> VirtualEventLoop::NextOutside() const {
 void VirtualEventLoop::AdvanceTo(Time moment) {
   now_ = std::max(now_, moment);
   for (Outside* outside : outside_) outside->RunDue(now_);
-  std::vector<int> readable;
-  for (const auto& [fd, watcher] : watched_) {
-    for (const Outside* outside : outside_) {
-      if (outside->Readable(fd)) readable.push_back(fd);
-    }
+  const auto watched = watched_;  // whoever is told may change it
+  for (const auto& [fd, watcher] : watched) {
+    const bool readable =
+        std::any_of(outside_.begin(), outside_.end(), [&](auto* outside) { return outside->Readable(fd); });
+    if (readable) EventLoop::Readable(fd);
   }
-  for (const int fd : readable) EventLoop::Readable(fd);
 }
 
 }  // namespace vk32
