@@ -53,14 +53,9 @@ class WaitTest : public testing::Test {
   WaitTest() {
     talk->CommOpen();
     h.wizard->TimeOutTmr.Interval = 3000;
+    h.app.globals.TimeOutFlag = FlagTrue;  // of an earlier wait
   }
 
-  void Say(std::vector<ScriptedDevice::Reply> says) {
-    device.On("go", std::move(says));
-    Send(*talk, "go");
-    h.app.globals.TimeOutFlag = FlagTrue;  // of an earlier wait
-    h.Elapsed();
-  }
   /// How long the wait took, and how often it slept: once for each thing that came. The timer is at rest behind it.
   void ExpectWait(Time time, int sleeps) {
     EXPECT_EQ(h.Elapsed(), time);
@@ -75,7 +70,7 @@ class WaitTest : public testing::Test {
 };
 
 TEST_F(WaitTest, AnAckIsFoundBehindWhateverComesBeforeIt) {
-  Say({{10ms, FromHex("15 00 FF")}, {20ms, "\x05\x06\x15"}, {2990ms, "\x06"}, {6001ms, "\x06"}});
+  device.says = {{10ms, FromHex("15 00 FF")}, {20ms, "\x05\x06\x15"}, {2990ms, "\x06"}, {6001ms, "\x06"}};
   EXPECT_EQ(WaitForAck(*talk), FlagFalse);
   ExpectWait(20ms, 2);
   EXPECT_EQ(h.driver.input, "\x15");
@@ -87,7 +82,7 @@ TEST_F(WaitTest, AnAckIsFoundBehindWhateverComesBeforeIt) {
 }
 
 TEST_F(WaitTest, BytesAreAppendedUpToTheCountWithinTheInterval) {
-  Say({{1000ms, "0123456"}, {2900ms, "789abcdefXY"}, {4900ms, "Z"}, {5901ms, "late"}});
+  device.says = {{1000ms, "0123456"}, {2900ms, "789abcdefXY"}, {4900ms, "Z"}, {5901ms, "late"}};
   Bytes buffer = "kept ";
   EXPECT_EQ(ReadBytes(*talk, buffer, 16), 16);
   ExpectWait(2900ms, 2);
@@ -99,7 +94,7 @@ TEST_F(WaitTest, BytesAreAppendedUpToTheCountWithinTheInterval) {
 }
 
 TEST_F(WaitTest, ABoxThatWaitsForTheUserStopsNoClockAndLosesNoAnswer) {
-  Say({{2000ms, "\x06"}});
+  device.says = {{2000ms, "\x06"}};
   // A box of another form stands from the first second to the fifth: nobody reads the port.
   h.loop.StartTimer(1s, [&] {
     h.screen.onBox = [&](const auto&) { h.Do("wait 4000"); };
