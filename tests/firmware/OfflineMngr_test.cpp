@@ -67,25 +67,42 @@ TEST(OfflineMngr, KeysGoToTheDeviceAndOnlyItsEchoShows) {
   }
 }
 
-TEST(OfflineMngr, TextGoesInThePiecesOfTheProduct) {
+TEST(OfflineMngr, AFileGoesAsTextInThePiecesOfTheProductOrByXmodem) {
+  Bytes varied;
+  for (int i = 0; i < 33000; ++i) varied += static_cast<char>(i * 7 + i / 256);
+  const Bytes text = ":" + Bytes(999, 'f'), block = FromHex("01 01 FE") + Bytes(128, 'a') + '\x80';
+  const Bytes rest = FromHex("01 02 FD 61") + Bytes(127, '\0') + 'a';
   const struct {
-    const char *product, *kind, *writes;
-  } rows[] = {{"RB2000", "RB2000", "Write 512|Write 488"},
-              {"VK5300", "VK5300", "Write 512|Write 488"},
-              {"VK-RTX", "VK-RTX-DF1", "Write 1000"}};
-  for (const auto& [product, kind, writes] : rows) {
-    GatewayDevice device(kind);
-    Terminal h(product, device);
+    const char *product, *kind, *xmodem;
+    Bytes content, sent;
+    std::string writes;
+    int naks = 0;
+  } rows[] = {{"RB2000", "RB2000", "", text, text, "Write 512|Write 488"},
+              {"VK5300", "VK5300", "no", text, text, "Write 512|Write 488"},
+              {"VK-RTX", "VK-RTX-DF1", "no", text, text, "Write 1000"},
+              {"VK5300", "VK5300", "yes", "", "\4", "Write 1"},
+              {"VK-RTX", "VK-RTX-DF1", "yes", Bytes(128, 'a'), block + "\4", "Write 132|Write 1"},
+              {"VK5300", "VK5300", "yes", Bytes(129, 'a'), block + block + rest + rest + "\4", "", 1},
+              {"VK5300", "VK5300", "yes", varied, "", ""}};
+  for (const auto& row : rows) {
+    SCOPED_TRACE(&row - rows);
+    const bool xmodem = row.xmodem == std::string("yes");
+    GatewayDevice device(row.kind, {.naks = row.naks});
+    Terminal h(row.product, device);
     h.Do("keys OfflineMngr.Term 2y\nwait 3100");
     h.driver.calls.clear();
-    const std::string told = h.Send("answer yes\nanswer no", ":" + Bytes(999, 'f'));
-    EXPECT_EQ(told.find("Xmodem") != Bytes::npos, product != std::string("RB2000"));
+    h.driver.written.clear();
+    const std::string told = h.Send(std::string("answer yes\nanswer ") + row.xmodem, row.content);
+    EXPECT_EQ(told.find("Xmodem") != Bytes::npos, row.xmodem[0] != '\0');
     std::erase_if(h.driver.calls, [](const std::string& call) { return !call.starts_with("Write"); });
-    EXPECT_EQ(h.driver.calls, Split(writes, '|'));
-    EXPECT_TRUE(h.driver.state.fOutX);
+    EXPECT_TRUE(row.writes.empty() || h.driver.calls == Split(row.writes, '|'));
+    EXPECT_TRUE(row.sent.empty() || h.driver.written == row.sent) << ToHex(h.driver.written);
+    EXPECT_EQ(h.Get("OfflineMngr.ProgressBar.Visible"), "False");
+    EXPECT_TRUE(h.app.comm.IsOpen(3) && h.driver.state.fOutX != xmodem);
     h.Do("wait 2500");
-    EXPECT_TRUE(h.Text().ends_with("\r\nReceived 1000 bytes" + Menu)) << h.Text();
-    EXPECT_EQ(device.gateway.Firmware(), ":" + Bytes(999, 'f'));
+    const Bytes stored = row.content + Bytes(xmodem ? (128 - row.content.size() % 128) % 128 : 0, '\0');
+    EXPECT_EQ(device.gateway.Firmware(), stored);
+    EXPECT_TRUE(h.Text().ends_with("\r\nReceived " + std::to_string(stored.size()) + " bytes" + Menu));
   }
 }
 
@@ -100,31 +117,6 @@ TEST(OfflineMngr, ADeclinedQuestionAndACancelledDialogSendNothing) {
   }
   EXPECT_EQ(h.driver.written, "");
   EXPECT_EQ(h.Get("OfflineMngr.tmrTime.Enabled"), "True");
-}
-
-TEST(OfflineMngr, XmodemSendsBlocksAndTheEnd) {
-  Bytes varied;
-  for (int i = 0; i < 33000; ++i) varied += static_cast<char>(i * 7 + i / 256);
-  const Bytes first = FromHex("01 01 FE") + Bytes(128, 'a') + '\x80';
-  const Bytes second = FromHex("01 02 FD 61") + Bytes(127, '\0') + 'a';
-  const struct {
-    Bytes content, sent;  // empty: too long to tell
-    int naks = 0;
-  } rows[] = {{"", "\4"},
-              {Bytes(128, 'a'), first + "\4"},
-              {Bytes(129, 'a'), first + first + first + second + second + second + "\4", 2},
-              {varied, ""}};
-  for (const auto& [content, sent, naks] : rows) {
-    GatewayDevice device("VK5300", {.naks = naks});
-    Terminal h("VK5300", device);
-    h.Do("keys OfflineMngr.Term 2y\nwait 3100");
-    h.driver.written.clear();
-    h.Send("answer yes\nanswer yes", content);
-    EXPECT_EQ(sent.empty() ? "" : ToHex(h.driver.written), ToHex(sent));
-    EXPECT_EQ(device.gateway.Firmware(), content + Bytes((128 - content.size() % 128) % 128, '\0'));
-    EXPECT_EQ(h.Get("OfflineMngr.ProgressBar.Visible"), "False");
-    EXPECT_TRUE(h.app.comm.IsOpen(3) && !h.driver.state.fOutX);
-  }
 }
 
 TEST(OfflineMngr, XmodemFailures) {

@@ -21,15 +21,6 @@ std::string Until(Device& device, Time moment) {
   return said;
 }
 
-TEST(Recovery, IsCalledByOneByteIfItIsNotInOperation) {
-  EXPECT_EQ(Device({.bannerLength = 339}).Hear(Escape).size(), 339u);
-  EXPECT_TRUE(Device().Hear(Escape).ends_with(Menu.substr(2)));
-  Device running;
-  running.gateway.StartInOperation();
-  EXPECT_EQ(running.Hear(Escape + "\r" + FromHex("A5 FB")), "");
-  EXPECT_FALSE(running.gateway.NextDue());
-}
-
 TEST(Recovery, WaysOut) {
   const struct {
     Bytes keys;
