@@ -59,9 +59,9 @@ FakeSerialDriver::~FakeSerialDriver() { loop_.Remove(*this); }
 
 bool FakeSerialDriver::Call(const std::string& verb) {
   calls.push_back(verb);
-  for (Failure& failure : failures_) {
-    if (failure.verb != verb.substr(0, verb.find(' ')) || failure.skip-- != 0) continue;
-    lastError_ = failure.code;
+  for (auto& [failing, code, skip] : failures_) {
+    if (failing != verb.substr(0, verb.find(' ')) || skip-- != 0) continue;
+    lastError_ = code;
     return false;
   }
   return true;
@@ -78,11 +78,10 @@ bool FakeSerialDriver::Call(Handle handle, const std::string& verb) {
 FakeDevice* FakeSerialDriver::Device() const { return open_ ? ports_.at(*open_) : nullptr; }
 
 SerialDriver::Handle FakeSerialDriver::Open(std::string_view name) {
-  const bool works = Call("Open " + std::string(name));
-  const std::string port(name.substr(4));
-  if (works && !ports_.contains(port)) lastError_ = ENOENT;
-  if (!works || !ports_.contains(port)) return InvalidHandle;
-  open_ = port;
+  if (!Call("Open " + std::string(name))) return InvalidHandle;
+  lastError_ = ENOENT;
+  if (!ports_.contains(std::string(name.substr(4)))) return InvalidHandle;
+  open_ = name.substr(4);
   state.fOutX = false;
   held_ = false;
   return 1;
@@ -193,14 +192,10 @@ bool FakeSerialDriver::Close(Handle handle) {
 std::optional<Time> FakeSerialDriver::NextDue() const { return Device() ? Device()->NextDue() : std::nullopt; }
 
 void FakeSerialDriver::RunDue(Time now) {
-  if (!Device()) return;
-  for (const char byte : Device()->ToHost(now)) {
+  for (const char byte : Device() ? Device()->ToHost(now) : Bytes()) {
     const bool flow = state.fOutX && (byte == state.XonChar || byte == state.XoffChar);
-    if (flow) {
-      held_ = byte == state.XoffChar;
-    } else {
-      input += byte;
-    }
+    if (flow) held_ = byte == state.XoffChar;
+    if (!flow) input += byte;
   }
 }
 

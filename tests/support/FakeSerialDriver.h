@@ -7,6 +7,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "platform/SerialDriver.h"
@@ -134,12 +135,7 @@ class FakeSerialDriver : public SerialDriver, public Outside {
   VirtualEventLoop& loop_;
   std::map<std::string, FakeDevice*> ports_;
   std::optional<std::string> open_;  // name of the open port: one is enough for the system
-  struct Failure {
-    std::string verb;
-    std::int32_t code;
-    int skip;
-  };
-  std::vector<Failure> failures_;
+  std::vector<std::tuple<std::string, std::int32_t, int>> failures_;  // verb, code, calls until then
   std::optional<std::pair<int, std::int32_t>> pending_;
   std::uint32_t pendingCount_ = 0;
   bool held_ = false;              // by XOFF

@@ -50,12 +50,6 @@ void Harness::GoTo(const std::string& productButton, FakeDevice* device) {
   driver.calls.clear();
 }
 
-Time Harness::Elapsed() {
-  const Time span = loop.Now() - mark_;
-  mark_ = loop.Now();
-  return span;
-}
-
 TemporaryFile::TemporaryFile(const std::string& name) {
   std::string folder = (std::filesystem::temp_directory_path() / "vk32-test-XXXXXX").string();
   if (!mkdtemp(folder.data())) ADD_FAILURE() << "no temporary folder";

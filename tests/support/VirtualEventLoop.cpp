@@ -7,24 +7,17 @@
 namespace vk32 {
 
 void VirtualEventLoop::RunDue() {
+  ++passes_;
   AdvanceTo(now_);
   timers_.RunDue(now_);
 }
 
 void VirtualEventLoop::Wait(const WaitFor& what) {
-  const Time next = std::min(EarliestDue(what.until), NextOutside().value_or(Never));
+  Time next = EarliestDue(what.until);
+  for (const Outside* outside : outside_) next = std::min(next, outside->NextDue().value_or(Never));
   if (next == Never) throw std::logic_error("nothing will ever happen");
   ++sleeps_;
   AdvanceTo(next);
-}
-
-std::optional<Time> VirtualEventLoop::NextOutside() const {
-  std::optional<Time> next;
-  for (const Outside* outside : outside_) {
-    const auto due = outside->NextDue();
-    if (due && (!next || *due < *next)) next = due;
-  }
-  return next;
 }
 
 void VirtualEventLoop::AdvanceTo(Time moment) {
