@@ -45,9 +45,9 @@ class TestWizard : public ConfigurationForm {
   Timer TimeOutTmr{*this, "TimeOutTmr", 5000, true, [this] { SetTimeOutFlag(app, *this); }};
 };
 
-/// The wizard is open; COM3 is chosen.
+/// The wizard is open with a parameter set; COM3 is chosen.
 struct WizardHarness : Harness {
-  explicit WizardHarness(std::string_view product, FakeDevice* device = nullptr) {
+  explicit WizardHarness(std::string_view product, FakeDevice* device = nullptr, const Bytes& image = {}) {
     Do("click Splash");
     SelectProduct(app.globals, product);
     app.globals.ComPortNumber = 3;
@@ -55,6 +55,13 @@ struct WizardHarness : Harness {
     if (device) driver.Plug("COM3", device);
     app.forms.Register("TestWizard", [this] { return std::make_shared<TestWizard>(app, screen); });
     wizard = &dynamic_cast<TestWizard&>(app.forms.Show("TestWizard"));
+    wizard->TimeOutTmr.Interval = 1234;
+    app.globals.BlockList = {2, 5, 7};
+    app.globals.BlockTable[5] = "\x11\x22\x33";
+    app.globals.BlockTable[7] = FromHex("00 FF");
+    app.globals.CommFailed = FlagTrue;
+    app.globals.LoadRegisters("wxyz", 0);
+    app.globals.ConfigImage = image;
   }
   /// What happens, and how long it takes.
   std::string Run(TestWizard::Operation operation) {

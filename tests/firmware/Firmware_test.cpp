@@ -36,29 +36,22 @@ struct Wizard : Harness {
 TEST(Firmware, ChecksTheFileInOrder) {
   GatewayDevice device("VK-RTX-Modbus");
   Wizard h(device);
-  TemporaryFile wrong("wrong.rom"), empty("empty.rom");
+  TemporaryFile wrong("wrong.rom");
   wrong.Fill("x:");
-  empty.Fill("");
-  const std::string invalid =
-      "exclamation \"VK32\" \"The selected file is not a valid firmware file.\\r\\nSelect another file to continue.\"";
   const std::pair<std::string, std::string> rows[] = {
-      {"", "information \"VK32\" \"Must select a firmware file to continue.\""},
-      {h.file.Path(), "information \"VK32\" \"File does not exist.  Select a Firmware file to continue.\""},
-      {wrong.Path(), invalid},
-      {empty.Path(), invalid}};
+      {"", "box information \"VK32\" \"Must select a firmware file to continue."},
+      {h.file.Path(), "box information \"VK32\" \"File does not exist."},
+      {wrong.Path(), "box exclamation \"VK32\" \"The selected file is not a valid firmware file."}};
   for (const auto& [path, box] : rows) {
     h.Do("type Firmware.FirmFileTxt " + path);
-    EXPECT_EQ(h.Next(), "box " + box + " -> OK\n");
+    EXPECT_TRUE(h.Next().starts_with(box)) << path;
     EXPECT_EQ(h.Get("Firmware.UpgradeFrame.Shown"), "True");
   }
   h.Choose(1);
   EXPECT_EQ(h.Get("Firmware.ConfirmationFrame.Shown") + h.Get("Firmware.FirmFileConTxt.Caption"),
             "True" + h.file.Path());
-  // A dialog that is cancelled empties the box.
-  h.Do("click Firmware.BackCmd\nfile cancel");
-  EXPECT_EQ(h.Do("click Firmware.BrowseCmd"),
-            "dialog open \"Select Firmware File\" \"VK-RTX Firmware Files (*.rom)|*.rom|All Files (*.*)|*.*\" -> "
-            "cancelled\n");
+  h.Do("click Firmware.BackCmd\nfile cancel");  // the dialog; that empties the box
+  EXPECT_NE(h.Do("click Firmware.BrowseCmd").find("VK-RTX Firmware Files (*.rom)|*.rom|All"), Bytes::npos);
   EXPECT_EQ(h.Get("Firmware.FirmFileTxt.Text"), "");
 }
 
@@ -79,10 +72,8 @@ TEST(Firmware, TheProbeWantsTheWholeBannerInASecondAndErasesNothingOnceItWasLeft
     Wizard h(device);
     h.Choose(10);
     h.Do(row.meanwhile);
-    EXPECT_EQ(h.Next(), !row.meanwhile.empty() ? ""
-                                               : "box information \"VK32\" \"Press the Configuration Button on the "
-                                                 "VK-RTX\\r\\nbefore attepmting to continue.\" -> OK\n");
-    EXPECT_EQ(h.driver.written.find_first_not_of(Probe), Bytes::npos);
+    EXPECT_EQ(h.Next().find("Press the Configuration Button on the VK-RTX") == Bytes::npos, !row.meanwhile.empty());
+    EXPECT_EQ(h.driver.written, Probe);
     EXPECT_EQ(h.Elapsed(), row.lasts);
   }
 }
@@ -119,42 +110,33 @@ TEST(Firmware, ErasesAndStreamsInPieces) {
     EXPECT_FALSE(h.app.comm.IsOpen(3) || device.gateway.NextDue());
     EXPECT_EQ(device.gateway.Firmware(), row.streamed ? h.content : "");
     EXPECT_EQ(h.Get("Firmware.ProgressInfoLbl.Caption"), row.installed ? Done : Failed);
-    EXPECT_EQ(h.Get("Firmware.ProgressBar.Value") + h.Get("Firmware.NextCmd.Picture"), "1000117");
-    EXPECT_EQ(h.Get("Firmware.CancelCmd.Shown") + h.Get("Firmware.BackCmd.Shown"), "FalseFalse");
+    EXPECT_EQ(h.Get("Firmware.ProgressBar.Value") + h.Get("Firmware.CancelCmd.Shown"), "1000False");
   }
 }
 
-TEST(Firmware, AFileThatVanishesOrShrinksFails) {
-  for (const bool vanishes : {true, false}) {
+TEST(Firmware, WhatBreaksItOffLeavesTheDeviceAllTheSame) {
+  // Cancelled, with "No" at first, at each of its stages; or the file vanishes, or shrinks, before it is sent.
+  const std::string box = "box question \"VK32\" \"Are you sure you want cancel the firmware upgrade?";
+  for (const std::string how : {"50 no", "2000 yes", "3200 yes", "3700 yes", "vanishes", "shrinks"}) {
+    SCOPED_TRACE(how);
     GatewayDevice device("VK-RTX-Modbus");
     Wizard h(device);
     h.Choose(30000);
-    h.loop.StartTimer(15ms, [&] { vanishes ? (void)std::filesystem::remove(h.file.Path()) : h.file.Fill(":short"); });
-    h.Next();
-    EXPECT_EQ(h.driver.written, Probe + Erase + Leave);
-    EXPECT_EQ(h.Get("Firmware.ProgressInfoLbl.Caption"), Failed);
-  }
-}
-
-TEST(Firmware, CancelAsksWhileItInstalls) {
-  const std::string question =
-      "box question \"VK32\" \"Are you sure you want cancel the firmware upgrade?\\r\\r\\nCancelling will cause the "
-      "firmware in the VK-RTX to become corrupt. The\\r\\nfirmware will need to be resent before the VK-RTX will "
-      "operate.\" -> ";
-  // Yes ends it in each of its stages, and the device gets the end all the same.
-  for (const int moment : {50, 2000, 3200, 3700}) {
-    const bool no = moment == 50;
-    GatewayDevice device("VK-RTX-Modbus");
-    Wizard h(device);
-    h.Choose(30000);
-    h.Do((no ? "answer no\nafter " : "answer yes\nafter ") + std::to_string(moment) + " click Firmware.CancelCmd");
-    EXPECT_EQ(h.Next(), question + (no ? "No\n" : "Yes\n"));
-    EXPECT_EQ(device.gateway.Firmware() == h.content, no);
+    const auto words = Split(how);
+    if (words.size() == 2) h.Do("answer " + words[1] + "\nafter " + words[0] + " click Firmware.CancelCmd");
+    h.loop.StartTimer(15ms, [&] {
+      if (how == "vanishes") std::filesystem::remove(h.file.Path());
+      if (how == "shrinks") h.file.Fill(":short");
+    });
+    EXPECT_EQ(h.Next().starts_with(box), words.size() == 2);
     EXPECT_TRUE(h.driver.written.ends_with(Leave));
+    EXPECT_EQ(device.gateway.Firmware() == h.content, how == "50 no");
+    EXPECT_EQ(device.gateway.NextDue().has_value(), how == "3700 yes");  // in a file it is taken for more of it
     EXPECT_FALSE(h.app.comm.IsOpen(3));
-    EXPECT_EQ(device.gateway.NextDue().has_value(),
-              moment == 3700);  // in the midst of a file it is taken for more of it
-    EXPECT_EQ(h.app.forms.Find("Firmware") != nullptr, no);
+    EXPECT_EQ(h.app.forms.Find("Firmware") == nullptr, how.ends_with("yes"));
+    if (words.size() == 1) {
+      EXPECT_EQ(h.Get("Firmware.ProgressInfoLbl.Caption"), Failed);
+    }
   }
 }
 

@@ -11,14 +11,7 @@ using namespace std::chrono_literals;
 
 const std::string Menu =
     "\r\n\r\nMain Menu\r\n\r\n  1. Show Firmware Version\r\n  2. Write New Firmware\r\n  3. Restart\r\n\r\nSelection: ";
-const std::string Question = "\r\nErase the system code? ", Erasing = "\r\nErasing ";
-const std::string HasThisBeenDone =
-    "box question \"VK32\" \"Before continuing, you must select the \\\"Write New Firmware\\\" option\\r\\nfrom the "
-    "Main Menu and then choose \\\"Yes\\\" to erase the system code.\\r\\n\\nHas this been done?\" -> ";
-const std::string XmodemOrText =
-    "box question \"VK32\" \"Click Yes to transfer the firmware file using the Xmodem protocol.\\r\\nClick No to "
-    "transfer the firmware file as text.\" -> ";
-
+const std::string Question = "\r\nErase the system code? ";
 /// The terminal is open, on a line to that device.
 struct Terminal : Harness {
   Terminal(const std::string& product, FakeDevice& device) {
@@ -29,7 +22,6 @@ struct Terminal : Harness {
     driver.written.clear();
   }
   std::string Text() { return Get("OfflineMngr.Term.Text"); }
-  void Type(const Bytes& keys) { Do("keys OfflineMngr.Term " + Quote(keys) + "\nwait 100"); }
   std::string Send(const std::string& answers, const Bytes& content) {
     file.Fill(content);
     Elapsed();
@@ -63,77 +55,68 @@ TEST(OfflineMngr, KeysGoToTheDeviceAndOnlyItsEchoShows) {
                                                 {"2\r", "2" + Question},
                                                 {"2x\r", "2" + Question + "x" + Question},
                                                 {"2No\rx", "2" + Question + "N" + Menu + "x"},
-                                                {"2YES\r", "2" + Question + "Y" + Erasing},
+                                                {"2YES\r", "2" + Question + "Y\r\nErasing "},
                                                 {"3x", "3\r\nRestarting\r\n"},
                                                 {"TEE", "TEE"}};
   for (const auto& [keys, shown] : rows) {
     GatewayDevice device("RB2000");
     Terminal h("RB2000", device);
-    h.Type(keys);
+    h.Do("keys OfflineMngr.Term " + Quote(keys) + "\nwait 100");
     EXPECT_EQ(h.driver.written, keys);
     EXPECT_EQ(h.Text(), keys[0] == 'x' ? Menu.substr(0, Menu.size() - 1) : Menu + shown);
   }
 }
 
-TEST(OfflineMngr, TextGoesInThePiecesOfTheProduct) {
+TEST(OfflineMngr, AFileGoesAsTextInThePiecesOfTheProductOrByXmodem) {
+  Bytes varied;
+  for (int i = 0; i < 33000; ++i) varied += static_cast<char>(i * 7 + i / 256);
+  const Bytes text = ":" + Bytes(999, 'f'), block = FromHex("01 01 FE") + Bytes(128, 'a') + '\x80';
+  const Bytes rest = FromHex("01 02 FD 61") + Bytes(127, '\0') + 'a';
   const struct {
-    const char *product, *kind, *writes;
-  } rows[] = {{"RB2000", "RB2000", "Write 512 Write 488 "},
-              {"VK5300", "VK5300", "Write 512 Write 488 "},
-              {"VK-RTX", "VK-RTX-DF1", "Write 1000 "}};
-  for (const auto& [product, kind, writes] : rows) {
-    GatewayDevice device(kind);
-    Terminal h(product, device);
-    h.Type("2y");
-    h.Do("wait 3000");
+    const char *product, *kind, *xmodem;
+    Bytes content, sent;
+    std::string writes;
+    int naks = 0;
+  } rows[] = {{"RB2000", "RB2000", "", text, text, "Write 512|Write 488"},
+              {"VK5300", "VK5300", "no", text, text, "Write 512|Write 488"},
+              {"VK-RTX", "VK-RTX-DF1", "no", text, text, "Write 1000"},
+              {"VK5300", "VK5300", "yes", "", "\4", "Write 1"},
+              {"VK-RTX", "VK-RTX-DF1", "yes", Bytes(128, 'a'), block + "\4", "Write 132|Write 1"},
+              {"VK5300", "VK5300", "yes", Bytes(129, 'a'), block + block + rest + rest + "\4", "", 1},
+              {"VK5300", "VK5300", "yes", varied, "", ""}};
+  for (const auto& row : rows) {
+    SCOPED_TRACE(&row - rows);
+    const bool xmodem = row.xmodem == std::string("yes");
+    GatewayDevice device(row.kind, {.naks = row.naks});
+    Terminal h(row.product, device);
+    h.Do("keys OfflineMngr.Term 2y\nwait 3100");
     h.driver.calls.clear();
-    const bool asks = product != std::string("RB2000");
-    const std::string boxes = HasThisBeenDone + "Yes\n" + (asks ? XmodemOrText + "No\n" : "");
-    EXPECT_TRUE(h.Send("answer yes\nanswer no", ":" + Bytes(999, 'f')).starts_with(boxes + "dialog ")) << product;
-    std::string written;
-    for (const std::string& call : h.driver.calls) written += call.starts_with("Write") ? call + " " : "";
-    EXPECT_EQ(written, writes);
-    EXPECT_TRUE(h.driver.state.fOutX);
+    h.driver.written.clear();
+    const std::string told = h.Send(std::string("answer yes\nanswer ") + row.xmodem, row.content);
+    EXPECT_EQ(told.find("Xmodem") != Bytes::npos, row.xmodem[0] != '\0');
+    std::erase_if(h.driver.calls, [](const std::string& call) { return !call.starts_with("Write"); });
+    EXPECT_TRUE(row.writes.empty() || h.driver.calls == Split(row.writes, '|'));
+    EXPECT_TRUE(row.sent.empty() || h.driver.written == row.sent) << ToHex(h.driver.written);
+    EXPECT_EQ(h.Get("OfflineMngr.ProgressBar.Visible"), "False");
+    EXPECT_TRUE(h.app.comm.IsOpen(3) && h.driver.state.fOutX != xmodem);
     h.Do("wait 2500");
-    EXPECT_TRUE(h.Text().ends_with("\r\nReceived 1000 bytes" + Menu)) << h.Text();
-    EXPECT_EQ(device.gateway.Firmware(), ":" + Bytes(999, 'f'));
+    const Bytes stored = row.content + Bytes(xmodem ? (128 - row.content.size() % 128) % 128 : 0, '\0');
+    EXPECT_EQ(device.gateway.Firmware(), stored);
+    EXPECT_TRUE(h.Text().ends_with("\r\nReceived " + std::to_string(stored.size()) + " bytes" + Menu));
   }
 }
 
 TEST(OfflineMngr, ADeclinedQuestionAndACancelledDialogSendNothing) {
   ScriptedDevice device;
   Terminal h("RB2000", device);
-  EXPECT_EQ(h.Do("answer no\nclick OfflineMngr.SendFirmwareCmd"), HasThisBeenDone + "No\n");
-  h.Do("answer yes\nfile cancel\nclick OfflineMngr.SendFirmwareCmd");
-  EXPECT_NE(h.Do("answer yes\nfile /nowhere\nclick OfflineMngr.SendFirmwareCmd").find("can't be read"), Bytes::npos);
+  const std::pair<const char*, const char*> rows[] = {{"answer no", "Has this been done?"},
+                                                      {"answer yes\nfile cancel", "cancelled"},
+                                                      {"answer yes\nfile /x", "can't be read"}};
+  for (const auto& [answers, told] : rows) {
+    EXPECT_NE(h.Do(std::string(answers) + "\nclick OfflineMngr.SendFirmwareCmd").find(told), Bytes::npos);
+  }
   EXPECT_EQ(h.driver.written, "");
   EXPECT_EQ(h.Get("OfflineMngr.tmrTime.Enabled"), "True");
-}
-
-TEST(OfflineMngr, XmodemSendsBlocksAndTheEnd) {
-  Bytes varied;
-  for (int i = 0; i < 33000; ++i) varied += static_cast<char>(i * 7 + i / 256);
-  const Bytes first = FromHex("01 01 FE") + Bytes(128, 'a') + '\x80';
-  const Bytes second = FromHex("01 02 FD 61") + Bytes(127, '\0') + 'a';
-  const struct {
-    Bytes content, sent;  // empty: too long to tell
-    int naks = 0;
-  } rows[] = {{"", "\4"},
-              {Bytes(128, 'a'), first + "\4"},
-              {Bytes(129, 'a'), first + first + first + second + second + second + "\4", 2},
-              {varied, ""}};
-  for (const auto& [content, sent, naks] : rows) {
-    GatewayDevice device("VK5300", {.naks = naks});
-    Terminal h("VK5300", device);
-    h.Type("2y");
-    h.Do("wait 3000");
-    h.driver.written.clear();
-    h.Send("answer yes\nanswer yes", content);
-    EXPECT_EQ(sent.empty() ? "" : ToHex(h.driver.written), ToHex(sent));
-    EXPECT_EQ(device.gateway.Firmware(), content + Bytes((128 - content.size() % 128) % 128, '\0'));
-    EXPECT_EQ(h.Get("OfflineMngr.ProgressBar.Visible"), "False");
-    EXPECT_TRUE(h.app.comm.IsOpen(3) && !h.driver.state.fOutX);
-  }
 }
 
 TEST(OfflineMngr, XmodemFailures) {

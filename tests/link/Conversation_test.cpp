@@ -3,8 +3,6 @@
 
 #include <gtest/gtest.h>
 
-#include <map>
-
 #include "link/Frames.h"
 #include "support/Harness.h"
 
@@ -17,43 +15,34 @@ const Bytes Banner = "Offline Manager" + Bytes(325, '.');
 const std::string TimeOut = "box critical \"Error!\" \"A timeout or error has occured while communicating to the ";
 const std::string Success = "box information \"Success!\"";
 
-/// COM3 and COM4 with a device each; COM3 is chosen.
+/// COM3 with a device, and COM4 with another; COM3 is chosen.
 struct TwoPorts : Harness {
-  TwoPorts(const std::string& productButton, FakeDevice* third, FakeDevice* fourth) {
-    driver.Plug("COM3", third);
+  TwoPorts(const std::string& product, FakeDevice& third, FakeDevice* fourth = nullptr)
+      : wizard("Configuration_" + product) {
     driver.Plug("COM4", fourth);
-    GoTo(productButton);
-    if (productButton == "VKRTXCmd") Do("click MainMenu.ABEthModbusModelCmd");
-    Do("select ProductMenu.COMCbo COM3");
+    GoTo(product == "VKRTX" ? "VKRTXCmd\nclick MainMenu.ABEthModbusModelCmd" : product + "Cmd", &third);
   }
   /// To the last page, FINISH not clicked yet.
-  void ToApplyPage(const std::string& wizard) {
+  void ToApplyPage() {
     Do("click ProductMenu.ConfigureCmd");
     for (int page = 0; page < 9 && Get(wizard + ".ApplyFrame.Visible") != "True"; ++page) {
       for (const char* field : {"EthIPTxt", "EthSubTxt"}) Do("type " + wizard + "." + field + " 10.0.0.1");
       Do("click " + wizard + ".NextCmd");
     }
   }
+
+  const std::string wizard;
 };
 
-/// Hears everything, and says at its own times what it has to say.
-struct Device : FakeDevice {
+/// Hears everything.
+struct Device : SpeakingDevice {
   void FromHost(std::string_view bytes, Time) override { heard += bytes; }
-  Bytes ToHost(Time now) override {
-    Bytes bytes;
-    for (; !says.empty() && says.begin()->first <= now; says.erase(says.begin())) bytes += says.begin()->second;
-    return bytes;
-  }
-  std::optional<Time> NextDue() const override {
-    return says.empty() ? std::nullopt : std::optional(says.begin()->first);
-  }
   int Count(const Bytes& message) const {
     int count = 0;
     for (std::size_t at = 0; (at = heard.find(message, at)) != Bytes::npos; ++at) ++count;
     return count;
   }
 
-  std::map<Time, Bytes> says;
   Bytes heard;
 };
 
@@ -64,31 +53,32 @@ TEST(Conversation, ThereIsOneAndWhateverWouldDisturbItIsRefused) {
   const std::string probe = "click ProductMenu.UpgradeCmd\ntype Firmware.FirmFileTxt " + firmware.Path() +
                             "\nclick Firmware.NextCmd\nclick Firmware.NextCmd";
   const struct {
-    std::string product, wizard, begins, words;
+    std::string product, begins, words;
   } rows[] = {
-      {"RB2000Cmd", "Configuration_RB2000", "click Configuration_RB2000.UploadCmd",
+      {"RB2000", "click Configuration_RB2000.UploadCmd",
        "Reading the configuration of the RB2000 on COM3 is under way.\\r\\nWait until it has ended, or end it by "
        "CANCEL in the wizard."},
-      {"VK5300Cmd", "Configuration_VK5300", "click ProductMenu.DeviceInfoCmd",
+      {"VK5300", "click ProductMenu.DeviceInfoCmd",
        "Reading the device information of the VK5300 on COM3 is under way.\\r\\nWait until it has been read."},
-      {"VKRTXCmd", "Configuration_VKRTX", "click ProductMenu.OfflineCmd",
-       "The Offline Manager of the VK-RTX on COM3 is under way.\\r\\nEnd it by CLOSE in the window Offline Manager."},
-      {"VKRTXCmd", "Configuration_VKRTX", probe,
+      {"VKRTX", "click ProductMenu.OfflineCmd",
+       "The Offline Manager of the VK-RTX on COM3 is under way.\\r\\nEnd it by CLOSE in the window Offline "
+       "Manager."},
+      {"VKRTX", probe,
        "Upgrading the firmware of the VK-RTX on COM3 is under way.\\r\\nEnd it by CANCEL in the window Upgrade "
        "Firmware."}};
   for (const auto& row : rows) {
     SCOPED_TRACE(row.words);
     Device third, fourth;
-    TwoPorts h(row.product, &third, &fourth);
-    h.ToApplyPage(row.wizard);
+    TwoPorts h(row.product, third, &fourth);
+    h.ToApplyPage();
     const std::string refused = "box information \"VK32\" \"" + row.words + "\" -> OK\n";
     Bytes heard;
     h.loop.StartTimer(600ms, [&] {
       heard = third.heard;
       std::vector<std::string> acts{"select ProductMenu.COMCbo COM4", "select ProductMenu.COMCbo None",
-                                    "select ProductMenu.COMCbo COM3", "click " + row.wizard + ".UploadCmd",
-                                    "click " + row.wizard + ".NextCmd"};
-      const bool info = row.product == "VK5300Cmd", tool = row.product == "VKRTXCmd";
+                                    "select ProductMenu.COMCbo COM3", "click " + h.wizard + ".UploadCmd",
+                                    "click " + h.wizard + ".NextCmd"};
+      const bool info = row.product == "VK5300", tool = row.product == "VKRTX";
       if (info) acts.emplace_back("click ProductMenu.DeviceInfoCmd");
       if (!tool) acts.emplace_back("click ProductMenu.OfflineCmd");
       for (const std::string& act : acts) {
@@ -106,28 +96,23 @@ TEST(Conversation, ThereIsOneAndWhateverWouldDisturbItIsRefused) {
 }
 
 TEST(Conversation, EndsAtOnceWithItsFormAndClosesThePort) {
-  const struct {
-    std::string product, wizard, begins, ends;
-  } rows[] = {{"RB2000Cmd", "Configuration_RB2000", "UploadCmd", "click Configuration_RB2000.CancelCmd"},
-              {"RB2000Cmd", "Configuration_RB2000", "NextCmd", "click Configuration_RB2000.CancelCmd"},
-              {"VK5300Cmd", "Configuration_VK5300", "UploadCmd", "click Configuration_VK5300.CancelCmd"},
-              {"VK5300Cmd", "Configuration_VK5300", "NextCmd", "click Configuration_VK5300.CancelCmd"},
-              {"VKRTXCmd", "Configuration_VKRTX", "UploadCmd", "click ProductMenu.ExitCmd"},
-              {"VKRTXCmd", "Configuration_VKRTX", "NextCmd", "click Configuration_VKRTX.CancelCmd"}};
-  for (const auto& row : rows) {
-    SCOPED_TRACE(row.product + row.begins);
-    Device device;
-    TwoPorts h(row.product, &device, nullptr);
-    h.ToApplyPage(row.wizard);
-    h.Elapsed();
-    h.Do("after 1000 " + row.ends);
-    const std::string told = h.Do("click " + row.wizard + "." + row.begins);
-    EXPECT_EQ(h.Elapsed(), 1s);
-    EXPECT_EQ(told.find("Error!"), std::string::npos) << told;
-    EXPECT_EQ(told.find(Success), std::string::npos) << told;
-    EXPECT_FALSE(h.app.comm.IsOpen(3));
-    EXPECT_EQ(device.Count("NEE") + device.Count("TEE") + device.Count(BlockFrame::Start), 1);
-    EXPECT_EQ(device.heard.find(EndOfExchange), Bytes::npos);
+  for (const std::string product : {"RB2000", "VK5300", "VKRTX"}) {
+    for (const std::string begins : {".UploadCmd", ".NextCmd"}) {
+      SCOPED_TRACE(product + begins);
+      const bool exits = product + begins == "VKRTX.UploadCmd";
+      Device device;
+      TwoPorts h(product, device);
+      h.ToApplyPage();
+      h.Elapsed();
+      h.Do("after 1000 click " + (exits ? "ProductMenu.ExitCmd" : h.wizard + ".CancelCmd"));
+      const std::string told = h.Do("click " + h.wizard + begins);
+      EXPECT_EQ(h.Elapsed(), 1s);
+      EXPECT_EQ(told.find("Error!"), std::string::npos) << told;
+      EXPECT_EQ(told.find(Success), std::string::npos) << told;
+      EXPECT_FALSE(h.app.comm.IsOpen(3));
+      EXPECT_EQ(device.Count("NEE") + device.Count("TEE") + device.Count(BlockFrame::Start), 1);
+      EXPECT_EQ(device.heard.find(EndOfExchange), Bytes::npos);
+    }
   }
 }
 
@@ -139,8 +124,8 @@ TEST(Conversation, ALateAnswerIsNotTakenForThatOfTheNextOne) {
   } rows[] = {{{}, 500}, {{300}, 800}, {{100, 550, 1049}, 1549}, {{501}, 500}};
   for (const auto& row : rows) {
     Device device;
-    TwoPorts h("RBCardCmd", &device, nullptr);
-    h.ToApplyPage("Configuration_RBCard");
+    TwoPorts h("RBCard", device);
+    h.ToApplyPage();
     for (const int late : row.late) device.says[h.loop.Now() + 7s + late * 1ms] = "\x06";
     EXPECT_NE(h.Do("click Configuration_RBCard.NextCmd").find(TimeOut), std::string::npos);
     h.Elapsed();
@@ -150,8 +135,8 @@ TEST(Conversation, ALateAnswerIsNotTakenForThatOfTheNextOne) {
   }
   // A device that never falls silent holds it for 3 s; what is still to come then is taken as ever.
   Device chatty;
-  TwoPorts h("RBCardCmd", &chatty, nullptr);
-  h.ToApplyPage("Configuration_RBCard");
+  TwoPorts h("RBCard", chatty);
+  h.ToApplyPage();
   h.Do("click Configuration_RBCard.NextCmd");
   for (int i = 0; i < 40; ++i) chatty.says[h.loop.Now() + i * 100ms] = "x";
   h.Elapsed();
@@ -162,7 +147,7 @@ TEST(Conversation, ALateAnswerIsNotTakenForThatOfTheNextOne) {
 // One XOFF; the device is asked to do without the rest of its 10240 s.
 TEST(Conversation, AHeldLineStopsNobody) {
   Device device;
-  TwoPorts h("VKRTXCmd", &device, nullptr);
+  TwoPorts h("VKRTX", device);
   h.Do("click ProductMenu.OfflineCmd");
   device.says[h.loop.Now() + 100ms] = "\x13";
   h.Elapsed();
@@ -200,7 +185,7 @@ TEST(Conversation, IdleToolsCloseWithTheirProduct) {
   Device device;
   TemporaryFile firmware("new.rom");
   firmware.Fill(":");
-  TwoPorts h("VK5300Cmd", &device, nullptr);
+  TwoPorts h("VK5300", device);
   h.Do("click ProductMenu.OfflineCmd\nanswer yes\nanswer yes\nfile " + firmware.Path());
   device.says[h.loop.Now() + 1ms] = "\x18";
   h.Do("click OfflineMngr.SendFirmwareCmd");

@@ -7,6 +7,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "platform/SerialDriver.h"
@@ -25,8 +26,17 @@ class FakeDevice {
   virtual bool Gone() const { return false; }
 };
 
+/// Says what it has to say, each at its time.
+class SpeakingDevice : public FakeDevice {
+ public:
+  Bytes ToHost(Time now) override;
+  std::optional<Time> NextDue() const override;
+
+  std::map<Time, Bytes> says;
+};
+
 /// Answers as told, message by message. What comes in is matched against the awaited message from its first byte on.
-class ScriptedDevice : public FakeDevice {
+class ScriptedDevice : public SpeakingDevice {
  public:
   struct Reply {
     Time delay;  // after the last byte of the message
@@ -39,17 +49,10 @@ class ScriptedDevice : public FakeDevice {
   bool Done() const { return exchanges_.empty() && pending_.empty(); }
 
   void FromHost(std::string_view bytes, Time now) override;
-  Bytes ToHost(Time now) override;
-  std::optional<Time> NextDue() const override;
 
  private:
-  struct Exchange {
-    Bytes message;
-    std::vector<Reply> replies;
-  };
-  std::deque<Exchange> exchanges_;
+  std::deque<std::pair<Bytes, std::vector<Reply>>> exchanges_;
   Bytes pending_;
-  std::map<Time, Bytes> says_;
 };
 
 /// A simulated gateway as the other end.
@@ -77,13 +80,12 @@ class FakeSerialDriver : public SerialDriver, public Outside {
 
   /// A port with a device at its other end; nullptr: an open end.
   void Plug(const std::string& portName, FakeDevice* device) { ports_[portName] = device; }
-  void Unplug(const std::string& portName) { ports_.erase(portName); }
 
   /// The verb fails at its next call (or the `skip`-th after it) with that code.
-  void Fail(const std::string& verb, std::int32_t code, int skip = 0);
+  void Fail(const std::string& verb, std::int32_t code, int skip = 0) { failures_.push_back({verb, code, skip}); }
   /// The next Read or Write ends with 997, and PendingResult `incomplete` times with 996; then with `code`, or well if
   /// 0.
-  void MakePending(int incomplete, std::int32_t code = 0);
+  void MakePending(int incomplete, std::int32_t code = 0) { pending_ = {incomplete, code}; }
 
   /// The verbs that were called, in order, with their main argument.
   std::vector<std::string> calls;
@@ -93,8 +95,6 @@ class FakeSerialDriver : public SerialDriver, public Outside {
   Bytes input;
   /// The line errors that ClearError reports.
   std::uint32_t lineErrors = 0;
-  /// How many bytes a Write takes at the most.
-  std::optional<std::uint32_t> writeLimit;
   DeviceControlBlock state;
 
   // SerialDriver
@@ -125,13 +125,17 @@ class FakeSerialDriver : public SerialDriver, public Outside {
 
   /// Lets the bytes through to the device.
   std::uint32_t Carry(std::string_view data);
-  bool Call(const std::string& verb, const std::string& argument = {});
-  bool Known(Handle handle);
+  bool Call(const std::string& verb);
+  bool Call(Handle handle, const std::string& verb);
+  /// True if what has moved so many bytes is done by now.
+  bool Done(std::uint32_t count);
+  /// At the other end of the open port; nullptr if there is none.
+  FakeDevice* Device() const;
 
   VirtualEventLoop& loop_;
   std::map<std::string, FakeDevice*> ports_;
   std::optional<std::string> open_;  // name of the open port: one is enough for the system
-  std::multimap<std::string, std::pair<int, std::int32_t>> failures_;
+  std::vector<std::tuple<std::string, std::int32_t, int>> failures_;  // verb, code, calls until then
   std::optional<std::pair<int, std::int32_t>> pending_;
   std::uint32_t pendingCount_ = 0;
   bool held_ = false;              // by XOFF

@@ -50,12 +50,6 @@ void Harness::GoTo(const std::string& productButton, FakeDevice* device) {
   driver.calls.clear();
 }
 
-Time Harness::Elapsed() {
-  const Time span = loop.Now() - mark_;
-  mark_ = loop.Now();
-  return span;
-}
-
 TemporaryFile::TemporaryFile(const std::string& name) {
   std::string folder = (std::filesystem::temp_directory_path() / "vk32-test-XXXXXX").string();
   if (!mkdtemp(folder.data())) ADD_FAILURE() << "no temporary folder";
@@ -76,15 +70,10 @@ std::string TemporaryFile::Content() const {
 void TemporaryFile::Fill(std::string_view content) const { std::ofstream(path_, std::ios::binary) << content; }
 
 Bytes FromHex(std::string_view digits) {
+  std::string text(digits);
+  std::erase(text, ' ');
   Bytes bytes;
-  std::string pair;
-  for (const char digit : digits) {
-    if (digit == ' ') continue;
-    pair += digit;
-    if (pair.size() < 2) continue;
-    bytes += static_cast<char>(std::stoi(pair, nullptr, 16));
-    pair.clear();
-  }
+  for (std::size_t at = 0; at < text.size(); at += 2) bytes += Chr(std::stoi(text.substr(at, 2), nullptr, 16));
   return bytes;
 }
 

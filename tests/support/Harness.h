@@ -45,7 +45,7 @@ class Harness {
   void GoTo(const std::string& productButton, FakeDevice* device = nullptr);
 
   /// What has passed since the clock was last read here.
-  Time Elapsed();
+  Time Elapsed() { return loop.Now() - std::exchange(mark_, loop.Now()); }
 
  private:
   std::string printed_;

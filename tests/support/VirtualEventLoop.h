@@ -30,14 +30,15 @@ class VirtualEventLoop : public EventLoop {
   void Remove(Outside& outside) { std::erase(outside_, &outside); }
   /// How often the program slept; a wait that spins shows here.
   int Sleeps() const { return sleeps_; }
+  /// How often events were let run.
+  int Passes() const { return passes_; }
 
  private:
-  std::optional<Time> NextOutside() const;
   void AdvanceTo(Time moment);
 
   Time now_{0};
   std::vector<Outside*> outside_;
-  int sleeps_ = 0;
+  int sleeps_ = 0, passes_ = 0;
 };
 
 }  // namespace vk32
