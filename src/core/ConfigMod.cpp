@@ -1,6 +1,8 @@
 // The two transfer styles: numbered blocks, and one image.
 #include "core/ConfigMod.h"
 
+#include <span>
+#include <utility>
 #include <vector>
 
 #include "app/App.h"
@@ -21,10 +23,9 @@ void OpenExchange(Conversation& conversation) {
   SetDeviceLink(conversation);
 }
 
-/// The block numbers of BlockList, whose element 0 counts them.
-std::vector<std::int16_t> BlocksOf(const Globals& globals) {
-  const auto& list = globals.BlockList;
-  return list.empty() ? list : std::vector<std::int16_t>(list.begin() + 1, list.begin() + 1 + list[0]);
+/// The block numbers of a BlockList, whose element 0 counts them.
+std::span<const std::int16_t> BlocksOf(const std::vector<std::int16_t>& list) {
+  return list.empty() ? std::span<const std::int16_t>() : std::span(list).subspan(1, static_cast<std::size_t>(list[0]));
 }
 
 void SelectBlock(Globals& globals, std::int16_t block, std::int16_t length) {
@@ -42,7 +43,7 @@ DownloadProgress* ProgressMessage(App& app, bool load) {
 /// False after one time-out; no end of exchange is sent then.
 bool WriteBlocks(Conversation& conversation) {
   Globals& globals = conversation.app.globals;
-  for (const std::int16_t block : BlocksOf(globals)) {
+  for (const std::int16_t block : BlocksOf(conversation.blockList)) {
     SelectBlock(globals, block, CInt(static_cast<double>(globals.BlockTable[static_cast<std::size_t>(block)].size())));
     if (!SendAndWaitForAck(conversation, BuildFrame(globals, conversation.product, BlockFrame::Write))) return false;
   }
@@ -59,15 +60,26 @@ bool ReadBlock(Conversation& conversation, Bytes& reply) {
   return n == 0 || Mid(reply, n, 1) == Checksum8(reply, n - 1);
 }
 
+/// What the user does on the pages meanwhile must not get between the blocks: they are decoded behind the last wait,
+/// with those that came before a failure.
 bool ReadBlocks(Conversation& conversation, ConfigurationForm& form) {
-  for (const std::int16_t block : BlocksOf(conversation.app.globals)) {
+  Globals& globals = conversation.app.globals;
+  std::vector<std::pair<std::int16_t, Bytes>> replies;
+  bool good = true;
+  for (const std::int16_t block : BlocksOf(conversation.blockList)) {
     Bytes reply;
-    SelectBlock(conversation.app.globals, block, BlockFrame::ReadLength);
-    if (!ReadBlock(conversation, reply)) return false;
+    SelectBlock(globals, block, BlockFrame::ReadLength);
+    good = ReadBlock(conversation, reply);
+    if (!good) break;
+    replies.emplace_back(block, reply);
+  }
+  if (good) Send(conversation, EndOfExchange);
+  if (conversation.IsOver()) return false;
+  for (const auto& [block, reply] : replies) {
+    globals.BlockNumber = block;
     form.RemoveData(reply);
   }
-  Send(conversation, EndOfExchange);
-  return true;
+  return good;
 }
 
 /// The part of an image upload behind "TR" and the length: the image, without its header and checksum.
@@ -98,20 +110,19 @@ bool DownloadImage(Conversation& conversation) {
   App& app = conversation.app;
   const int registers = static_cast<int>(app.globals.ConfigImage.size()) / 2;
   const int allowed = CLng((registers * 0.1 + 5) * 1000);  // ms
-  SetTimeOut(conversation, allowed);
-  OpenExchange(conversation);
-  conversation.CommFlush();
   Bytes frame;
   try {
     frame = BuildFrame(app.globals, conversation.product, ImageFrame::Code);
   } catch (const RuntimeFault&) {
-    conversation.CommClose();
     app.forms.MsgBox(
         "The configuration can't be sent: the bytes of an image message may add up to 32767 at most, and "
         "these add up to more.\r\nUse fewer mapping slots or smaller numbers, and click FINISH again.",
         MessageIcon::Critical, "Error!");
     return false;
   }
+  SetTimeOut(conversation, allowed);
+  OpenExchange(conversation);
+  conversation.CommFlush();
   bool done = Send(conversation, frame);
   if (done) {
     const bool slow = conversation.product == "RB2000" || conversation.product == "RB3000";
@@ -159,11 +170,11 @@ void UploadBlocks(Conversation& conversation, ConfigurationForm& form) {
   SetTimeOut(conversation, ReadInterval);
   globals.BlockAddressHigh = 0;
   OpenExchange(conversation);
-  if (!ReadBlocks(conversation, form)) {
+  if (ReadBlocks(conversation, form)) {
+    form.Parameter_Setup_VK();
+  } else {
     TellTimeOut(conversation);
     globals.CommFailed = FlagTrue;
-  } else if (!conversation.IsOver()) {
-    form.Parameter_Setup_VK();
   }
   conversation.CommClose();
 }

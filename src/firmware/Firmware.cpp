@@ -88,7 +88,8 @@ void Firmware::ProbeAndInstall() {
   probing_ = false;
   if (conversation->IsOver()) return;
   if (!found) {
-    if (!conversation->IsOpen()) conversation_.reset();
+    // A port that has gone can only come back by a new open.
+    if (conversation->WaitHandle() < 0) conversation_.reset();
     app_.forms.MsgBox(
         "Press the Configuration Button on the " + conversation->product + "\r\nbefore attepmting to continue.",
         MessageIcon::Information);

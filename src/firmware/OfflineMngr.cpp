@@ -23,10 +23,12 @@ void OfflineMngr::Form_Load() {
   ShowProgress(false);
   const auto conversation = conversation_ = Conversation::Begin(app_, *this, Recovering);
   if (!conversation) return;
+  tmrTime.Enabled = false;  // what is still to come from an earlier conversation is not for the terminal
   conversation->CommOpen();
   conversation->CommSet();
   conversation->CommFlush();
   Send(*conversation, RecoveryNewline);
+  tmrTime.Enabled = true;
   LetGoOfClosedPort();
 }
 

@@ -17,20 +17,16 @@ constexpr int LateChunk = 1024;    // bytes
 }  // namespace
 
 std::shared_ptr<Conversation> Conversation::Begin(App& app, Form& form, const Purpose& purpose) {
-  return Begin(app, form, purpose, app.globals.ComPortText == "None" ? 0 : app.globals.ComPortNumber);
-}
-
-std::shared_ptr<Conversation> Conversation::Begin(App& app, Form& form, const Purpose& purpose, std::int32_t port) {
   if (RefusedByConversation(app)) return nullptr;
-  return std::shared_ptr<Conversation>(new Conversation(app, form, purpose, port));
+  return std::shared_ptr<Conversation>(new Conversation(app, form, purpose));
 }
 
-Conversation::Conversation(App& app_, Form& form_, const Purpose& purpose, std::int32_t port_)
+Conversation::Conversation(App& app_, Form& form_, const Purpose& purpose)
     : app(app_),
       form(form_),
-      port(port_),
+      port(PortNames::Number(app_.globals.ComPortText)),
       product(app_.globals.CurrentProduct),
-      model(app_.globals.CurrentModel),
+      blockList(app_.globals.BlockList),
       purpose_(purpose),
       settings_("baud=" + app_.globals.BaudRate + " parity=N data=8 stop=1") {
   app.conversation = this;
@@ -42,12 +38,7 @@ Conversation::~Conversation() {
   app.conversation = nullptr;
 }
 
-std::int32_t Conversation::CommOpen() {
-  if (IsOver()) return -1;
-  const std::int32_t status = app.comm.CommOpen(port, "COM" + Str(port), settings_);
-  if (status == 0 && app.lateAnswers.erase(port) > 0) DropLateAnswer();
-  return status;
-}
+std::int32_t Conversation::CommOpen() { return IsOver() ? -1 : app.comm.CommOpen(port, "COM" + Str(port), settings_); }
 
 std::int32_t Conversation::CommSet() { return app.comm.CommSet(port, settings_); }
 
@@ -62,6 +53,7 @@ std::int32_t Conversation::CommRead(Bytes& data, std::int32_t maximum) {
 }
 
 std::int32_t Conversation::CommWrite(const Bytes& data) {
+  if (app.lateAnswers.count(port) > 0 && IsOpen()) DropLateAnswer();
   if (IsOver()) return -1;
   return app.comm.CommWrite(port, data, [this] { return IsOver(); });
 }
@@ -77,16 +69,23 @@ void Conversation::DropLateAnswer() {
   EventLoop& loop = app.forms.dispatcher.Loop();
   const Alarm longest(loop, LongestDrop, [&] { enough = true; });
   while (!quiet && !enough && !IsOver()) {
-    const Alarm silence(loop, QuietTime, [&] { quiet = true; });
+    bool rang = false, asking = false;  // while a box asks the user, nobody hears whether something comes
+    const Alarm silence(loop, QuietTime, [&] {
+      rang = true;
+      asking = app.forms.IsAsking();
+    });
     Bytes late;
-    const auto over = [&] { return !late.empty() || quiet || enough || IsOver(); };
+    const auto over = [&] { return !late.empty() || rang || enough || IsOver(); };
     while (!over()) PollPort(*this, late, LateChunk, over);
+    quiet = late.empty() && !asking;
   }
+  if (!IsOver()) app.lateAnswers.erase(port);
 }
 
 std::string Conversation::Words() const {
-  const std::string place = port == 0 ? "" : " on COM" + Str(port);
-  return std::string(purpose_.doing) + " of the " + product + place + " is under way.\r\n" + purpose_.howToEnd;
+  const std::string what =
+      std::string(purpose_.doing) + " of the " + product + (port == 0 ? "" : " on COM" + Str(port));
+  return IsOver() ? what + " is just ending.\r\nTry again." : what + " is under way.\r\n" + purpose_.howToEnd;
 }
 
 bool RefusedByConversation(App& app) {

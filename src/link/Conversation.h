@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "forms/Form.h"
 #include "platform/SerialDriver.h"
@@ -27,8 +28,6 @@ class Conversation {
   /// nullptr while another one is under way: the user has been told so. With the choice "None" it has port 0, on which
   /// every operation fails.
   static std::shared_ptr<Conversation> Begin(App& app, Form& form, const Purpose& purpose);
-  /// The same, with a port that is being chosen.
-  static std::shared_ptr<Conversation> Begin(App& app, Form& form, const Purpose& purpose, std::int32_t port);
   /// Closes the port.
   ~Conversation();
   Conversation(const Conversation&) = delete;
@@ -40,15 +39,16 @@ class Conversation {
 
   // The operations of modCOMM, on its port and with its rate.
 
-  /// If an earlier conversation on this port has ended without its last answer, drops what comes until nothing has come
-  /// for 500 ms, 3 s at the most. Opens nothing once it is over.
+  /// Opens nothing once it is over.
   std::int32_t CommOpen();
   std::int32_t CommSet();
   std::int32_t CommSetNOXON();
   std::int32_t CommFlush();
   std::int32_t CommClose();
   std::int32_t CommRead(Bytes& data, std::int32_t maximum);
-  /// Writes nothing once it is over, and takes back what has not left by then. Faults 9 without a port.
+  /// If an earlier conversation on this port has ended without its last answer, first drops what comes until nothing
+  /// has come for 500 ms, 3 s at the most. Writes nothing once it is over, and takes back what has not left by then.
+  /// Faults 9 without a port.
   std::int32_t CommWrite(const Bytes& data);
   /// The same, for the one message that is sent although the conversation is over.
   std::int32_t CommWriteLast(const Bytes& data);
@@ -68,10 +68,11 @@ class Conversation {
   App& app;
   Form& form;
   const std::int32_t port;  // 1 to 32; 0: none
-  const std::string product, model;
+  const std::string product;
+  const std::vector<std::int16_t> blockList;  // of the product and its model
 
  private:
-  Conversation(App& app, Form& form, const Purpose& purpose, std::int32_t port);
+  Conversation(App& app, Form& form, const Purpose& purpose);
   void DropLateAnswer();
 
   const Purpose purpose_;

@@ -155,7 +155,7 @@ void SetDeviceLink(Conversation& conversation) {
 }
 
 void CheckComPort(App& app, Form& menu) {
-  const auto conversation = Conversation::Begin(app, menu, TestingPort, app.globals.ComPortNumber);
+  const auto conversation = Conversation::Begin(app, menu, TestingPort);
   if (!conversation) return;
   if (conversation->CommOpen() != 0) {
     std::string error;

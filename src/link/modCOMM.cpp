@@ -152,14 +152,14 @@ std::int32_t modCOMM::CommWrite(std::int32_t port, const Bytes& data, const std:
     return -1;
   }
   while (!done) {
+    if (stop()) {
+      driver_.Purge(handle, PurgeOutput);
+      return static_cast<std::int32_t>(written);
+    }
     done = driver_.PendingResult(handle, written);
     if (done) break;
     if (driver_.LastError() != SerialDriver::ErrorIoIncomplete) {
       CommSetLastErrorFlags(driver_.LastError(), "CommWrite (GetOverlappedResult)", handle);
-      return static_cast<std::int32_t>(written);
-    }
-    if (stop()) {
-      driver_.Purge(handle, PurgeOutput);
       return static_cast<std::int32_t>(written);
     }
     dispatcher_.Idle(driver_.PendingWait(handle));
@@ -199,8 +199,6 @@ std::string modCOMM::CommGetErrorText(std::int32_t code) const {
   const std::size_t first = text.find_first_not_of(' ');
   return first == std::string::npos ? "" : text.substr(first, text.find_last_not_of(' ') - first + 1);
 }
-
-void modCOMM::Idle(std::int32_t port) { dispatcher_.Idle(WaitHandle(port)); }
 
 bool modCOMM::IsOpen(std::int32_t port) const {
   return IsPort(port) && CommPorts[static_cast<std::size_t>(port - 1)].Open;

@@ -38,8 +38,6 @@ class modCOMM {
 
   /// From a successful CommOpen until CommClose.
   bool IsOpen(std::int32_t port) const;
-  /// Sleeps until bytes come on the port or an event is due: stands between two polls of every wait.
-  void Idle(std::int32_t port);
   /// A descriptor that becomes readable when bytes come on the port; -1: there is none.
   int WaitHandle(std::int32_t port);
   /// For the end of the program.

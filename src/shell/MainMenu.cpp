@@ -53,7 +53,7 @@ bool MainMenu::Leave(std::string_view product, std::string_view model) {
   if (product == globals.CurrentProduct && model == globals.CurrentModel) return true;
   if (RefusedByConversation(app_)) return false;
   for (const Product& other : Products()) app_.forms.Unload(other.wizard);
-  for (const char* tool : {"Firmware", "OfflineMngr"}) app_.forms.Unload(tool);
+  for (const char* tool : {"Firmware", "OfflineMngr", "DeviceInfo"}) app_.forms.Unload(tool);
   return true;
 }
 

@@ -59,12 +59,11 @@ void ProductMenu::COMCbo_Click() {
     COMCbo.Show(app_.globals.ComPortText);
     return;
   }
-  if (const int number = PortNames::Number(COMCbo.Text.Value())) app_.globals.ComPortNumber = number;
-  if (COMCbo.Text.Value() != "None") {
-    app_.ports.Choose(COMCbo.Text.Value());
-    CheckComPort(app_, *this);
-  }
   app_.globals.ComPortText = COMCbo.Text;
+  if (const int number = PortNames::Number(COMCbo.Text.Value())) app_.globals.ComPortNumber = number;
+  if (COMCbo.Text.Value() == "None") return;
+  app_.ports.Choose(COMCbo.Text.Value());
+  CheckComPort(app_, *this);
 }
 
 void ProductMenu::ConfigureCmd_Click() { app_.forms.Show(FindProduct(app_.globals.CurrentProduct).wizard); }
@@ -81,11 +80,14 @@ void ProductMenu::UpgradeCmd_Click() {
 }
 
 void ProductMenu::DeviceInfoCmd_Click() {
-  if (Form* there = app_.forms.Find("DeviceInfo"); there && there->Visible) {
+  Form* there = app_.forms.Find("DeviceInfo");
+  if (there && there->Visible && deviceInfoPort_ == app_.globals.ComPortText) {
     there->Visible = true;  // in front of the others
     return;
   }
   if (RefusedByConversation(app_)) return;
+  if (there) app_.forms.Unload(*there);  // it tells of the device on another port
+  deviceInfoPort_ = app_.globals.ComPortText;
   Form& info = app_.forms.Load("DeviceInfo");
   if (app_.globals.CommFailed != FlagFalse) {
     info.Visible = false;

@@ -28,6 +28,7 @@ class ProductMenu : public Form {
   bool ShowTool(const char* name);
 
   App& app_;
+  std::string deviceInfoPort_;  // of the device information that shows
 
   // clang-format off
   ShellFrame  shell {*this};

@@ -55,7 +55,7 @@ void Check(const char* product, Operation operation, const std::vector<Message>&
 
 TEST(ConfigMod, BlocksAreSentAndReadOneByOneUntilOneFails) {
   const Message sent{Write5, {{20ms, AckByte}}}, read{Read5, {{10ms, AckByte}, {20ms, Block5}}};
-  Check("VK-RTX", SendBlocks, {sent, {Write7, {{30ms, "\x15" + AckByte}}}, {End, {}}}, "True\n50 ms");
+  Check("VK-RTX", SendBlocks, {sent, {Write7, {{30ms, "\x15" + AckByte}}}, {End, {}}}, "True\n100 ms");
   Check("VK-RTX", SendBlocks, {sent, {Write7, {{30ms, "\x15"}}}}, TimeOutBox("VK-RTX") + "False\n1254 ms");
   const std::string decoded = "block 5: 00 00 00 (port open)\n", failed = decoded + TimeOutBox("VK-RTX") + "False\n";
   Check("VK-RTX", ReadBlocks,

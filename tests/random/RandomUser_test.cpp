@@ -31,6 +31,7 @@ struct Line : GatewayDevice {
   }
   void FromHost(std::string_view bytes, Time now) override {
     EXPECT_TRUE(app.conversation != nullptr && app.conversation->port == port) << "bytes that are no one's";
+    EXPECT_EQ(app.globals.ComPortText, "COM" + Str(port)) << "bytes for a port that does not show";
     GatewayDevice::FromHost(bytes, now);
   }
   bool Gone() const override { return pulled || GatewayDevice::Gone(); }

@@ -189,6 +189,11 @@ bool FakeSerialDriver::Close(Handle handle) {
   return known;
 }
 
+int FakeSerialDriver::WaitHandle(Handle handle) const {
+  const auto port = handle == 1 && open_ ? ports_.find(*open_) : ports_.end();
+  return port == ports_.end() || (port->second && port->second->Gone()) ? -1 : WaitFd;
+}
+
 std::optional<Time> FakeSerialDriver::NextDue() const { return Device() ? Device()->NextDue() : std::nullopt; }
 
 void FakeSerialDriver::RunDue(Time now) {

@@ -113,7 +113,7 @@ class FakeSerialDriver : public SerialDriver, public Outside {
   bool Close(Handle handle) override;
   std::int32_t LastError() const override { return lastError_; }
   std::string ErrorText(std::int32_t code) const override { return "  words of " + std::to_string(code) + " "; }
-  int WaitHandle(Handle) const override { return WaitFd; }
+  int WaitHandle(Handle handle) const override;
 
   // Outside
   std::optional<Time> NextDue() const override;
