@@ -151,9 +151,8 @@ TEST(Conversation, AHeldLineStopsNobody) {
   h.Do("click ProductMenu.OfflineCmd");
   device.says[h.loop.Now() + 100ms] = "\x13";
   h.Elapsed();
-  h.Do(
-      "wait 200\nafter 500 click OfflineMngr.CloseCmd\nafter 20 keys OfflineMngr.Term cd\nkeys OfflineMngr.Term "
-      "ab\nforms");
+  h.Do("wait 200\nafter 500 click OfflineMngr.CloseCmd\nafter 20 keys OfflineMngr.Term cd");
+  h.Do("keys OfflineMngr.Term ab\nforms");
   EXPECT_EQ(h.Elapsed(), 700ms);
   EXPECT_EQ(device.heard, "\r");
   EXPECT_FALSE(h.app.comm.IsOpen(3));
