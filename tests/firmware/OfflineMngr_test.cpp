@@ -50,9 +50,7 @@ TEST(OfflineMngr, ShowsWhatTheDeviceSays) {
 TEST(OfflineMngr, KeysGoToTheDeviceAndOnlyItsEchoShows) {
   const std::pair<Bytes, std::string> rows[] = {{"x\b\b", ""},
                                                 {"\r", Menu},
-                                                {"1", "1\r\nVersion 2.14" + Menu},
                                                 {"1\r\r", "1\r\nVersion 2.14" + Menu + Menu},
-                                                {"2\r", "2" + Question},
                                                 {"2x\r", "2" + Question + "x" + Question},
                                                 {"2No\rx", "2" + Question + "N" + Menu + "x"},
                                                 {"2YES\r", "2" + Question + "Y\r\nErasing "},

@@ -28,8 +28,6 @@ class VirtualEventLoop : public EventLoop {
 
   void Add(Outside& outside) { outside_.push_back(&outside); }
   void Remove(Outside& outside) { std::erase(outside_, &outside); }
-  /// How often the program slept; a wait that spins shows here.
-  int Sleeps() const { return sleeps_; }
   /// How often events were let run.
   int Passes() const { return passes_; }
 
@@ -38,7 +36,7 @@ class VirtualEventLoop : public EventLoop {
 
   Time now_{0};
   std::vector<Outside*> outside_;
-  int sleeps_ = 0, passes_ = 0;
+  int passes_ = 0;
 };
 
 }  // namespace vk32
