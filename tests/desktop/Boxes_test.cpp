@@ -8,7 +8,7 @@
 namespace vk32 {
 namespace {
 
-class BoxesTest : public DesktopTest {
+class BoxesTest : public EveryTest {
  protected:
   Answer Ask(const MessageBoxRequest& request, std::function<void(MessageBox&)> look) {
     Answer answer = Answer::OK;
@@ -22,8 +22,6 @@ class BoxesTest : public DesktopTest {
     form.NextCmd.OnClick = Handler([act] { act(); });
     Press(WidgetOf(form.NextCmd), Qt::Key_Space, {}, " ");
   }
-
-  EveryControl& form = ShowEvery();
 };
 
 TEST_F(BoxesTest, TheTextStandsAsItIsWithItsBlanks) {

@@ -30,13 +30,9 @@ class EveryControl : public Form {
     Bar.Value = 38;
   }
 
-  /// Registers it under its name.
-  static void RegisterAt(Forms& forms) {
-    forms.Register(FormName, [&forms] { return std::make_shared<EveryControl>(forms); });
-  }
-  /// Shows it in place of the splash page.
+  /// Registers it under its name and shows it in place of the splash page.
   static EveryControl& Open(Forms& forms) {
-    RegisterAt(forms);
+    forms.Register(FormName, [&forms] { return std::make_shared<EveryControl>(forms); });
     auto& form = dynamic_cast<EveryControl&>(forms.Show(FormName));
     forms.Unload("Splash");
     form.TakeLog();
