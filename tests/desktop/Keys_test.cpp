@@ -43,6 +43,7 @@ TEST_F(KeysTest, KeysDoWhatIsExpectedOfThem) {
               {form.NameTxt, "Alt+N", "next Term "},
               {form.NameTxt, "Alt+P", "PortCbo "},
               {form.NameTxt, "Alt+R", "flag:1 FlagChk "},
+              {form.NameTxt, "Alt+E", "bare:1 BareChk "},
               {form.NameTxt, "Escape", "CancelCmd "},
               {form.AddCmd, "Return", "add AddCmd"},
               {form.SiteLbl, "Return", "down up site SiteLbl"},
@@ -95,26 +96,18 @@ TEST_F(KeysTest, APanelThatComesWithAChoiceLeavesTheFocusThereAndWhatLosesItHand
   EXPECT_EQ(Focused(), "NextCmd");
 }
 
-TEST_F(KeysTest, LettersAreUnderlinedWhileAltIsDown) {
-  const QImage plain = Picture(form.PortLbl);
-  SendKey(WidgetOf(form.NameTxt), QEvent::KeyPress, Qt::Key_Alt, {}, {});
-  EXPECT_NE(Picture(form.PortLbl), plain);
-  SendKey(WidgetOf(form.NameTxt), QEvent::KeyRelease, Qt::Key_Alt, {}, {});
-  EXPECT_EQ(Picture(form.PortLbl), plain);
-}
-
 TEST_F(KeysTest, NamesAndLettersComeFromTheWordsBesideAndAboveAndFromTheHeadsOfATable) {
   StartProgram(app);
   SelectProduct(app.globals, "RB2000");
-  const Control* word = Show("Configuration_RB2000").Find("ABWordTxt", 2);
-  const std::pair<const Control*, const char*> rows[] = {{&form.NextCmd, "NEXT"},
-                                                         {&form.NameTxt, "Name"},
-                                                         {&form.BareChk, "Beside a bare box"},
-                                                         {&form.Term, "Terminal"},
-                                                         {word, "Allan-Bradley Datafile Word 3"}};
-  for (const auto& [control, name] : rows) EXPECT_EQ(AccessibleName(*control), name);
-  const Mnemonics mnemonics = ChooseMnemonics(form);
-  EXPECT_EQ(mnemonics.targets.at(mnemonics.marks.at(&form.BareLbl)), &form.BareChk);
+  EXPECT_EQ(AccessibleName(*Show("Configuration_RB2000").Find("ABWordTxt", 2)), "Allan-Bradley Datafile Word 3");
+  EXPECT_EQ(AccessibleName(form.BareChk), "Beside a bare box");
+  EXPECT_EQ(AccessibleName(form.Term), "Terminal");
+  EXPECT_EQ(WidgetOf(form.NameTxt).accessibleName(), "Name");
+  const QImage plain = Picture(form.BareLbl);
+  SendKey(WidgetOf(form.NameTxt), QEvent::KeyPress, Qt::Key_Alt, {}, {});
+  EXPECT_NE(Picture(form.BareLbl), plain) << "its letter is underlined";
+  SendKey(WidgetOf(form.NameTxt), QEvent::KeyRelease, Qt::Key_Alt, {}, {});
+  EXPECT_EQ(Picture(form.BareLbl), plain);
   PressIn(Show("About"), Qt::Key_Escape, {}, "\x1B");  // which presses its only button
   EXPECT_FALSE(app.forms.Find("About"));
 }

@@ -124,13 +124,12 @@ TEST_F(WidgetsTest, TheMouseReachesWhatWantsItOrElseTheForm) {
 TEST_F(WidgetsTest, AButtonIsPressedByEveryMouseButtonButClickedByTheLeftOneInside) {
   QWidget& button = WidgetOf(form.NextCmd);
   const QImage raised = Picture(form.NextCmd);
-  MouseDown(button, {5, 5}, Qt::RightButton);
-  EXPECT_NE(Picture(form.NextCmd), raised);
-  MouseUp(button, {5, 5}, Qt::RightButton);
-  EXPECT_EQ(Picture(form.NextCmd), raised);
-  MouseDown(button, {5, 5});
-  MouseUp(button, {-20, 5});
-  EXPECT_EQ(Picture(form.NextCmd), raised) << "up restores wherever the pointer went";
+  for (const auto mouse : {Qt::RightButton, Qt::LeftButton}) {
+    MouseDown(button, {5, 5}, mouse);
+    EXPECT_NE(Picture(form.NextCmd), raised);
+    MouseUp(button, {mouse == Qt::LeftButton ? -20 : 5, 5}, mouse);
+    EXPECT_EQ(Picture(form.NextCmd), raised) << "up restores wherever the pointer went";
+  }
   MouseDown(button, {5, 5});
   app.forms.dispatcher.Dispatch([this] {
     const BoxWatcher boxes;

@@ -24,9 +24,7 @@ class EveryControl : public Form {
     PortCbo.EntryToolTip = [](const std::string& entry) { return "behind " + entry; };
     PortCbo.Show("COM2");
     LaterCbo.Show("None");
-    RowsVScroll.SmallChange = 480;
-    RowsVScroll.LargeChange = 2400;
-    RowsVScroll.Max = 1440;
+    RowsVScroll.SmallChange = 480, RowsVScroll.LargeChange = 2400, RowsVScroll.Max = 1440;
     Bar.Value = 38;
   }
 
