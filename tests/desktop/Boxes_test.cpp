@@ -8,7 +8,7 @@
 namespace vk32 {
 namespace {
 
-class BoxesTest : public DesktopTest {
+class BoxesTest : public EveryTest {
  protected:
   Answer Ask(const MessageBoxRequest& request, std::function<void(MessageBox&)> look) {
     Answer answer = Answer::OK;
@@ -17,13 +17,6 @@ class BoxesTest : public DesktopTest {
     EXPECT_EQ(boxes.Seen(), 1);
     return answer;
   }
-  /// A click on NEXT that does this.
-  void ClickNext(const std::function<void()>& act) {
-    form.NextCmd.OnClick = Handler([act] { act(); });
-    Press(WidgetOf(form.NextCmd), Qt::Key_Space, {}, " ");
-  }
-
-  EveryControl& form = ShowEvery();
 };
 
 TEST_F(BoxesTest, TheTextStandsAsItIsWithItsBlanks) {
@@ -58,16 +51,15 @@ TEST_F(BoxesTest, AFaultIsToldWithItsNumberAndEndsTheProgramWithStatusOne) {
     EXPECT_EQ(box.Text().Lines().join(' '), "Run-time error '6':  Overflow");
     Press(box, Qt::Key_Escape);
   });
-  ClickNext([] { throw RuntimeFault(RuntimeFault::Overflow); });
+  app.forms.dispatcher.Dispatch([] { throw RuntimeFault(RuntimeFault::Overflow); });
   EXPECT_EQ(boxes.Seen(), 1);
-  EXPECT_TRUE(screen.Ended());
   EXPECT_EQ(screen.ExitStatus(), 1);
   EXPECT_FALSE(WindowOf(form).isVisible());
 }
 
 TEST_F(BoxesTest, TheEndComesAtOnceAlsoFromInsideABox) {
   Ask({"Open when the program ends", MessageIcon::None, "VK32"}, [&](MessageBox& box) {
-    ClickNext([this] { app.forms.dispatcher.End(); });
+    app.forms.dispatcher.Dispatch([this] { app.forms.dispatcher.End(); });
     Press(box, Qt::Key_Escape);
   });
   EXPECT_TRUE(screen.Ended());

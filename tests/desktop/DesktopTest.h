@@ -3,11 +3,11 @@
 
 #include <gtest/gtest.h>
 
+#include <QApplication>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QPointer>
 #include <QTimer>
-#include <functional>
-#include <memory>
-#include <string>
-#include <vector>
 
 #include "DesktopScreen.h"
 #include "FormWindow.h"
@@ -20,34 +20,80 @@
 namespace vk32 {
 
 // The user's hands. Positions are the widget's own.
-void MouseDown(QWidget& widget, QPoint at, Qt::MouseButton button = Qt::LeftButton);
-void MouseUp(QWidget& widget, QPoint at, Qt::MouseButton button = Qt::LeftButton);
-void MouseMove(QWidget& widget, QPoint at, Qt::MouseButton held = Qt::NoButton);
-void SendKey(QWidget& widget, QEvent::Type type, int key, Qt::KeyboardModifiers modifiers = {},
-             const QString& text = {});
+inline void SendMouse(QWidget& widget, QEvent::Type type, QPoint at, Qt::MouseButton button, Qt::MouseButtons held) {
+  QMouseEvent event(type, QPointF(at), QPointF(widget.mapToGlobal(at)), button, held, Qt::NoModifier);
+  QCoreApplication::sendEvent(&widget, &event);
+}
+inline void MouseDown(QWidget& widget, QPoint at, Qt::MouseButton button = Qt::LeftButton) {
+  if (widget.focusPolicy() & Qt::ClickFocus) widget.setFocus(Qt::MouseFocusReason);
+  SendMouse(widget, QEvent::MouseButtonPress, at, button, button);
+}
+inline void MouseUp(QWidget& widget, QPoint at, Qt::MouseButton button = Qt::LeftButton) {
+  SendMouse(widget, QEvent::MouseButtonRelease, at, button, Qt::NoButton);
+}
+inline void MouseMove(QWidget& widget, QPoint at, Qt::MouseButton held = Qt::NoButton) {
+  SendMouse(widget, QEvent::MouseMove, at, held, held);
+}
+inline void SendKey(QWidget& widget, QEvent::Type type, int key, Qt::KeyboardModifiers modifiers, QString text) {
+  QKeyEvent event(type, key, modifiers, text);
+  QCoreApplication::sendEvent(&widget, &event);
+}
 /// Down and up.
-void Press(QWidget& widget, int key, Qt::KeyboardModifiers modifiers = {}, const QString& text = {});
+inline void Press(QWidget& widget, int key, Qt::KeyboardModifiers modifiers = {}, const QString& text = {}) {
+  const QPointer<QWidget> guard(&widget);
+  SendKey(widget, QEvent::KeyPress, key, modifiers, text);
+  if (guard) SendKey(widget, QEvent::KeyRelease, key, modifiers, {});
+}
 /// Letters, one by one.
-void Type(QWidget& widget, const QString& text);
+inline void Type(QWidget& widget, const QString& text) {
+  for (const QChar letter : text) Press(widget, letter.toUpper().unicode(), {}, letter);
+}
 
 class DesktopTest : public testing::Test {
  protected:
-  ~DesktopTest() override;
+  ~DesktopTest() override {
+    Settle();
+    if (!screen.Ended()) return;
+    // Qt would open no loop any more: let it come to an end as the program does.
+    QTimer::singleShot(0, qApp, &QCoreApplication::quit);
+    QCoreApplication::exec();
+  }
 
   /// Lets Qt deliver what is due.
-  static void Settle();
-  Form& Show(const std::string& name);
-  EveryControl& ShowEvery();
-
+  static void Settle() {
+    QCoreApplication::processEvents();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+  }
+  Form& Show(const std::string& name) {
+    app.forms.dispatcher.Dispatch([&] { app.forms.Show(name); });
+    Settle();
+    return *app.forms.Find(name);
+  }
   FormWindow& WindowOf(const Form& form) const { return *screen.WindowOf(form); }
-  QWidget& WidgetOf(const Control& control) const;
+  QWidget& WidgetOf(const Control& control) const { return *WindowOf(control.OwnerForm()).WidgetOf(control); }
   QImage Picture(const Control& control) const { return WidgetOf(control).grab().toImage(); }
-  /// Moves to the middle of the control and clicks what is on top there.
-  void Click(const Control& control);
+  /// Clicks in the middle of the control, which must lie on top there.
+  void Click(const Control& control) {
+    FormWindow& window = WindowOf(control.OwnerForm());
+    const QPoint middle = PlaceOnForm(control).center();
+    QWidget* onTop = window.childAt(middle);
+    ASSERT_EQ(onTop, window.WidgetOf(control)) << control.FullName() << " is covered";
+    const QPoint at = onTop->mapFrom(&window, middle);
+    MouseDown(*onTop, at);
+    MouseUp(*onTop, at);
+    Settle();
+  }
   /// The control's widget has the focus of its window.
-  bool HasFocus(const Control& control) const;
+  bool HasFocus(const Control& control) const {
+    const FormWindow& window = WindowOf(control.OwnerForm());
+    return window.focusWidget() == window.WidgetOf(control);
+  }
   /// Presses a key in whatever has the focus.
-  void PressIn(const Form& form, int key, Qt::KeyboardModifiers modifiers = {}, const QString& text = {});
+  void PressIn(const Form& form, int key, Qt::KeyboardModifiers modifiers = {}, const QString& text = {}) {
+    QWidget* focused = WindowOf(form).focusWidget();
+    Press(focused ? *focused : WindowOf(form), key, modifiers, text);
+    Settle();
+  }
 
   VirtualEventLoop loop;
   DesktopScreen screen;
@@ -56,11 +102,26 @@ class DesktopTest : public testing::Test {
   App app{loop, screen, driver, names};
 };
 
+/// The form that has every control is shown.
+class EveryTest : public DesktopTest {
+ protected:
+  EveryTest() { Settle(); }
+
+  EveryControl& form = EveryControl::Open(app.forms);
+};
+
 /// Looks at each message box that opens and closes it by Escape, or as `look` does.
 class BoxWatcher {
  public:
-  explicit BoxWatcher(std::function<void(MessageBox& box)> look = [](MessageBox& box) { Press(box, Qt::Key_Escape); });
-
+  explicit BoxWatcher(std::function<void(MessageBox& box)> look = [](MessageBox& box) { Press(box, Qt::Key_Escape); }) {
+    QObject::connect(&timer_, &QTimer::timeout, &timer_, [this, look = std::move(look)] {
+      auto* box = dynamic_cast<MessageBox*>(QApplication::activeModalWidget());
+      if (!box) return;
+      if (++seen_ > 9) return void(box->close());  // the test has failed to, and fails
+      look(*box);
+    });
+    timer_.start(0);
+  }
   int Seen() const { return seen_; }
 
  private:

@@ -1,89 +1,113 @@
 // The windows are walked and used by keys alone.
+#include <QKeySequence>
+
 #include "DesktopTest.h"
+#include "Text.h"
 #include "shell/Products.h"
+#include "support/Harness.h"
 
 namespace vk32 {
 namespace {
 
-class KeysTest : public DesktopTest {
+class KeysTest : public EveryTest {
  protected:
-  EveryControl& form = ShowEvery();
+  /// Presses keys where the focus is, one behind the other: "F4 Down", "Alt+P"; what is no key's name is typed.
+  void PressKeys(const std::string& keys) {
+    for (const std::string& token : Split(keys)) {
+      QWidget* list = QApplication::activePopupWidget();
+      QWidget& focused = *(list ? list : &WindowOf(form))->focusWidget();
+      const QKeyCombination key = QKeySequence(FromBytes(token))[0];
+      if (token.size() == 1 || key.key() == Qt::Key_unknown) {
+        Type(focused, FromBytes(token));
+      } else {
+        Press(focused, key.key(), key.keyboardModifiers(), QChar(key.key() & 0x1F));
+      }
+      Settle();
+    }
+  }
+  std::string Focused() {
+    for (const Control* control : form.Controls()) {
+      if (WindowOf(form).WidgetOf(*control) && HasFocus(*control)) return control->Name();
+    }
+    return {};
+  }
 };
 
-TEST_F(KeysTest, EachPageBeginsAtItsFirstFieldOrAtTheButtonOfEnter) {
-  form.Term.Visible = false;
-  EXPECT_TRUE(HasFocus(form.NameTxt));
-  Click(form.NextCmd);
-  EXPECT_TRUE(HasFocus(form.NextCmd));
-  Click(form.BackCmd);
-  EXPECT_TRUE(HasFocus(form.NameTxt));
+TEST_F(KeysTest, KeysDoWhatIsExpectedOfThem) {
+  const struct {
+    const Control& first;
+    const char* keys;
+    std::string seen;  // the handlers that ran; where the focus is then; what the field shows
+  } rows[] = {{form.NameTxt, "Return", "next Term "},
+              {form.NextCmd, "Space Alt+B", "next back NameTxt"},
+              {form.NameTxt, "Alt+N", "next Term "},
+              {form.NameTxt, "Alt+P", "PortCbo "},
+              {form.NameTxt, "Alt+R", "flag:1 FlagChk "},
+              {form.NameTxt, "Alt+E", "bare:1 BareChk "},
+              {form.NameTxt, "Escape", "CancelCmd "},
+              {form.AddCmd, "Return", "add AddCmd"},
+              {form.SiteLbl, "Return", "down up site SiteLbl"},
+              {form.OneOpt, "Right", "two TwoOpt"},
+              {form.TwoOpt, "Down", "one OneOpt"},  // the disabled one is passed over
+              {form.OneOpt, "Tab", "RowsVScroll"},
+              {form.SiteLbl, "Backtab Backtab", "NextCmd"},
+              {form.NameTxt, "abd Left c", "name:a name:ab name:abd name:abcd NameTxt abcd"},
+              {form.ReadTxt, "x", "ReadTxt read only"},
+              {form.FreeCbo, "96", "FreeCbo 96"},  // a text part takes any text
+              {form.PortCbo, "Down n", "port:COM3 port:None PortCbo None"},
+              {form.LaterCbo, "26", "LaterCbo COM26"},  // the choice is made when it is done
+              {form.LaterCbo, "Escape", "LaterCbo None"},
+              {form.LaterCbo, "Com3", "LaterCbo COM3"},
+              {form.LaterCbo, "Return", "later:COM3 LaterCbo COM3"},
+              {form.LaterCbo, "Down Up Tab", "FlagChk COM3"},
+              {form.LaterCbo, "2 Tab", "later:COM2 FlagChk COM2"},
+              {form.LaterCbo, "F4 26 Return", "later:COM26 LaterCbo COM26"}};
+  for (const auto& row : rows) {
+    form.SecondFrame.Visible = false;
+    form.FirstFrame.Visible = true;
+    Settle();
+    WidgetOf(row.first).setFocus();
+    PressKeys(row.keys);
+    const bool list = row.first.GetKind() == Control::Kind::ComboBox;
+    const bool text = row.first.GetKind() == Control::Kind::TextBox;
+    const QVariant shown = WidgetOf(row.first).property(list ? "currentText" : text ? "text" : "");
+    EXPECT_EQ(form.TakeLog() + Focused() + (list || text ? " " + shown.toString().toStdString() : ""), row.seen)
+        << row.first.Name() << " " << row.keys;
+  }
 }
 
 TEST_F(KeysTest, APanelThatComesWithAChoiceLeavesTheFocusThereAndWhatLosesItHandsItOn) {
   form.PortCbo.OnClick = Handler([this] { form.SecondFrame.Visible = true; });
   WidgetOf(form.PortCbo).setFocus();
-  PressIn(form, Qt::Key_Down);
-  EXPECT_TRUE(HasFocus(form.PortCbo));
+  PressKeys("Down");
+  EXPECT_EQ(Focused(), "PortCbo");
   form.PortCbo.Enabled = false;
   Settle();
-  EXPECT_TRUE(HasFocus(form.FreeCbo));
+  EXPECT_EQ(Focused(), "FreeCbo");
   // To what stands in the very same place, wherever it comes in the order.
   form.NameTxt.Left = form.FreeCbo.Left, form.NameTxt.Top = form.FreeCbo.Top, form.NameTxt.Width = form.FreeCbo.Width;
   form.FreeCbo.Visible = false;
   Settle();
-  EXPECT_TRUE(HasFocus(form.NameTxt));
-}
-
-TEST_F(KeysTest, KeysDoWhatIsExpectedOfThem) {
-  struct Row {
-    const Control& focused;
-    int key;
-    Qt::KeyboardModifiers modifiers;
-    const char* log;
-    const Control& then;
-  } rows[] = {{form.NameTxt, Qt::Key_Return, {}, "next ", form.Term},
-              {form.AddCmd, Qt::Key_Return, {}, "add ", form.AddCmd},
-              {form.SiteLbl, Qt::Key_Return, {}, "down up site ", form.SiteLbl},
-              {form.NextCmd, Qt::Key_Space, {}, "next ", form.Term},
-              {form.NameTxt, Qt::Key_Escape, {}, "", form.CancelCmd},
-              {form.OneOpt, Qt::Key_Right, {}, "two ", form.TwoOpt},
-              {form.TwoOpt, Qt::Key_Down, {}, "one ", form.OneOpt},  // the disabled one is passed over
-              {form.OneOpt, Qt::Key_Tab, {}, "", form.RowsVScroll},
-              {form.NameTxt, Qt::Key_P, Qt::AltModifier, "", form.PortCbo},
-              {form.NameTxt, Qt::Key_R, Qt::AltModifier, "flag:1 ", form.FlagChk},
-              {form.NameTxt, Qt::Key_N, Qt::AltModifier, "next ", form.Term}};
-  for (const Row& row : rows) {
-    SCOPED_TRACE(row.focused.FullName() + " " + std::to_string(row.key));
-    form.SecondFrame.Visible = false;
-    form.FirstFrame.Visible = true;
-    Settle();
-    WidgetOf(row.focused).setFocus();
-    PressIn(form, row.key, row.modifiers, QString(QChar(row.key & 0x1F)));
-    EXPECT_EQ(form.TakeLog(), row.log);
-    EXPECT_TRUE(HasFocus(row.then));
-  }
-}
-
-TEST_F(KeysTest, LettersAreUnderlinedWhileAltIsDown) {
-  const QImage plain = Picture(form.PortLbl);
-  SendKey(WidgetOf(form.NameTxt), QEvent::KeyPress, Qt::Key_Alt);
-  EXPECT_NE(Picture(form.PortLbl), plain);
-  SendKey(WidgetOf(form.NameTxt), QEvent::KeyRelease, Qt::Key_Alt);
-  EXPECT_EQ(Picture(form.PortLbl), plain);
+  EXPECT_EQ(Focused(), "NameTxt");
+  // Without a field the page begins at the button of Enter.
+  form.SecondFrame.Visible = form.Term.Visible = false;
+  Settle();
+  Click(form.NextCmd);
+  EXPECT_EQ(Focused(), "NextCmd");
 }
 
 TEST_F(KeysTest, NamesAndLettersComeFromTheWordsBesideAndAboveAndFromTheHeadsOfATable) {
   StartProgram(app);
   SelectProduct(app.globals, "RB2000");
-  const Control* word = Show("Configuration_RB2000").Find("ABWordTxt", 2);
-  const std::pair<const Control*, const char*> rows[] = {{&form.NextCmd, "NEXT"},
-                                                         {&form.NameTxt, "Name"},
-                                                         {&form.BareChk, "Beside a bare box"},
-                                                         {&form.Term, "Terminal"},
-                                                         {word, "Allan-Bradley Datafile Word 3"}};
-  for (const auto& [control, name] : rows) EXPECT_EQ(AccessibleName(*control), name);
-  const Mnemonics mnemonics = ChooseMnemonics(form);
-  EXPECT_EQ(mnemonics.targets.at(mnemonics.marks.at(&form.BareLbl)), &form.BareChk);
+  EXPECT_EQ(AccessibleName(*Show("Configuration_RB2000").Find("ABWordTxt", 2)), "Allan-Bradley Datafile Word 3");
+  EXPECT_EQ(AccessibleName(form.BareChk), "Beside a bare box");
+  EXPECT_EQ(AccessibleName(form.Term), "Terminal");
+  EXPECT_EQ(WidgetOf(form.NameTxt).accessibleName(), "Name");
+  const QImage plain = Picture(form.BareLbl);
+  SendKey(WidgetOf(form.NameTxt), QEvent::KeyPress, Qt::Key_Alt, {}, {});
+  EXPECT_NE(Picture(form.BareLbl), plain) << "its letter is underlined";
+  SendKey(WidgetOf(form.NameTxt), QEvent::KeyRelease, Qt::Key_Alt, {}, {});
+  EXPECT_EQ(Picture(form.BareLbl), plain);
   PressIn(Show("About"), Qt::Key_Escape, {}, "\x1B");  // which presses its only button
   EXPECT_FALSE(app.forms.Find("About"));
 }

@@ -63,8 +63,7 @@ TEST_F(QtEventLoopTest, WaitsTickNothingAndEndInTime) {
 
 TEST_F(QtEventLoopTest, AWaitCostsNoProcessorTime) {
   const std::clock_t used = std::clock();
-  for (const Time end = loop.Now() + 500ms; loop.Now() < end;)
-    loop.Wait({ends[0], WaitFor::ToRead, end}), loop.RunDue();
+  for (const Time end = loop.Now() + 500ms; loop.Now() < end;) loop.Wait({ends[0], WaitFor::ToRead, end});
   EXPECT_LT(std::clock() - used, CLOCKS_PER_SEC / 50);
 }
 

@@ -24,19 +24,13 @@ class EveryControl : public Form {
     PortCbo.EntryToolTip = [](const std::string& entry) { return "behind " + entry; };
     PortCbo.Show("COM2");
     LaterCbo.Show("None");
-    RowsVScroll.SmallChange = 480;
-    RowsVScroll.LargeChange = 2400;
-    RowsVScroll.Max = 1440;
+    RowsVScroll.SmallChange = 480, RowsVScroll.LargeChange = 2400, RowsVScroll.Max = 1440;
     Bar.Value = 38;
   }
 
-  /// Registers it under its name.
-  static void RegisterAt(Forms& forms) {
-    forms.Register(FormName, [&forms] { return std::make_shared<EveryControl>(forms); });
-  }
-  /// Shows it in place of the splash page.
+  /// Registers it under its name and shows it in place of the splash page.
   static EveryControl& Open(Forms& forms) {
-    RegisterAt(forms);
+    forms.Register(FormName, [&forms] { return std::make_shared<EveryControl>(forms); });
     auto& form = dynamic_cast<EveryControl&>(forms.Show(FormName));
     forms.Unload("Splash");
     form.TakeLog();

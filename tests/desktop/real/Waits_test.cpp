@@ -84,38 +84,35 @@ constexpr const char *MouseClick = "mousedown 1 sleep 0.05 mouseup 1", *CloseBut
 
 void Click(Form& form, const char* button) { form.Get<ImageButton>(button).Click(); }
 void Upload(Form& form) { Click(form, "UploadCmd"); }
+void ReadInfo(Form& form) { Click(form, "DeviceInfoCmd"); }
+void SendByXmodem(Form& form) { Click(form, "SendFirmwareCmd"); }
 void Finish(Form& form) {
   form.Get<ComboBox>("EthDHCPLst").Text = "Enabled";
   for (int page = 0; page < 20 && form.IsLoaded(); ++page) Click(form, "NextCmd");
 }
-void ReadInfo(Form& form) { Click(form, "DeviceInfoCmd"); }
 void Probe(Form& form) {
   form.Get<CommandButton>("BrowseCmd").Click();
-  Click(form, "NextCmd");
-  Click(form, "NextCmd");
+  for (int page = 0; page < 2; ++page) Click(form, "NextCmd");
 }
-void SendByXmodem(Form& form) { Click(form, "SendFirmwareCmd"); }
 
 TEST(WaitsTest, WhatTheUserDoesIsTakenAtOnce) {
   struct Row {
     const char *product, *form;
     void (*wait)(Form& form);
     std::string act;  // a button of the form, its window's close button, or keys
-  };
-  for (const Row& row : {
-           Row{"RB2000", "Configuration_RB2000", Upload, "CancelCmd"},
-           Row{"RB2000", "Configuration_RB2000", Upload, CloseButton},
-           Row{"RB2000", "Configuration_RB2000", Upload, "keydown Alt_L sleep 0.05 keydown c"},
-           Row{"VK-RTX", "Configuration_VKRTX", Upload, "CancelCmd"},
-           Row{"VK5300", "Configuration_VK5300", Upload, CloseButton},
-           Row{"VK-RTX", "Configuration_VKRTX", Finish, "CancelCmd"},
-           Row{"VK-RTX", "Configuration_VKRTX", Finish, CloseButton},
-           Row{"VK5300", "ProductMenu", ReadInfo, CloseButton},
-           Row{"VK-RTX", "Firmware", Probe, "CancelCmd"},
-           Row{"VK-RTX", "Firmware", Probe, CloseButton},
-           Row{"VK-RTX", "OfflineMngr", SendByXmodem, "CloseCmd"},
-           Row{"VK-RTX", "OfflineMngr", SendByXmodem, "keydown x"},
-       }) {
+  } rows[] = {{"RB2000", "Configuration_RB2000", Upload, "CancelCmd"},
+              {"RB2000", "Configuration_RB2000", Upload, CloseButton},
+              {"RB2000", "Configuration_RB2000", Upload, "keydown Alt_L sleep 0.05 keydown c"},
+              {"VK-RTX", "Configuration_VKRTX", Upload, "CancelCmd"},
+              {"VK5300", "Configuration_VK5300", Upload, CloseButton},
+              {"VK-RTX", "Configuration_VKRTX", Finish, "CancelCmd"},
+              {"VK-RTX", "Configuration_VKRTX", Finish, CloseButton},
+              {"VK5300", "ProductMenu", ReadInfo, CloseButton},
+              {"VK-RTX", "Firmware", Probe, "CancelCmd"},
+              {"VK-RTX", "Firmware", Probe, CloseButton},
+              {"VK-RTX", "OfflineMngr", SendByXmodem, "CloseCmd"},
+              {"VK-RTX", "OfflineMngr", SendByXmodem, "keydown x"}};
+  for (const Row& row : rows) {
     SCOPED_TRACE(std::string(row.form) + " " + row.act);
     Program program;
     const auto kept = program.Open(row.product, row.form);
