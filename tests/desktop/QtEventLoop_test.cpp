@@ -40,7 +40,7 @@ TEST_F(QtEventLoopTest, WaitsTickNothingAndEndInTime) {
     int fd;
     WaitFor::Ready ready;
     Time limit, least;
-  } rows[] = {{-1, ToRead, 5s, 29ms},        // a timer is due
+  } rows[] = {{-1, ToRead, 5s, 30ms},        // a timer is due
               {ends[0], ToRead, 5s, 0ms},    // a byte has come
               {-1, ToWrite, 15ms, 14ms},     // the time has come
               {ends[1], ToWrite, 5s, 0ms}};  // there is room for bytes

@@ -148,6 +148,9 @@ TEST_F(WidgetsTest, AWindowThatIsClosedAsksItsFormAndOutlivesTheHandler) {
   form.CloseEnabled = false;
   WindowOf(form).close();
   EXPECT_TRUE(WindowOf(form).isVisible());
+  form.Visible = false;
+  EXPECT_FALSE(WindowOf(form).isVisible());
+  form.Visible = true;
   form.NextCmd.OnClick = Handler([this] {
     form.CloseEnabled = true;
     WindowOf(form).close();
