@@ -1,8 +1,6 @@
 // The serial port layer: the driver's verbs that it calls, its results and its source texts.
 #include "link/modCOMM.h"
 
-#include <gtest/gtest.h>
-
 #include "support/Harness.h"
 
 namespace vk32 {
@@ -17,10 +15,9 @@ const Bytes Odd("\0\xFF\x11\0\n", 5);  // whatever a byte may be
 /// COM32 has an open end.
 struct Line : Harness {
   Line() { driver.Plug("COM32", nullptr); }
-  std::string Error() const {
-    std::string text;
-    app.comm.CommGetError(text);
-    return text;
+  std::string Error() {
+    app.comm.CommGetError(data);
+    return data;
   }
   Bytes data;
 };
@@ -37,12 +34,9 @@ const Operation Write = [](Line& l) { return l.app.comm.CommWrite(Port, Odd); };
 TEST(modCOMM, CallsTheDriverStepByStep) {
   Line line;
   for (const Operation operation : {Open, Set, SetNoXon, Flush, Close, Close}) EXPECT_EQ(operation(line), 0);
-  const std::string calls =
-      "Open \\\\.\\COM32|SetupQueues 1024 1024|Purge 15|SetTimeouts 4294967295 0 1000 1000 0|"
-      "GetState|BuildState baud=19200 parity=N data=8 stop=1|SetState 19200 NOXON|"  // CommOpen
-      "GetState|BuildState baud=19200 parity=N data=8 stop=1|SetState 19200 XON|"    // CommSet
-      "GetState|BuildState baud=19200 parity=N data=8 stop=1|SetState 19200 NOXON|"  // CommSetNOXON
-      "Purge 15|Close";                                                              // once: it is closed already
+  const std::string open = "Open \\\\.\\COM32|SetupQueues 1024 1024|Purge 15|SetTimeouts 4294967295 0 1000 1000 0|";
+  const std::string set = "GetState|BuildState baud=19200 parity=N data=8 stop=1|SetState 19200 ";
+  const std::string calls = open + set + "NOXON|" + set + "XON|" + set + "NOXON|Purge 15|Close";  // closed only once
   EXPECT_EQ(line.driver.calls, Split(calls, '|'));
   EXPECT_EQ(line.driver.state.XonChar * 100 + line.driver.state.XoffChar, 1719);
   EXPECT_EQ(line.Error(), "Error (0):  - ");  // no success leaves a trace
@@ -89,7 +83,7 @@ TEST(modCOMM, TellsWhichStepFailed) {
   }
 }
 
-TEST(modCOMM, ReadsWhatWaitsAndNoMore) {
+TEST(modCOMM, ReadsWhatWaitsAndLetsEventsRunMeanwhile) {
   Line line;
   Open(line);
   line.driver.input = Odd + Bytes(2000, 'x');
@@ -101,11 +95,7 @@ TEST(modCOMM, ReadsWhatWaitsAndNoMore) {
   }
   EXPECT_EQ(all, Odd + Bytes(2000, 'x'));
   EXPECT_EQ(line.data, "");
-}
 
-TEST(modCOMM, LetsEventsRunWhileItReadsAndWrites) {
-  Line line;
-  Open(line);
   const auto during = [&](Operation operation) {
     const int before = line.loop.Passes();
     operation(line);
