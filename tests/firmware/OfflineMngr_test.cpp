@@ -9,7 +9,6 @@ using namespace std::chrono_literals;
 
 const std::string Menu =
     "\r\n\r\nMain Menu\r\n\r\n  1. Show Firmware Version\r\n  2. Write New Firmware\r\n  3. Restart\r\n\r\nSelection: ";
-const std::string Question = "\r\nErase the system code? ";
 /// The terminal is open, on a line to that device.
 struct Terminal : Harness {
   Terminal(const std::string& product, FakeDevice& device) {
@@ -30,34 +29,29 @@ struct Terminal : Harness {
 };
 
 TEST(OfflineMngr, ShowsWhatTheDeviceSays) {
-  // What is read, with a bar between the reads, and what shows.
-  const std::pair<Bytes, Bytes> rows[] = {{"ab", "ab"},
-                                          {"ab|\b", "a"},
-                                          {"ab|\b \b", "a"},
-                                          {"ab|\b| \b", "a"},
-                                          {"ab|\b\bxy", "xy"},
-                                          {"a\bb", "b"},
-                                          {"ab|c\b\bd", "ad"},
-                                          {"\b\b\b|a", "a"},
-                                          {"a\r\nb\n\rc\nd\re", "a\r\nb\r\nc\r\nde"},
-                                          {"a\n|\bb", "ab"},
-                                          {Bytes("\0\xFF", 2), Bytes("\0\xFF", 2)}};
-  for (const auto& [reads, text] : rows) {
+  // What is read, with a bar between the reads, and what shows then.
+  const Bytes any("\0\xFF=\0\xFF", 5), lines = "a\r\nb\n\rc\nd\re=a\r\nb\r\nc\r\nde";
+  for (const Bytes& row :
+       {Bytes("ab=ab"), Bytes("ab|\b=a"), Bytes("ab|\b \b=a"), Bytes("ab|\b| \b=a"), Bytes("ab|\b\bxy=xy"),
+        Bytes("a\bb=b"), Bytes("ab|c\b\bd=ad"), Bytes("\b\b\b|a=a"), Bytes("a\n|\bb=ab"), lines, any}) {
+    const Bytes reads = Split(row, '=')[0];
     ScriptedDevice device;
     std::vector<ScriptedDevice::Reply> replies;
     for (const Bytes& read : Split(reads, '|')) replies.push_back({20ms * replies.size(), read});
     device.On("\r", replies);
-    EXPECT_EQ(Terminal("RB2000", device).Text(), text) << ToHex(reads);
+    EXPECT_EQ(Terminal("RB2000", device).Text(), Split(row, '=')[1]) << ToHex(reads);
   }
 }
 
 TEST(OfflineMngr, KeysGoToTheDeviceAndOnlyItsEchoShows) {
+  const std::string question = "\r\nErase the system code? ", ask = "2" + question,
+                    version = "1\r\nVersion 2.14" + Menu;
   const std::pair<Bytes, std::string> rows[] = {{"x\b\b", ""},
                                                 {"\r", Menu},
-                                                {"1\r\r", "1\r\nVersion 2.14" + Menu + Menu},
-                                                {"2x\r", "2" + Question + "x" + Question},
-                                                {"2No\rx", "2" + Question + "N" + Menu + "x"},
-                                                {"2YES\r", "2" + Question + "Y\r\nErasing "},
+                                                {"1\r\r", version + Menu},
+                                                {"2x\r", ask + "x" + question},
+                                                {"2No\rx", ask + "N" + Menu + "x"},
+                                                {"2YES\r", ask + "Y\r\nErasing "},
                                                 {"3x", "3\r\nRestarting\r\n"},
                                                 {"TEE", "TEE"}};
   for (const auto& [keys, shown] : rows) {
@@ -106,11 +100,9 @@ TEST(OfflineMngr, AFileGoesAsTextInThePiecesOfTheProductOrByXmodem) {
 TEST(OfflineMngr, ADeclinedQuestionAndACancelledDialogSendNothing) {
   ScriptedDevice device;
   Terminal h("RB2000", device);
-  const std::pair<const char*, const char*> rows[] = {{"answer no", "Has this been done?"},
-                                                      {"answer yes\nfile cancel", "cancelled"},
-                                                      {"answer yes\nfile /x", "can't be read"}};
-  for (const auto& [answers, told] : rows) {
-    EXPECT_NE(h.Do(std::string(answers) + "\nclick OfflineMngr.SendFirmwareCmd").find(told), Bytes::npos);
+  for (const std::string row : {"no=Has this been done?", "yes\nfile cancel=cancelled", "yes\nfile /x=can't be read"}) {
+    const std::string told = h.Do("answer " + Split(row, '=')[0] + "\nclick OfflineMngr.SendFirmwareCmd");
+    EXPECT_NE(told.find(Split(row, '=')[1]), Bytes::npos) << told;
   }
   EXPECT_EQ(h.driver.written, "\r");
   EXPECT_EQ(h.Get("OfflineMngr.tmrTime.Enabled"), "True");

@@ -21,17 +21,13 @@ std::string Until(Device& device, Time moment) {
 
 TEST(Recovery, WaysOut) {
   // The keys, 1 s after the call; whether the button is pressed and the device answers as ever, so long after the keys.
-  const std::tuple<Bytes, bool, bool, Time> rows[] = {
-      {"", false, false, 8999ms},
-      {"", false, true, 9001ms},
-      {"2", false, true, 10001ms},
-      {"3", false, false, 999ms},
-      {"3", false, true, 1001ms},
-      {Leave, false, true, 0ms},
-      {"", true, true, 0ms},
-      {"2y", true, true, 4s},
-      {Leave + FromHex("A5 FB"), false, false, 13499ms},  // of the exchange, once it was ready
-      {Leave + FromHex("A5 FB"), false, true, 13501ms}};
+  // The last two are of the exchange, once it was ready.
+  const Bytes begun = Leave + FromHex("A5 FB");
+  const std::tuple<Bytes, bool, bool, Time> rows[] = {{"", false, false, 8999ms},     {"", false, true, 9001ms},
+                                                      {"2", false, true, 10001ms},    {"3", false, false, 999ms},
+                                                      {"3", false, true, 1001ms},     {Leave, false, true, 0ms},
+                                                      {"", true, true, 0ms},          {"2y", true, true, 4s},
+                                                      {begun, false, false, 13499ms}, {begun, false, true, 13501ms}};
   for (const auto& [keys, button, left, after] : rows) {
     Device device({}, "VK-RTX-DF1");
     device.Hear(Escape, 1s);

@@ -8,14 +8,11 @@
 #include "link/VKComSubs.h"
 
 namespace vk32 {
-namespace {
 
 template <class... Numbers>
-std::string Words(const char* verb, Numbers... arguments) {
+static std::string Words(const char* verb, Numbers... arguments) {
   return (verb + ... + (" " + std::to_string(arguments)));
 }
-
-}  // namespace
 
 void ScriptedDevice::FromHost(std::string_view bytes, Time now) {
   for (const char byte : bytes) {
@@ -79,11 +76,6 @@ bool FakeSerialDriver::Purge(Handle handle, std::uint32_t flags) {
 bool FakeSerialDriver::SetTimeouts(Handle handle, const CommTimeouts& t) {
   return Call(handle, Words("SetTimeouts", t.ReadIntervalTimeout, t.ReadTotalTimeoutMultiplier,
                             t.ReadTotalTimeoutConstant, t.WriteTotalTimeoutMultiplier, t.WriteTotalTimeoutConstant));
-}
-
-bool FakeSerialDriver::GetState(Handle handle, DeviceControlBlock& dcb) {
-  dcb = state;
-  return Call(handle, "GetState");
 }
 
 bool FakeSerialDriver::BuildState(std::string_view settings, DeviceControlBlock& dcb) {

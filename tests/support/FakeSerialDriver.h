@@ -109,7 +109,7 @@ class FakeSerialDriver : public SerialDriver, public Outside {
   bool SetupQueues(Handle handle, std::uint32_t inQueue, std::uint32_t outQueue) override;
   bool Purge(Handle handle, std::uint32_t flags) override;
   bool SetTimeouts(Handle handle, const CommTimeouts& timeouts) override;
-  bool GetState(Handle handle, DeviceControlBlock& dcb) override;
+  bool GetState(Handle handle, DeviceControlBlock& dcb) override { return dcb = state, Call(handle, "GetState"); }
   bool BuildState(std::string_view settings, DeviceControlBlock& dcb) override;
   bool SetState(Handle handle, const DeviceControlBlock& dcb) override;
   bool ClearError(Handle handle, std::uint32_t& errors, CommStatus& status) override;
