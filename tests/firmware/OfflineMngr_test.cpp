@@ -44,11 +44,10 @@ TEST(OfflineMngr, ShowsWhatTheDeviceSays) {
 }
 
 TEST(OfflineMngr, KeysGoToTheDeviceAndOnlyItsEchoShows) {
-  const std::string question = "\r\nErase the system code? ", ask = "2" + question,
-                    version = "1\r\nVersion 2.14" + Menu;
+  const std::string question = "\r\nErase the system code? ", ask = "2" + question;
   const std::pair<Bytes, std::string> rows[] = {{"x\b\b", ""},
                                                 {"\r", Menu},
-                                                {"1\r\r", version + Menu},
+                                                {"1\r\r", "1\r\nVersion 2.14" + Menu + Menu},
                                                 {"2x\r", ask + "x" + question},
                                                 {"2No\rx", ask + "N" + Menu + "x"},
                                                 {"2YES\r", ask + "Y\r\nErasing "},
