@@ -1,8 +1,6 @@
 // The moving of a whole parameter set to and from a device, byte by byte.
 #include "core/ConfigMod.h"
 
-#include <gtest/gtest.h>
-
 #include <algorithm>
 
 #include "core/TestWizard.h"
@@ -85,20 +83,16 @@ TEST(ConfigMod, AnImageIsReadAsItComes) {
   // Each of the three reads has its own time.
   const Message request{"TEE", {{2990ms, Mid(good, 1, 5)}, {5980ms, Mid(good, 6, 10)}, {8970ms, Mid(good, 16)}}};
   Check("RB2000", ReadImage, {request, {AckByte, {}}}, taken + "8970 ms");
-  const struct {
-    Bytes reply;
-    bool acknowledged;
-    std::string told;
-  } rows[] = {{"XR" + good.substr(2), false, Left + "0 ms"},
-              {"Tr" + good.substr(2), false, Left + "0 ms"},
-              {Mid(good, 1, 18), true, "setup RB (port open)\nregisters 01 02 79 7A\nTrue\n3000 ms"},  // two bytes lack
-              {Mid(good, 1, 9), true, "setup RB (port open)\n" + Left + "6000 ms"},
-              {ImageReply(10, "\1\2\3\4" + Bytes(510, '\1')), true, taken + "0 ms"},  // all registers that there are
-              {ImageReply(10, Bytes(516, '\1')), true, TimeOutBox("RB2000") + Left + "0 ms"}};
+  const std::tuple<Bytes, bool, std::string> rows[] = {
+      {"XR" + good.substr(2), false, Left + "0 ms"},
+      {"Tr" + good.substr(2), false, Left + "0 ms"},
+      {Mid(good, 1, 18), true, "setup RB (port open)\nregisters 01 02 79 7A\nTrue\n3000 ms"},  // two bytes lack
+      {Mid(good, 1, 9), true, "setup RB (port open)\n" + Left + "6000 ms"},
+      {ImageReply(10, "\1\2\3\4" + Bytes(510, '\1')), true, taken + "0 ms"},  // all registers that there are
+      {ImageReply(10, Bytes(516, '\1')), true, TimeOutBox("RB2000") + Left + "0 ms"}};
   for (const auto& [reply, acknowledged, told] : rows) {
-    std::vector<Message> messages{{"TEE", {{0ms, reply}}}, {AckByte, {}}};
-    messages.resize(acknowledged ? 2 : 1);
-    Check("RB2000", ReadImage, messages, told);
+    const Message asked{"TEE", {{0ms, reply}}};
+    Check("RB2000", ReadImage, acknowledged ? std::vector{asked, {AckByte, {}}} : std::vector{asked}, told);
   }
 }
 

@@ -12,8 +12,7 @@
 
 namespace vk32 {
 
-class TestWizard : public ConfigurationForm {
- public:
+struct TestWizard : ConfigurationForm {
   using Operation = bool (*)(Conversation&, TestWizard&);
 
   TestWizard(App& app_, ScriptScreen& screen_)
@@ -28,9 +27,6 @@ class TestWizard : public ConfigurationForm {
   void Parameter_Setup_RB() override { Note("setup RB"); }
   std::string ModelTag() const override { return "Tag"; }
 
-  Operation operation = nullptr;
-
- private:
   void Record(RecordFile&, std::string&, std::string&) override {}
   void GoCmd_Click() {
     const auto conversation = Conversation::Begin(app, *this, {"The test", "Wait."});
@@ -39,8 +35,7 @@ class TestWizard : public ConfigurationForm {
 
   App& app;
   ScriptScreen& screen;
-
- public:
+  Operation operation = nullptr;
   CommandButton GoCmd{*this, "GoCmd", {}, "", &TestWizard::GoCmd_Click};
   Timer TimeOutTmr{*this, "TimeOutTmr", 5000, true, [this] { SetTimeOutFlag(app, *this); }};
 };

@@ -1,6 +1,4 @@
 // The device information of the VK5300 and the VK-RTX.
-#include <gtest/gtest.h>
-
 #include "deviceinfo/DeviceInfo.h"
 #include "support/Harness.h"
 
@@ -30,34 +28,28 @@ TEST(DeviceInfo, ShowsWhatTheDeviceSaysOfItself) {
   const std::string box = "box critical \"Error!\" \"A timeout or error has occured while communicating to the ";
   const std::string all = "A5 DD DD DD DD DD";
   // A text ends by a pause of 50 ms, or when it is as long as can be; it may hold any byte.
-  const sim::InfoTexts factory, odd{Bytes("a\0b\r\n\xFF", 6), "", "d"}, empty{"", "", ""},
+  const sim::InfoTexts factory, odd{Bytes("a\0b\r\n\xFF", 6), "", "d"},
       full{Bytes(256, 'm'), Bytes(16, 'v'), Bytes(32, 'd')};
-  const struct {
-    const char* kind;
-    sim::Misbehaviour how;
-    sim::InfoTexts texts;
-    std::string seen, sent;
-    Time lasts;
-  } rows[] = {{"VK5300", {}, factory, identity + "VK5300 Ethernet to DH+|Version 2.14|March 3 2019|", all, 150ms},
-              {"VK5300", {}, odd, identity + odd.model + "||d|", all, 150ms},
-              {"VK5300", {}, empty, identity + "|||", all, 150ms},
-              {"VK5300", {}, full, identity + full.model + "|" + full.version + "|" + full.date + "|", all, 0ms},
-              {"VK5300", {.infoPieces = 2}, factory, identity + "|||", all, 150ms},
-              {"VK5300", {.infoPieces = 1}, factory, box + "VK5300\" -> OK\n", all, 200ms},
-              {"VK5300", {.silent = true}, factory, box + "VK5300\" -> OK\n", "A5 DD", 2000ms},
-              {"RTX", {}, factory, identity + "|||Ethernet firmware 3.2 DF1 1.4 Modbus 1.1   ", "A5 DD A5 A5", 0ms},
-              {"RTX", {.badChecksum = true}, factory, box + "VK-RTX\" -> OK\n", "A5 DD", 0ms},
-              {"RTX", {.shortBy = 1}, factory, box + "VK-RTX\" -> OK\n", "A5 DD", 2000ms}};
-  for (const auto& row : rows) {
-    const bool rtx = row.kind == std::string("RTX");
-    GatewayDevice device(rtx ? "VK-RTX-Modbus" : row.kind, row.how);
-    device.gateway.infoTexts = row.texts;
+  const std::tuple<std::string, sim::Misbehaviour, sim::InfoTexts, std::string, std::string, Time> rows[] = {
+      {"VK5300", {}, factory, identity + "VK5300 Ethernet to DH+|Version 2.14|March 3 2019|", all, 150ms},
+      {"VK5300", {}, odd, identity + odd.model + "||d|", all, 150ms},
+      {"VK5300", {}, full, identity + full.model + "|" + full.version + "|" + full.date + "|", all, 0ms},
+      {"VK5300", {.infoPieces = 2}, factory, identity + "|||", all, 150ms},
+      {"VK5300", {.infoPieces = 1}, factory, box + "VK5300\" -> OK\n", all, 200ms},
+      {"VK5300", {.silent = true}, factory, box + "VK5300\" -> OK\n", "A5 DD", 2000ms},
+      {"RTX", {}, factory, identity + "|||Ethernet firmware 3.2 DF1 1.4 Modbus 1.1   ", "A5 DD A5 A5", 0ms},
+      {"RTX", {.badChecksum = true}, factory, box + "VK-RTX\" -> OK\n", "A5 DD", 0ms},
+      {"RTX", {.shortBy = 1}, factory, box + "VK-RTX\" -> OK\n", "A5 DD", 2000ms}};
+  for (const auto& [kind, how, texts, seen, sent, lasts] : rows) {
+    const bool rtx = kind == "RTX";
+    GatewayDevice device(rtx ? "VK-RTX-Modbus" : kind, how);
+    device.gateway.infoTexts = texts;
     Harness h;
     h.GoTo(rtx ? "VKRTXCmd\nclick MainMenu.ABEthModbusModelCmd" : "VK5300Cmd", &device);
     h.Elapsed();
-    EXPECT_EQ(Open(h), row.seen);
-    EXPECT_EQ(h.Elapsed(), row.lasts) << row.seen;
-    EXPECT_EQ(ToHex(h.driver.written), row.sent);
+    EXPECT_EQ(Open(h), seen);
+    EXPECT_EQ(h.Elapsed(), lasts) << seen;
+    EXPECT_EQ(ToHex(h.driver.written), sent);
     EXPECT_FALSE(h.app.comm.IsOpen(3));
     h.Do("click DeviceInfo.CloseCmd");
     EXPECT_EQ(h.Do("forms"), "form ProductMenu visible\n");

@@ -1,6 +1,4 @@
 // The firmware wizard and its exchange, in virtual time.
-#include <gtest/gtest.h>
-
 #include <filesystem>
 
 #include "support/Harness.h"
@@ -11,7 +9,6 @@ namespace {
 using namespace std::chrono_literals;
 
 const Bytes Probe = "\x1B", Erase = FromHex("A5 FB"), Leave = FromHex("A5 A5");
-const std::string Done = "Firmware has been successfully installed.";
 const std::string Failed = "An error has occured while installing firmware.";
 
 /// The wizard is open, on a line to that device.
@@ -22,8 +19,7 @@ struct Wizard : Harness {
   }
   /// To the page that confirms a file of so many bytes.
   void Choose(std::size_t size) {
-    content = ":" + Bytes(size - 1, 'x');
-    file.Fill(content);
+    file.Fill(content = ":" + Bytes(size - 1, 'x'));
     Do("type Firmware.FirmFileTxt " + file.Path() + "\nclick Firmware.NextCmd");
     Elapsed();
   }
@@ -36,8 +32,7 @@ struct Wizard : Harness {
 TEST(Firmware, ChecksTheFileInOrder) {
   GatewayDevice device("VK-RTX-Modbus");
   Wizard h(device);
-  TemporaryFile wrong("wrong.rom");
-  wrong.Fill("x:");
+  const TemporaryFile wrong("wrong.rom", "x:");
   const std::pair<std::string, std::string> rows[] = {
       {"", "box information \"VK32\" \"Must select a firmware file to continue."},
       {h.file.Path(), "box information \"VK32\" \"File does not exist."},
@@ -57,24 +52,21 @@ TEST(Firmware, ChecksTheFileInOrder) {
 
 TEST(Firmware, TheProbeWantsTheWholeBannerInASecondAndErasesNothingOnceItWasLeft) {
   const Bytes banner = "OFFLINE MANAGER" + Bytes(325, ' ');
-  const struct {
-    ScriptedDevice::Reply reply;
-    Time lasts;
-    std::string meanwhile;
-  } rows[] = {{{10ms, banner.substr(1)}, 1000ms, ""},
-              {{1001ms, banner}, 1000ms, ""},
-              {{0ms, Bytes(340, 'x')}, 0ms, ""},
-              {{900ms, banner}, 700ms, "after 700 click Firmware.CancelCmd"},
-              {{900ms, banner}, 700ms, "after 700 click Firmware.BackCmd"}};
-  for (const auto& row : rows) {
+  const std::tuple<ScriptedDevice::Reply, Time, std::string> rows[] = {
+      {{10ms, banner.substr(1)}, 1000ms, ""},
+      {{1001ms, banner}, 1000ms, ""},
+      {{0ms, Bytes(340, 'x')}, 0ms, ""},
+      {{900ms, banner}, 700ms, "after 700 click Firmware.CancelCmd"},
+      {{900ms, banner}, 700ms, "after 700 click Firmware.BackCmd"}};
+  for (const auto& [reply, lasts, meanwhile] : rows) {
     ScriptedDevice device;
-    device.On(Probe, {row.reply});
+    device.On(Probe, {reply});
     Wizard h(device);
     h.Choose(10);
-    h.Do(row.meanwhile);
-    EXPECT_EQ(h.Next().find("Press the Configuration Button on the VK-RTX") == Bytes::npos, !row.meanwhile.empty());
+    h.Do(meanwhile);
+    EXPECT_EQ(h.Next().find("Press the Configuration Button on the VK-RTX") == Bytes::npos, !meanwhile.empty());
     EXPECT_EQ(h.driver.written, Probe);
-    EXPECT_EQ(h.Elapsed(), row.lasts);
+    EXPECT_EQ(h.Elapsed(), lasts);
   }
 }
 
@@ -86,7 +78,6 @@ TEST(Firmware, ErasesAndStreamsInPieces) {
     Time lasts;
     bool streamed = true, installed = true;
   } rows[] = {{1, {}, {}, 4500ms},
-              {4095, {}, {}, 4500ms},
               {4096, {}, {}, 4700ms},  // held while it burns a part
               {10240, {}, {}, 4900ms},
               {10241, {}, {}, 4900ms},
@@ -109,7 +100,8 @@ TEST(Firmware, ErasesAndStreamsInPieces) {
     EXPECT_EQ(std::count(h.driver.calls.begin(), h.driver.calls.end(), "Write 10240"), row.size / 10240);
     EXPECT_FALSE(h.app.comm.IsOpen(3) || device.gateway.NextDue());
     EXPECT_EQ(device.gateway.Firmware(), row.streamed ? h.content : "");
-    EXPECT_EQ(h.Get("Firmware.ProgressInfoLbl.Caption"), row.installed ? Done : Failed);
+    EXPECT_EQ(h.Get("Firmware.ProgressInfoLbl.Caption"),
+              row.installed ? "Firmware has been successfully installed." : Failed);
     EXPECT_EQ(h.Get("Firmware.ProgressBar.Value") + h.Get("Firmware.CancelCmd.Shown"), "1000False");
   }
 }
@@ -124,19 +116,15 @@ TEST(Firmware, WhatBreaksItOffLeavesTheDeviceAllTheSame) {
     h.Choose(30000);
     const auto words = Split(how);
     if (words.size() == 2) h.Do("answer " + words[1] + "\nafter " + words[0] + " click Firmware.CancelCmd");
-    h.loop.StartTimer(15ms, [&] {
-      if (how == "vanishes") std::filesystem::remove(h.file.Path());
-      if (how == "shrinks") h.file.Fill(":short");
-    });
+    if (how == "vanishes") h.loop.StartTimer(15ms, [&] { std::filesystem::remove(h.file.Path()); });
+    if (how == "shrinks") h.loop.StartTimer(15ms, [&] { h.file.Fill(":short"); });
     EXPECT_EQ(h.Next().starts_with(box), words.size() == 2);
     EXPECT_TRUE(h.driver.written.ends_with(Leave));
     EXPECT_EQ(device.gateway.Firmware() == h.content, how == "50 no");
     EXPECT_EQ(device.gateway.NextDue().has_value(), how == "3700 yes");  // in a file it is taken for more of it
     EXPECT_FALSE(h.app.comm.IsOpen(3));
-    EXPECT_EQ(h.app.forms.Find("Firmware") == nullptr, how.ends_with("yes"));
-    if (words.size() == 1) {
-      EXPECT_EQ(h.Get("Firmware.ProgressInfoLbl.Caption"), Failed);
-    }
+    EXPECT_EQ(!h.app.forms.Find("Firmware"), how.ends_with("yes"));
+    EXPECT_TRUE(words.size() == 2 || h.Get("Firmware.ProgressInfoLbl.Caption") == Failed);
   }
 }
 

@@ -1,6 +1,4 @@
 // The recovery terminal and the Xmodem sender, in virtual time.
-#include <gtest/gtest.h>
-
 #include "script/Quoting.h"
 #include "support/Harness.h"
 
@@ -11,19 +9,18 @@ using namespace std::chrono_literals;
 
 const std::string Menu =
     "\r\n\r\nMain Menu\r\n\r\n  1. Show Firmware Version\r\n  2. Write New Firmware\r\n  3. Restart\r\n\r\nSelection: ";
-const std::string Question = "\r\nErase the system code? ";
 /// The terminal is open, on a line to that device.
 struct Terminal : Harness {
   Terminal(const std::string& product, FakeDevice& device) {
     const bool rtx = product == "VK-RTX";
     GoTo(rtx ? "VKRTXCmd\nclick MainMenu.ABEthModbusModelCmd" : product + "Cmd", &device);
     Do("click ProductMenu.OfflineCmd\nwait 200");
-    driver.calls.clear();
-    driver.written.clear();
   }
   std::string Text() { return Get("OfflineMngr.Term.Text"); }
   std::string Send(const std::string& answers, const Bytes& content) {
     file.Fill(content);
+    driver.calls.clear();
+    driver.written.clear();
     Elapsed();
     return Do(answers + "\nfile " + file.Path() + "\nclick OfflineMngr.SendFirmwareCmd");
   }
@@ -32,35 +29,35 @@ struct Terminal : Harness {
 };
 
 TEST(OfflineMngr, ShowsWhatTheDeviceSays) {
-  const std::pair<Bytes, Bytes> rows[] = {{"ab", "ab"},  // reads, with a bar between them
-                                          {"ab|\b", "a"},     {"ab|\b \b", "a"},
-                                          {"ab|\b| \b", "a"}, {"ab|\b\bxy", "xy"},
-                                          {"a\bb", "b"},      {"ab|c\b\bd", "ad"},
-                                          {"\b\b\b|a", "a"},  {"a\r\nb\n\rc\nd\re", "a\r\nb\r\nc\r\nde"},
-                                          {"a\n|\bb", "ab"},  {Bytes("\0\xFF", 2), Bytes("\0\xFF", 2)}};
-  for (const auto& [reads, text] : rows) {
+  // What is read, with a bar between the reads, and what shows then.
+  const Bytes any("\0\xFF=\0\xFF", 5), lines = "a\r\nb\n\rc\nd\re=a\r\nb\r\nc\r\nde";
+  for (const Bytes& row :
+       {Bytes("ab=ab"), Bytes("ab|\b=a"), Bytes("ab|\b \b=a"), Bytes("ab|\b| \b=a"), Bytes("ab|\b\bxy=xy"),
+        Bytes("a\bb=b"), Bytes("ab|c\b\bd=ad"), Bytes("\b\b\b|a=a"), Bytes("a\n|\bb=ab"), lines, any}) {
+    const Bytes reads = Split(row, '=')[0];
     ScriptedDevice device;
     std::vector<ScriptedDevice::Reply> replies;
     for (const Bytes& read : Split(reads, '|')) replies.push_back({20ms * replies.size(), read});
     device.On("\r", replies);
-    EXPECT_EQ(Terminal("RB2000", device).Text(), text) << ToHex(reads);
+    EXPECT_EQ(Terminal("RB2000", device).Text(), Split(row, '=')[1]) << ToHex(reads);
   }
 }
 
 TEST(OfflineMngr, KeysGoToTheDeviceAndOnlyItsEchoShows) {
+  const std::string question = "\r\nErase the system code? ", ask = "2" + question;
   const std::pair<Bytes, std::string> rows[] = {{"x\b\b", ""},
                                                 {"\r", Menu},
                                                 {"1\r\r", "1\r\nVersion 2.14" + Menu + Menu},
-                                                {"2x\r", "2" + Question + "x" + Question},
-                                                {"2No\rx", "2" + Question + "N" + Menu + "x"},
-                                                {"2YES\r", "2" + Question + "Y\r\nErasing "},
+                                                {"2x\r", ask + "x" + question},
+                                                {"2No\rx", ask + "N" + Menu + "x"},
+                                                {"2YES\r", ask + "Y\r\nErasing "},
                                                 {"3x", "3\r\nRestarting\r\n"},
                                                 {"TEE", "TEE"}};
   for (const auto& [keys, shown] : rows) {
     GatewayDevice device("RB2000");
     Terminal h("RB2000", device);
     h.Do("keys OfflineMngr.Term " + Quote(keys) + "\nwait 100");
-    EXPECT_EQ(h.driver.written, keys);
+    EXPECT_EQ(h.driver.written, "\r" + keys);
     EXPECT_EQ(h.Text(), keys[0] == 'x' ? Menu.substr(0, Menu.size() - 1) : Menu + shown);
   }
 }
@@ -70,35 +67,30 @@ TEST(OfflineMngr, AFileGoesAsTextInThePiecesOfTheProductOrByXmodem) {
   for (int i = 0; i < 33000; ++i) varied += static_cast<char>(i * 7 + i / 256);
   const Bytes text = ":" + Bytes(999, 'f'), block = FromHex("01 01 FE") + Bytes(128, 'a') + '\x80';
   const Bytes rest = FromHex("01 02 FD 61") + Bytes(127, '\0') + 'a';
-  const struct {
-    const char *product, *kind, *xmodem;
-    Bytes content, sent;
-    std::string writes;
-    int naks = 0;
-  } rows[] = {{"RB2000", "RB2000", "", text, text, "Write 512|Write 488"},
-              {"VK5300", "VK5300", "no", text, text, "Write 512|Write 488"},
-              {"VK-RTX", "VK-RTX-DF1", "no", text, text, "Write 1000"},
-              {"VK5300", "VK5300", "yes", "", "\4", "Write 1"},
-              {"VK-RTX", "VK-RTX-DF1", "yes", Bytes(128, 'a'), block + "\4", "Write 132|Write 1"},
-              {"VK5300", "VK5300", "yes", Bytes(129, 'a'), block + block + rest + rest + "\4", "", 1},
-              {"VK5300", "VK5300", "yes", varied, "", ""}};
-  for (const auto& row : rows) {
-    SCOPED_TRACE(&row - rows);
-    const bool xmodem = row.xmodem == std::string("yes");
-    GatewayDevice device(row.kind, {.naks = row.naks});
-    Terminal h(row.product, device);
+  // The product, the answer to the question for Xmodem, the file, what is sent, and in which pieces.
+  const std::tuple<std::string, std::string, Bytes, Bytes, std::string> rows[] = {
+      {"RB2000", "", text, text, "Write 512|Write 488"},
+      {"VK5300", "no", text, text, "Write 512|Write 488"},
+      {"VK-RTX", "no", text, text, "Write 1000"},
+      {"VK5300", "yes", "", "\4", "Write 1"},
+      {"VK-RTX", "yes", Bytes(128, 'a'), block + "\4", "Write 132|Write 1"},
+      {"VK5300", "yes", Bytes(129, 'a'), block + block + rest + rest + "\4", ""},  // each is refused once
+      {"VK5300", "yes", varied, "", ""}};
+  for (const auto& [product, answer, content, sent, writes] : rows) {
+    SCOPED_TRACE(product + answer + writes);
+    const bool xmodem = answer == "yes";
+    GatewayDevice device(product == "VK-RTX" ? "VK-RTX-DF1" : product, {.naks = content.size() == 129 ? 1 : 0});
+    Terminal h(product, device);
     h.Do("keys OfflineMngr.Term 2y\nwait 3100");
-    h.driver.calls.clear();
-    h.driver.written.clear();
-    const std::string told = h.Send(std::string("answer yes\nanswer ") + row.xmodem, row.content);
-    EXPECT_EQ(told.find("Xmodem") != Bytes::npos, row.xmodem[0] != '\0');
+    const std::string told = h.Send("answer yes\nanswer " + answer, content);
+    EXPECT_EQ(told.find("Xmodem") == Bytes::npos, answer.empty());
     std::erase_if(h.driver.calls, [](const std::string& call) { return !call.starts_with("Write"); });
-    EXPECT_TRUE(row.writes.empty() || h.driver.calls == Split(row.writes, '|'));
-    EXPECT_TRUE(row.sent.empty() || h.driver.written == row.sent) << ToHex(h.driver.written);
+    EXPECT_TRUE(writes.empty() || h.driver.calls == Split(writes, '|'));
+    EXPECT_TRUE(sent.empty() || h.driver.written == sent) << ToHex(h.driver.written);
     EXPECT_EQ(h.Get("OfflineMngr.ProgressBar.Visible"), "False");
     EXPECT_TRUE(h.app.comm.IsOpen(3) && h.driver.state.fOutX != xmodem);
     h.Do("wait 2500");
-    const Bytes stored = row.content + Bytes(xmodem ? (128 - row.content.size() % 128) % 128 : 0, '\0');
+    const Bytes stored = content + Bytes(xmodem ? (128 - content.size() % 128) % 128 : 0, '\0');
     EXPECT_EQ(device.gateway.Firmware(), stored);
     EXPECT_TRUE(h.Text().ends_with("\r\nReceived " + std::to_string(stored.size()) + " bytes" + Menu));
   }
@@ -107,34 +99,31 @@ TEST(OfflineMngr, AFileGoesAsTextInThePiecesOfTheProductOrByXmodem) {
 TEST(OfflineMngr, ADeclinedQuestionAndACancelledDialogSendNothing) {
   ScriptedDevice device;
   Terminal h("RB2000", device);
-  const std::pair<const char*, const char*> rows[] = {{"answer no", "Has this been done?"},
-                                                      {"answer yes\nfile cancel", "cancelled"},
-                                                      {"answer yes\nfile /x", "can't be read"}};
-  for (const auto& [answers, told] : rows) {
-    EXPECT_NE(h.Do(std::string(answers) + "\nclick OfflineMngr.SendFirmwareCmd").find(told), Bytes::npos);
+  for (const std::string row : {"no=Has this been done?", "yes\nfile cancel=cancelled", "yes\nfile /x=can't be read"}) {
+    const std::string told = h.Do("answer " + Split(row, '=')[0] + "\nclick OfflineMngr.SendFirmwareCmd");
+    EXPECT_NE(told.find(Split(row, '=')[1]), Bytes::npos) << told;
   }
-  EXPECT_EQ(h.driver.written, "");
+  EXPECT_EQ(h.driver.written, "\r");
   EXPECT_EQ(h.Get("OfflineMngr.tmrTime.Enabled"), "True");
 }
 
 TEST(OfflineMngr, XmodemFailures) {
   const Bytes block = "\1\1\xFEx" + Bytes(127, '\0') + "x";
-  const struct {
-    Bytes first, answer, end;  // first: 1 ms behind the click, the others behind what they answer
-    Time lasts;
-    bool closed;
-  } rows[] = {{"", "", "", 60000ms, true},        {"C", "", "", 1ms, true},        {"\x15", "", "", 5001ms, true},
-              {"\x15", "\x18", "", 2ms, true},    {"\x15", "\xFF", "", 2ms, true}, {"\x15", "\x06", "\x15", 3ms, false},
-              {"\x15", "\x06", "", 5002ms, false}};
-  for (const auto& row : rows) {
+  // What the device says 1 ms behind the click, the block and the end; how long it takes, and whether it closes the
+  // port.
+  const std::tuple<Bytes, Bytes, Bytes, Time, bool> rows[] = {
+      {"", "", "", 60000ms, true},        {"C", "", "", 1ms, true},        {"\x15", "", "", 5001ms, true},
+      {"\x15", "\x18", "", 2ms, true},    {"\x15", "\xFF", "", 2ms, true}, {"\x15", "\x06", "\x15", 3ms, false},
+      {"\x15", "\x06", "", 5002ms, false}};
+  for (const auto& [first, answer, end, lasts, closed] : rows) {
     ScriptedDevice device;
-    device.On("\r").On(block, {{1ms, row.answer}}).On("\4", {{1ms, row.end}});
+    device.On("\r").On(block, {{1ms, answer}}).On("\4", {{1ms, end}});
     Terminal h("VK5300", device);
-    h.loop.StartTimer(1ms, [&] { h.driver.input += row.first; });
+    h.loop.StartTimer(1ms, [&h, &first] { h.driver.input += first; });
     h.Send("answer yes\nanswer yes", "x");
-    EXPECT_EQ(h.Elapsed(), row.lasts);
-    EXPECT_EQ(h.app.comm.IsOpen(3), !row.closed);
-    EXPECT_EQ(h.Get("OfflineMngr.ProgressBar.Visible"), row.closed ? "True" : "False");
+    EXPECT_EQ(h.Elapsed(), lasts);
+    EXPECT_EQ(h.app.comm.IsOpen(3), !closed);
+    EXPECT_EQ(h.Get("OfflineMngr.ProgressBar.Visible"), closed ? "True" : "False");
   }
   ScriptedDevice silent;
   Terminal h("VK5300", silent);

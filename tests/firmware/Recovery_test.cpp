@@ -1,6 +1,4 @@
 // The recovery mode of the simulated gateways, where the program's own tools don't go.
-#include <gtest/gtest.h>
-
 #include "sim/Device.h"
 #include "support/Harness.h"
 
@@ -22,27 +20,21 @@ std::string Until(Device& device, Time moment) {
 }
 
 TEST(Recovery, WaysOut) {
-  const struct {
-    Bytes keys;
-    bool button, left;
-    Time after;                            // and then it answers as ever, or does not
-  } rows[] = {{"", false, false, 8999ms},  // since the call at 1 s
-              {"", false, true, 9001ms},
-              {"2", false, true, 10001ms},
-              {"3", false, false, 999ms},
-              {"3", false, true, 1001ms},
-              {Leave, false, true, 0ms},
-              {"", true, true, 0ms},
-              {"2y", true, true, 4s},
-              {Leave + FromHex("A5 FB"), false, false, 13499ms},  // of the exchange, once it was ready
-              {Leave + FromHex("A5 FB"), false, true, 13501ms}};
-  for (const auto& row : rows) {
+  // The keys, 1 s after the call; whether the button is pressed and the device answers as ever, so long after the keys.
+  // The last two are of the exchange, once it was ready.
+  const Bytes begun = Leave + FromHex("A5 FB");
+  const std::tuple<Bytes, bool, bool, Time> rows[] = {{"", false, false, 8999ms},     {"", false, true, 9001ms},
+                                                      {"2", false, true, 10001ms},    {"3", false, false, 999ms},
+                                                      {"3", false, true, 1001ms},     {Leave, false, true, 0ms},
+                                                      {"", true, true, 0ms},          {"2y", true, true, 4s},
+                                                      {begun, false, false, 13499ms}, {begun, false, true, 13501ms}};
+  for (const auto& [keys, button, left, after] : rows) {
     Device device({}, "VK-RTX-DF1");
     device.Hear(Escape, 1s);
-    device.Hear(row.keys, 2s);
-    Until(device, 2s + row.after);
-    if (row.button) device.gateway.PressConfigure();
-    EXPECT_EQ(device.Hear(FromHex("A5 DD"), 2s + row.after).size() == 285, row.left) << &row - rows;
+    device.Hear(keys, 2s);
+    Until(device, 2s + after);
+    if (button) device.gateway.PressConfigure();
+    EXPECT_EQ(device.Hear(FromHex("A5 DD"), 2s + after).size() == 285, left) << ToHex(keys) << after / 1ms;
   }
 }
 
@@ -61,27 +53,24 @@ TEST(Recovery, TakesAFile) {
               c = "\1\3\xFC" + a.substr(3);
   const Bytes sumOfFour = FromHex("01 01 FE") + Bytes(127, '\0') + "\4\4";  // its last byte is no end of the transfer
   const Bytes hostile = ":\r\n" + FromHex("00 A5 A5 FB 0D 08 11 13 FF");
-  const struct {
-    const char* product;
-    Bytes sent, answers, end;
-    Time at = 5s;
-  } rows[] = {{"VK5300", a + a + b + b + "\4", "\6\6\6\6\6", "Received 256"},
-              {"VK5300", badSum + a + "\4", "\x15\6\6", "Received 128"},
-              {"VK5300", badComplement + a + "\4", "\x15\6\6", "Received 128"},
-              {"VK5300", a + "noise" + b + "\4", "\6\6\6", "Received 256"},
-              {"VK5300", sumOfFour + "\4", "\6\6", "Received 128"},
-              {"VK5300", a + c, "\6\x18", "Broken off after 128"},
-              {"VK5300", a + b.substr(0, 131), "\6", "Broken off after 128", 15s},
-              {"RB2000", a, "", "Received 132", 7s},  // it knows no Xmodem
-              {"RBCard", hostile, "", "Received 12", 7s}};
-  for (const auto& row : rows) {
-    Device device({}, row.product);
+  const std::tuple<const char*, Bytes, Bytes, Bytes, Time> rows[] = {
+      {"VK5300", a + a + b + b + "\4", "\6\6\6\6\6", "Received 256", 5s},
+      {"VK5300", badSum + a + "\4", "\x15\6\6", "Received 128", 5s},
+      {"VK5300", badComplement + a + "\4", "\x15\6\6", "Received 128", 5s},
+      {"VK5300", a + "noise" + b + "\4", "\6\6\6", "Received 256", 5s},
+      {"VK5300", sumOfFour + "\4", "\6\6", "Received 128", 5s},
+      {"VK5300", a + c, "\6\x18", "Broken off after 128", 5s},
+      {"VK5300", a + b.substr(0, 131), "\6", "Broken off after 128", 15s},
+      {"RB2000", a, "", "Received 132", 7s},  // it knows no Xmodem
+      {"RBCard", hostile, "", "Received 12", 7s}};
+  for (const auto& [product, sent, answers, told, at] : rows) {
+    Device device({}, product);
     device.Hear(Escape + "2y");
     Until(device, 4s);
-    const std::string end = "\r\n" + row.end + " bytes" + Menu;
-    Bytes said = device.Hear(row.sent, 5s);
-    said += Until(device, row.at);
-    EXPECT_EQ(said, row.answers + (row.at == 5s ? end : std::to_string(row.at / 1ms) + end + "|"));
+    const std::string end = "\r\n" + told + " bytes" + Menu;
+    Bytes said = device.Hear(sent, 5s);
+    said += Until(device, at);
+    EXPECT_EQ(said, answers + (at == 5s ? end : std::to_string(at / 1ms) + end + "|"));
   }
 }
 

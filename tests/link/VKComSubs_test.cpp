@@ -1,8 +1,6 @@
 // The messages, the checksums and the waits of the device link.
 #include "link/VKComSubs.h"
 
-#include <gtest/gtest.h>
-
 #include "core/TestWizard.h"
 #include "forms/FaultOf.h"
 #include "link/BuildFrame.h"
@@ -15,34 +13,30 @@ using namespace std::chrono_literals;
 TEST(BuildFrame, TheProductDecidesTheKindAndWhatDoesNotFitFaults) {
   const Bytes data = FromHex("01 02 03"), most = Bytes(128, '\xFF') + '\x7E';  // 1 + 32640 + 126 = 32767
   const std::string image = "4E 45 45 0D 00 00 00 00 01 00 00 00 00 00 00 00 00 01 02 03 07 00";
-  const struct {
-    const char* products;
-    std::uint8_t code;
-    std::int16_t block, length;
-    Bytes data;
-    std::string begins;  // the frame, or the fault
-  } rows[] = {{"VK-RTX VK5300", 0xF5, 3, 64, data, "A5 CE 06 F5 00 03 00 40 C8"},
-              {"VK-RTX VK5300", 0xFA, 5, 3, data, "A5 CE 09 FA 00 05 00 03 01 02 03 F8"},
-              {"VK-RTX", 0xFA, 255, 249, Bytes(249, 'a'), "A5 CE FF FA 00 FF 00 F9 61"},
-              {"VK-RTX", 0xFA, 5, 250, Bytes(250, 'a'), "6"},
-              {"VK-RTX", 0xFA, 256, 1, "a", "6"},
-              {"VK-RTX", 0xFA, 5, -1, "a", "6"},
-              {"VK-RTX", 208, 1, 0, data, "A5 CE 00 D0 00 01 00 2F"},  // nobody asks for it
-              {"VK5300 RB2000 RB3000 RBCard", 208, 1, 0, data, image},
-              {"RB2000", 0xFA, 5, 3, most, "4E 45 45 8B"},
-              {"RB2000", 0xFA, 5, 3, most + '\1', "6"},
-              {"RB2000", 0xFA, 5, 3, Bytes(32758, '\0'), "6"},
-              {"another", 208, 1, 0, data, ""}};
-  for (const auto& row : rows) {
-    for (const std::string& product : Split(row.products)) {
+  // The products, the frame's code, block, length and data; how the frame begins, or the fault.
+  const std::tuple<const char*, std::uint8_t, std::int16_t, std::int16_t, Bytes, std::string> rows[] = {
+      {"VK-RTX VK5300", 0xF5, 3, 64, data, "A5 CE 06 F5 00 03 00 40 C8"},
+      {"VK-RTX VK5300", 0xFA, 5, 3, data, "A5 CE 09 FA 00 05 00 03 01 02 03 F8"},
+      {"VK-RTX", 0xFA, 255, 249, Bytes(249, 'a'), "A5 CE FF FA 00 FF 00 F9 61"},
+      {"VK-RTX", 0xFA, 5, 250, Bytes(250, 'a'), "6"},
+      {"VK-RTX", 0xFA, 256, 1, "a", "6"},
+      {"VK-RTX", 0xFA, 5, -1, "a", "6"},
+      {"VK-RTX", 208, 1, 0, data, "A5 CE 00 D0 00 01 00 2F"},  // nobody asks for it
+      {"VK5300 RB2000 RB3000 RBCard", 208, 1, 0, data, image},
+      {"RB2000", 0xFA, 5, 3, most, "4E 45 45 8B"},
+      {"RB2000", 0xFA, 5, 3, most + '\1', "6"},
+      {"RB2000", 0xFA, 5, 3, Bytes(32758, '\0'), "6"},
+      {"another", 208, 1, 0, data, ""}};
+  for (const auto& [products, code, block, length, bytes, begins] : rows) {
+    for (const std::string& product : Split(products)) {
       Globals globals;
-      globals.BlockNumber = row.block;
-      globals.BlockLength = row.length;
-      globals.BlockData = globals.ConfigImage = row.data;
-      Bytes frame;
-      const int fault = FaultOf([&] { frame = BuildFrame(globals, product, row.code); });
-      const std::string made = fault == 0 ? ToHex(frame) : std::to_string(fault);
-      EXPECT_EQ(made.substr(0, row.data == data ? made.size() : row.begins.size()), row.begins) << product;
+      globals.BlockNumber = block;
+      globals.BlockLength = length;
+      globals.BlockData = globals.ConfigImage = bytes;
+      std::string made;
+      const int fault = FaultOf([&] { made = ToHex(BuildFrame(globals, product, code)); });
+      if (fault != 0) made = std::to_string(fault);
+      EXPECT_EQ(made.substr(0, bytes == data ? made.size() : begins.size()), begins) << product;
     }
   }
 }
@@ -83,10 +77,8 @@ TEST_F(WaitTest, TakesWhatItAskedForWithinItsInterval) {
 TEST_F(WaitTest, ABoxThatWaitsForTheUserStopsNoClockAndLosesNoAnswer) {
   device.says = {{2000ms, "\x06"}};
   // A box of another form stands from the first second to the fifth: nobody reads the port.
-  h.loop.StartTimer(1s, [&] {
-    h.screen.onBox = [&](const auto&) { h.Do("wait 4000"); };
-    h.app.forms.MsgBox("A word", MessageIcon::None);
-  });
+  h.screen.onBox = [&](const auto&) { h.Do("wait 4000"); };
+  h.loop.StartTimer(1s, [&] { h.app.forms.MsgBox("A word", MessageIcon::None); });
   EXPECT_EQ(WaitForAck(*talk), FlagFalse);
   ExpectWait(5s);
 }
@@ -97,16 +89,15 @@ TEST_F(WaitTest, AWaitEndsByTheTimerOfItsOwnForm) {
   h.app.forms.Load("Configuration_RBCard").Get<Timer>("TimeOutTmr").Interval = 700;
   h.Elapsed();
   EXPECT_EQ(WaitForAck(*talk), FlagTrue);
-  EXPECT_EQ(h.Elapsed(), 3s);
+  ExpectWait(3s);
 }
 
 TEST_F(WaitTest, TheLineGoesThroughFlowControlAtItsOwnRate) {
   h.app.globals.BaudRate = "9600";  // of what has been chosen since
   h.driver.calls.clear();
   SetDeviceLink(*talk);
-  const std::string build = "BuildState baud=19200 parity=N data=8 stop=1";
-  EXPECT_EQ(h.driver.calls, (std::vector<std::string>{"GetState", build, "SetState 19200 XON", "Purge 15", "GetState",
-                                                      build, "SetState 19200 NOXON"}));
+  const std::string set = "GetState|BuildState baud=19200 parity=N data=8 stop=1|SetState 19200 ";
+  EXPECT_EQ(h.driver.calls, Split(set + "XON|Purge 15|" + set + "NOXON", '|'));
 }
 
 }  // namespace

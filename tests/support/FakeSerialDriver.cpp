@@ -8,18 +8,10 @@
 #include "link/VKComSubs.h"
 
 namespace vk32 {
-namespace {
 
 template <class... Numbers>
-std::string Words(const char* verb, Numbers... arguments) {
+static std::string Words(const char* verb, Numbers... arguments) {
   return (verb + ... + (" " + std::to_string(arguments)));
-}
-
-}  // namespace
-
-ScriptedDevice& ScriptedDevice::On(Bytes message, std::vector<Reply> replies) {
-  exchanges_.push_back({std::move(message), std::move(replies)});
-  return *this;
 }
 
 void ScriptedDevice::FromHost(std::string_view bytes, Time now) {
@@ -32,16 +24,6 @@ void ScriptedDevice::FromHost(std::string_view bytes, Time now) {
   }
 }
 
-Bytes SpeakingDevice::ToHost(Time now) {
-  Bytes bytes;
-  for (; !says.empty() && says.begin()->first <= now; says.erase(says.begin())) bytes += says.begin()->second;
-  return bytes;
-}
-
-std::optional<Time> SpeakingDevice::NextDue() const {
-  return says.empty() ? std::nullopt : std::optional(says.begin()->first);
-}
-
 GatewayDevice::GatewayDevice(std::string_view product, sim::Misbehaviour misbehaviour, bool pace)
     : gateway(*sim::FindGatewayKind(product), misbehaviour),
       line_(gateway, pace ? sim::SimulatedLine::ByteTime(sim::FindGatewayKind(product)->baudRate) : Time{0}) {}
@@ -52,10 +34,6 @@ void GatewayDevice::Teach(int number, const Bytes& data) {
   FromHost(BlockFrame::Start + Chr(size + 6) + body + Checksum8(body, size + 5) + EndOfExchange, {});
   ToHost({});
 }
-
-FakeSerialDriver::FakeSerialDriver(VirtualEventLoop& loop) : loop_(loop) { loop_.Add(*this); }
-
-FakeSerialDriver::~FakeSerialDriver() { loop_.Remove(*this); }
 
 bool FakeSerialDriver::Call(const std::string& verb) {
   calls.push_back(verb);
@@ -75,15 +53,11 @@ bool FakeSerialDriver::Call(Handle handle, const std::string& verb) {
   return false;
 }
 
-FakeDevice* FakeSerialDriver::Device() const { return open_ ? ports_.at(*open_) : nullptr; }
-
 SerialDriver::Handle FakeSerialDriver::Open(std::string_view name) {
-  if (!Call("Open " + std::string(name))) return InvalidHandle;
   lastError_ = ENOENT;
-  if (!ports_.contains(std::string(name.substr(4)))) return InvalidHandle;
+  if (!Call("Open " + std::string(name)) || !ports_.contains(std::string(name.substr(4)))) return InvalidHandle;
   open_ = name.substr(4);
-  state.fOutX = false;
-  held_ = false;
+  state.fOutX = held_ = false;
   return 1;
 }
 
@@ -104,16 +78,9 @@ bool FakeSerialDriver::SetTimeouts(Handle handle, const CommTimeouts& t) {
                             t.ReadTotalTimeoutConstant, t.WriteTotalTimeoutMultiplier, t.WriteTotalTimeoutConstant));
 }
 
-bool FakeSerialDriver::GetState(Handle handle, DeviceControlBlock& dcb) {
-  if (!Call(handle, "GetState")) return false;
-  dcb = state;
-  return true;
-}
-
 bool FakeSerialDriver::BuildState(std::string_view settings, DeviceControlBlock& dcb) {
-  if (!Call("BuildState " + std::string(settings))) return false;
   lastError_ = EINVAL;
-  return ParseSettings(settings, dcb);
+  return Call("BuildState " + std::string(settings)) && ParseSettings(settings, dcb);
 }
 
 bool FakeSerialDriver::SetState(Handle handle, const DeviceControlBlock& dcb) {
@@ -124,11 +91,10 @@ bool FakeSerialDriver::SetState(Handle handle, const DeviceControlBlock& dcb) {
 }
 
 bool FakeSerialDriver::ClearError(Handle handle, std::uint32_t& errors, CommStatus& status) {
-  if (!Call(handle, "ClearError")) return false;
   RunDue(loop_.Now());
   errors = lineErrors;
   status.cbInQue = static_cast<std::int32_t>(input.size());
-  return true;
+  return Call(handle, "ClearError");
 }
 
 bool FakeSerialDriver::Done(std::uint32_t count) {
@@ -193,8 +159,6 @@ int FakeSerialDriver::WaitHandle(Handle handle) const {
   const auto port = handle == 1 && open_ ? ports_.find(*open_) : ports_.end();
   return port == ports_.end() || (port->second && port->second->Gone()) ? -1 : WaitFd;
 }
-
-std::optional<Time> FakeSerialDriver::NextDue() const { return Device() ? Device()->NextDue() : std::nullopt; }
 
 void FakeSerialDriver::RunDue(Time now) {
   for (const char byte : Device() ? Device()->ToHost(now) : Bytes()) {

@@ -29,8 +29,14 @@ class FakeDevice {
 /// Says what it has to say, each at its time.
 class SpeakingDevice : public FakeDevice {
  public:
-  Bytes ToHost(Time now) override;
-  std::optional<Time> NextDue() const override;
+  Bytes ToHost(Time now) override {
+    Bytes bytes;
+    for (; !says.empty() && says.begin()->first <= now; says.erase(says.begin())) bytes += says.begin()->second;
+    return bytes;
+  }
+  std::optional<Time> NextDue() const override {
+    return says.empty() ? std::nullopt : std::optional(says.begin()->first);
+  }
 
   std::map<Time, Bytes> says;
 };
@@ -44,7 +50,9 @@ class ScriptedDevice : public SpeakingDevice {
   };
 
   /// Awaits a message and then says the replies. Messages come in the order of these calls.
-  ScriptedDevice& On(Bytes message, std::vector<Reply> replies = {});
+  ScriptedDevice& On(const Bytes& message, const std::vector<Reply>& replies = {}) {
+    return exchanges_.emplace_back(message, replies), *this;
+  }
   /// True if every awaited message has come, and nothing else.
   bool Done() const { return exchanges_.empty() && pending_.empty(); }
 
@@ -75,8 +83,7 @@ class GatewayDevice : public FakeDevice {
 
 class FakeSerialDriver : public SerialDriver, public Outside {
  public:
-  explicit FakeSerialDriver(VirtualEventLoop& loop);
-  ~FakeSerialDriver() override;
+  explicit FakeSerialDriver(VirtualEventLoop& loop) : loop_(loop) { loop_.Add(*this); }
 
   /// A port with a device at its other end; nullptr: an open end.
   void Plug(const std::string& portName, FakeDevice* device) { ports_[portName] = device; }
@@ -102,7 +109,7 @@ class FakeSerialDriver : public SerialDriver, public Outside {
   bool SetupQueues(Handle handle, std::uint32_t inQueue, std::uint32_t outQueue) override;
   bool Purge(Handle handle, std::uint32_t flags) override;
   bool SetTimeouts(Handle handle, const CommTimeouts& timeouts) override;
-  bool GetState(Handle handle, DeviceControlBlock& dcb) override;
+  bool GetState(Handle handle, DeviceControlBlock& dcb) override { return dcb = state, Call(handle, "GetState"); }
   bool BuildState(std::string_view settings, DeviceControlBlock& dcb) override;
   bool SetState(Handle handle, const DeviceControlBlock& dcb) override;
   bool ClearError(Handle handle, std::uint32_t& errors, CommStatus& status) override;
@@ -116,7 +123,7 @@ class FakeSerialDriver : public SerialDriver, public Outside {
   int WaitHandle(Handle handle) const override;
 
   // Outside
-  std::optional<Time> NextDue() const override;
+  std::optional<Time> NextDue() const override { return Device() ? Device()->NextDue() : std::nullopt; }
   void RunDue(Time now) override;
   bool Readable(int fd) const override { return fd == WaitFd && !input.empty(); }
 
@@ -130,7 +137,7 @@ class FakeSerialDriver : public SerialDriver, public Outside {
   /// True if what has moved so many bytes is done by now.
   bool Done(std::uint32_t count);
   /// At the other end of the open port; nullptr if there is none.
-  FakeDevice* Device() const;
+  FakeDevice* Device() const { return open_ ? ports_.at(*open_) : nullptr; }
 
   VirtualEventLoop& loop_;
   std::map<std::string, FakeDevice*> ports_;

@@ -1,7 +1,6 @@
 // The whole program in virtual time.
 #include "support/Harness.h"
 
-#include <gtest/gtest.h>
 #include <stdlib.h>
 
 #include <filesystem>
@@ -50,16 +49,16 @@ void Harness::GoTo(const std::string& productButton, FakeDevice* device) {
   driver.calls.clear();
 }
 
-TemporaryFile::TemporaryFile(const std::string& name) {
+TemporaryFile::TemporaryFile(const std::string& name, std::string_view content) {
   std::string folder = (std::filesystem::temp_directory_path() / "vk32-test-XXXXXX").string();
   if (!mkdtemp(folder.data())) ADD_FAILURE() << "no temporary folder";
-  folder_ = folder;
-  path_ = folder_ + "/" + name;
+  path_ = folder + "/" + name;
+  if (!content.empty()) Fill(content);
 }
 
 TemporaryFile::~TemporaryFile() {
   std::error_code ignored;
-  std::filesystem::remove_all(folder_, ignored);
+  std::filesystem::remove_all(std::filesystem::path(path_).parent_path(), ignored);
 }
 
 std::string TemporaryFile::Content() const {

@@ -1,6 +1,8 @@
 // The whole program in virtual time, driven by the commands of the text front end.
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <string>
 #include <string_view>
 #include <utility>
@@ -63,7 +65,8 @@ class Harness {
 /// A file that goes with the test; its folder is a fresh one.
 class TemporaryFile {
  public:
-  explicit TemporaryFile(const std::string& name);
+  /// Without a content it isn't there yet.
+  explicit TemporaryFile(const std::string& name, std::string_view content = {});
   ~TemporaryFile();
   TemporaryFile(const TemporaryFile&) = delete;
   TemporaryFile& operator=(const TemporaryFile&) = delete;
@@ -73,7 +76,7 @@ class TemporaryFile {
   void Fill(std::string_view content) const;
 
  private:
-  std::string folder_, path_;
+  std::string path_;
 };
 
 /// Bytes from hexadecimal digits; blanks are passed over.

@@ -1,7 +1,9 @@
 // An event loop in virtual time: when nothing is due, the clock jumps to what comes next.
 #pragma once
 
+#include <algorithm>
 #include <optional>
+#include <stdexcept>
 #include <vector>
 
 #include "platform/EventLoop.h"
@@ -20,19 +22,34 @@ class Outside {
 class VirtualEventLoop : public EventLoop {
  public:
   Time Now() const override { return now_; }
-  void RunDue() override;
+  void RunDue() override {
+    ++passes_;
+    AdvanceTo(now_);
+    timers_.RunDue(now_);
+  }
   /// std::logic_error if nothing will ever happen: a wait that would hang.
-  void Wait(const WaitFor& what) override;
+  void Wait(const WaitFor& what) override {
+    Time next = EarliestDue(what.until);
+    for (const Outside* outside : outside_) next = std::min(next, outside->NextDue().value_or(Never));
+    if (next == Never) throw std::logic_error("nothing will ever happen");
+    AdvanceTo(next);
+  }
   /// The program gets no turn until then.
   void Freeze(Time until) { AdvanceTo(until); }
 
   void Add(Outside& outside) { outside_.push_back(&outside); }
-  void Remove(Outside& outside) { std::erase(outside_, &outside); }
   /// How often events were let run.
   int Passes() const { return passes_; }
 
  private:
-  void AdvanceTo(Time moment);
+  void AdvanceTo(Time moment) {
+    now_ = std::max(now_, moment);
+    for (Outside* outside : outside_) outside->RunDue(now_);
+    const auto watched = watched_;  // whoever is told may change it
+    for (const auto& [fd, watcher] : watched) {
+      if (std::ranges::any_of(outside_, [&](auto* outside) { return outside->Readable(fd); })) EventLoop::Readable(fd);
+    }
+  }
 
   Time now_{0};
   std::vector<Outside*> outside_;
