@@ -5,21 +5,11 @@
 
 #include "fuzz/Targets.h"
 
-namespace {
-
-const vk32::FuzzTarget& ChosenTarget() {
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const char* const name = std::getenv("VK32_FUZZ_TARGET");
   for (const vk32::FuzzTarget& target : vk32::FuzzTargets()) {
-    if (name && target.name == name) return target;
+    if (name && target.name == name) return target.run({reinterpret_cast<const char*>(data), size}), 0;
   }
   std::fputs("Set VK32_FUZZ_TARGET to the name of a folder in tests/fuzz/seeds\n", stderr);
   std::exit(2);
-}
-
-}  // namespace
-
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  static const vk32::FuzzTarget& target = ChosenTarget();
-  target.run({reinterpret_cast<const char*>(data), size});
-  return 0;
 }

@@ -20,10 +20,7 @@ struct VkRtx : WizardUser {
   std::string Low(int slot) const { return Str(app.globals.AbModMapTable[slot].LowAddress); }
 };
 
-struct Case {
-  const char* model;
-  std::string acts, expected;
-};
+using Case = std::tuple<const char*, std::string, std::string>;  // model, acts, what is expected
 /// "slot|source|low|high|destination|address"
 std::string Route(const std::string& route) {
   return "click AddRouteCmd\nfill Route " + route + "\nclick Route.PerformRouteCmd\n";
@@ -75,46 +72,42 @@ TEST(ConfigurationVkRtx, WalksItsPages) {
                         {Df1, AsciiA + Route("1|Channel A|1|1|Channel A"), routing + conversion},
                         {Modbus, Dhcp, ethernet + "NodeIpFrame/RoutingSetLbl " + maps},
                         {Modbus, Dhcp + Master, ethernet + maps}};
-  for (const Case& c : cases) {
-    VkRtx user(c.model);
-    user.Use(c.acts);
-    user.Walk(first + c.expected + apply);
+  for (const auto& [model, acts, expected] : cases) {
+    VkRtx user(model);
+    user.Use(acts);
+    user.Walk(first + expected + apply);
   }
 }
 
 // The same acts on the routes and on the maps, whose rows are known by their lows: 99 is entered, or a row deleted.
 TEST(ConfigurationVkRtx, TablesKeepTheirOrderWithoutAGap) {
-  const struct {
-    int before;
-    char act;
-    int slot;
-    std::string lows, scrollMax;
-  } rows[] = {{0, '+', 1, "99", "0"},
-              {4, '+', 3, "1 2 99 3 4", "0"},
-              {5, '+', 1, "99 1 2 3 4 5", "480"},
-              {19, '+', 20, "1 2 3 4 5 6 7 8 9 10 11 12 13 14 15 16 17 18 19 99", "7200"},
-              {1, '-', 1, "", "0"},
-              {6, '-', 6, "1 2 3 4 5", "0"},
-              {20, '-', 5, "1 2 3 4 6 7 8 9 10 11 12 13 14 15 16 17 18 19 20", "6720"}};
+  // How many there are before, the act and its slot, the lows that are left, the bar's Max.
+  const std::tuple<int, char, int, std::string, std::string> rows[] = {
+      {0, '+', 1, "99", "0"},
+      {4, '+', 3, "1 2 99 3 4", "0"},
+      {5, '+', 1, "99 1 2 3 4 5", "480"},
+      {19, '+', 20, "1 2 3 4 5 6 7 8 9 10 11 12 13 14 15 16 17 18 19 99", "7200"},
+      {1, '-', 1, "", "0"},
+      {6, '-', 6, "1 2 3 4 5", "0"},
+      {20, '-', 5, "1 2 3 4 6 7 8 9 10 11 12 13 14 15 16 17 18 19 20", "6720"}};
   for (const bool maps : {false, true}) {
     const std::string command = maps ? "MapCmd\n" : "RouteCmd\n", none = "There is no entries in the ",
                       full = std::string("There is no more ") + (maps ? "slots" : "slot") + " available in the ",
                       table = maps ? "Mapping Table" : "Routing Table", bar = maps ? "AbModMapVScroll" : "RouteVScroll",
                       cells = maps ? "AbModMapSlotLbl AbModMapDataPointsLbl" : "RouteSlotLbl RouteDstLowLbl";
-    for (const auto& row : rows) {
+    for (const auto& [before, act, at, left, scrollMax] : rows) {
       VkRtx user(maps ? Modbus : Df1);
       EXPECT_EQ(user.Use((maps ? Maps : Routes) + "click Edit" + command + "click Del" + command),
                 Refusal(none + table + " to edit.") + Refusal(none + table + " to delete."));
-      for (int low = 1; low <= row.before; ++low) user.Use(AddRow(maps, low, low));
-      user.Use(row.act == '+' ? AddRow(maps, row.slot, 99) : DeleteRow(maps, row.slot));
-      EXPECT_EQ(user.Use("get " + bar + ".Max"), "value \"" + row.scrollMax + "\"\n");
-      const auto lows = Split(row.lows);
+      for (int low = 1; low <= before; ++low) user.Use(AddRow(maps, low, low));
+      user.Use(act == '+' ? AddRow(maps, at, 99) : DeleteRow(maps, at));
+      EXPECT_EQ(user.Use("get " + bar + ".Max"), "value \"" + scrollMax + "\"\n");
+      const auto lows = Split(left);
       EXPECT_EQ(user.app.globals.AbModMapCount, maps ? static_cast<int>(lows.size()) : 0);
       for (std::size_t i = 0; i < 20; ++i) {
         const int slot = static_cast<int>(i) + 1;
         const std::string shown = user.Row(cells, slot) + "," + user.Low(slot);
-        EXPECT_EQ(shown, i < lows.size() ? Str(slot) + "|" + lows[i] + "," + (maps ? lows[i] : "0") : "|,0")
-            << row.lows;
+        EXPECT_EQ(shown, i < lows.size() ? Str(slot) + "|" + lows[i] + "," + (maps ? lows[i] : "0") : "|,0") << left;
       }
       EXPECT_EQ(user.Use("click Add" + command), lows.size() == 20 ? Refusal(full + table + ".") : "");
     }
@@ -156,19 +149,16 @@ TEST(ConfigurationVkRtx, AsciiRoutesMakeClientsAndPanels) {
                     a1 = Route("1" + a + "1"),
                     see = "click NextCmd\npage\nsee EIPClientIpAddrValLbl(0) EIPClientIpAddrValLbl(1)",
                     panels = "to ConversionFrame\nshown ASCIIPcccConvFrame(0) ASCIIPcccConvFrame(1)\n";
-  const struct {
-    std::string routes, clients, shown, panel, top;
-  } rows[] = {
+  const std::array<std::string, 5> rows[] = {
       {a1, "EIPClientSetupFrame10.0.0.1|", "+-", "(0)", "1080"},
       {Route("1" + b + "2"), "EIPClientSetupFrame10.0.0.2|", "-+", "(1)", "1080"},
       {Route("1" + b + "2") + a1, "EIPClientSetupFrame10.0.0.1|10.0.0.2", "++", "(1)", "4200"},
       {a1 + Route("2" + a + "2") + Route("3" + b + "3"), "EIPClientSetupFrame10.0.0.1|10.0.0.2", "++", "(1)", "4200"},
       {Route("1|Channel B|1|2|Channel A"), "ConversionFrame|", "-+", "(1)", "1080"}};
-  for (const auto& row : rows) {
+  for (const auto& [routes, clients, shown, panel, top] : rows) {
     VkRtx user(Df1);
-    EXPECT_EQ(user.Use(AsciiAB + row.routes + see), row.clients);
-    EXPECT_EQ(user.Use(panels + "get ASCIIPcccConvFrame" + row.panel + ".Top"),
-              row.shown + "value \"" + row.top + "\"\n");
+    EXPECT_EQ(user.Use(AsciiAB + routes + see), clients);
+    EXPECT_EQ(user.Use(panels + "get ASCIIPcccConvFrame" + panel + ".Top"), shown + "value \"" + top + "\"\n");
   }
   // A client keeps its settings with its address.
   VkRtx user(Df1);
@@ -201,9 +191,7 @@ TEST(ConfigurationVkRtx, TakesSlavesOverUpToTheFirstEmptyRow) {
 }
 
 TEST(ConfigurationVkRtx, MapsAreShownAndReadBackAndOneThatFailsLeavesWhatIsDone) {
-  const struct {
-    std::string entries, row, readBack;
-  } rows[] = {
+  const std::array<std::string, 3> rows[] = {
       {"Typed R/W|7|0|4X|1|20|Integer|5|10", "5 - 10|40001|7:0|Int|20|TypedRW", "5|4X|1|Typed R/W|Integer"},
       {"Prot Typed R/W|7|0|0X|1|2|Binary|5|10", "5 - 10|1|7:0|Bin|2|ProtTypedRW", "5|0X|1|Prot Typed R/W|Binary"},
       {"Word Range R/W|8|0|3X|0|2|Floating Pt|-1|300", "-1 - 300|30000|8:0|Float|2|WordRangeRW",
@@ -211,13 +199,13 @@ TEST(ConfigurationVkRtx, MapsAreShownAndReadBackAndOneThatFailsLeavesWhatIsDone)
       {"Typed R/W|7|0|4X|10000|20|Integer|5|10", "5 - 10|50000|7:0|Int|20|TypedRW", "5||0|Typed R/W|Integer"},
       {"Typed R/W|7|-3|1X|9999|32767|Integer|5|1", "5 - 1|19999|7:-3|Int|32767|TypedRW",
        "5|1X|9999|Typed R/W|Integer"}};
-  for (const auto& row : rows) {
+  for (const auto& [entries, cells, readBack] : rows) {
     VkRtx user(Modbus);
-    user.Use(Maps + Map("1|" + row.entries) + "click EditMapCmd");
-    EXPECT_EQ(user.Row(MapCells, 1), "1|" + row.row);
+    user.Use(Maps + Map("1|" + entries) + "click EditMapCmd");
+    EXPECT_EQ(user.Row(MapCells, 1), "1|" + cells);
     EXPECT_EQ(user.Use("see ABModMapping.LowAddrLst ABModMapping.ModRefLst ABModMapping.ModStartTxt "
                        "ABModMapping.ABFncLst ABModMapping.DataTypeLst"),
-              row.readBack);
+              readBack);
   }
   VkRtx user(Modbus);
   const auto lows = [&] {  // of rows and records
@@ -239,30 +227,28 @@ TEST(ConfigurationVkRtx, MapsAreShownAndReadBackAndOneThatFailsLeavesWhatIsDone)
 TEST(ConfigurationVkRtx, AClearedTableComesBackUntilThePageIsLeftOrFilled) {
   std::string routes, maps;
   for (int i = 1; i <= 6; ++i) routes += AddRow(false, i, i), maps += AddRow(true, i, i);
-  const struct {
-    const char* model;
-    std::string page, clear, acts;
-  } tables[] = {{Df1, "RoutingFrame", "ClrTableCmd", routes + "scroll RouteVScroll 480\n"},
-                {Modbus, "NodeIpFrame", "NodeIpClrTablCmd", Slaves("5|1.1.1.1|6|2.2.2.2")},
-                {Modbus, "AbModMappingFrame", "ClrMapTableCmd", maps + "scroll AbModMapVScroll 480\n"}};
-  for (const auto& table : tables) {
-    GatewayDevice device(table.model);
-    VkRtx user(table.model, &device);
-    user.Use(Ip + "finish SaveOpt\nagain\n" + Ip + "to " + table.page);
+  const std::array<std::string, 4> tables[] = {
+      {Df1, "RoutingFrame", "ClrTableCmd", routes + "scroll RouteVScroll 480\n"},
+      {Modbus, "NodeIpFrame", "NodeIpClrTablCmd", Slaves("5|1.1.1.1|6|2.2.2.2")},
+      {Modbus, "AbModMappingFrame", "ClrMapTableCmd", maps + "scroll AbModMapVScroll 480\n"}};
+  for (const auto& [model, page, table, acts] : tables) {
+    GatewayDevice device(model);
+    VkRtx user(model, &device);
+    user.Use(Ip + "finish SaveOpt\nagain\n" + Ip + "to " + page);
     const auto state = [&] { return user.State() + user.Low(2) + Str(user.app.globals.AbModMapCount); };
-    const std::string clear = "click " + table.clear + "\n", undo = "click Undo" + clear.substr(6),
-                      buttons = "shown " + table.clear + " Undo" + table.clear;
+    const std::string clear = "click " + table + "\n", undo = "click Undo" + clear.substr(6),
+                      buttons = "shown " + table + " Undo" + table;
     for (const std::string act :
          {"", "click BackCmd\nclick NextCmd", "click NextCmd\nclick BackCmd", "click UploadCmd", "open\nto "}) {
       user.Use(clear);
       const std::string empty = state();
-      EXPECT_EQ(user.Use(table.acts + "\n" + buttons), "+-");
+      EXPECT_EQ(user.Use(acts + "\n" + buttons), "+-");
       const std::string full = state();
       EXPECT_EQ(user.Use(clear + buttons), "-+");
       EXPECT_EQ(state(), empty);
       EXPECT_EQ(user.Use(undo + buttons), "+-");
       EXPECT_EQ(state(), full);
-      user.Use(clear + act + (act.ends_with("to ") ? table.page : "") + "\n");
+      user.Use(clear + act + (act.ends_with("to ") ? page : "") + "\n");
       EXPECT_EQ(user.Use(buttons), act.empty() ? "-+" : "+-") << act;
     }
   }
@@ -306,20 +292,20 @@ TEST(ConfigurationVkRtx, SendsItsChoicesInBlocksAndReadsThemBack) {
       {Modbus, Nodes + Slaves(slaves) + ToMaps + maps,
        "34 00 11 09 03 31 00 11 00 F4 01 01 01 00 01 12 09 03 31 00 12 00 F4 01 01 01 00 01 13 09 03 31 00 13 00 F4 "
        "01 01 01 00 01"}};
-  for (const Case& c : cases) {
-    GatewayDevice device(c.model);
-    VkRtx user(c.model, &device);
-    EXPECT_EQ(user.Use(c.acts + "\nfinish DownOpt"), "reminder\nsuccess\n");
+  for (const auto& [model, acts, expected] : cases) {
+    GatewayDevice device(model);
+    VkRtx user(model, &device);
+    EXPECT_EQ(user.Use(acts + "\nfinish DownOpt"), "reminder\nsuccess\n");
     const sim::Blocks sent = device.gateway.BlocksInForce();
-    for (const std::string& block : Split(c.expected, '|')) {
+    for (const std::string& block : Split(expected, '|')) {
       const std::string data = ToHex(sent.at(std::stoi(block)));
-      EXPECT_EQ(Split(block)[0] + (data.empty() ? "" : " ") + data, block) << c.acts;
+      EXPECT_EQ(Split(block)[0] + (data.empty() ? "" : " ") + data, block) << acts;
     }
     // The device and a file give back what they got.
     EXPECT_EQ(user.Use("again\nclick UploadCmd\nfinish DownSaveOpt"), "reminder\nreminder\nsuccess\n");
-    EXPECT_EQ(device.gateway.BlocksInForce(), sent) << c.acts;
+    EXPECT_EQ(device.gateway.BlocksInForce(), sent) << acts;
     EXPECT_EQ(user.Use("again\nopen\nfinish DownOpt"), "reminder\nsuccess\n");
-    EXPECT_EQ(device.gateway.BlocksInForce(), sent) << c.acts;
+    EXPECT_EQ(device.gateway.BlocksInForce(), sent) << acts;
   }
 }
 
@@ -327,11 +313,7 @@ TEST(ConfigurationVkRtx, ShowsWhatADeviceSays) {
   const std::string port = " 80 25 00 08 01 02 00 00 00 03", map1 = " 01 0A 04 00 00 07 00 00 00 01 14 00 03",
                     map2 = " 01 0A 02 00 00 07 00 00 00 07 14 00 02",
                     nothing = "00 00 00 00 00 00 00 00 00 00 00 00 02 ";
-  const struct {
-    const char* model;
-    int block;
-    std::string data, look, words, back{};
-  } rows[] = {
+  const std::tuple<const char*, int, std::string, std::string, std::string, std::string> rows[] = {
       {Df1, 5, "00", "SerDataLst(1) EnableCHBLst SerProtoLst(1) EIPClientSlotTxt(0) ASCIIPcccTypeLst(1)",
        "7|True|ASCII|2|Integer", "00"},
       {Modbus, 2, "02" + port, "EnableCHBLst", "False", "00" + port},
@@ -340,22 +322,22 @@ TEST(ConfigurationVkRtx, ShowsWhatADeviceSays) {
       {Df1, 3, "05 01 A8 C0 00 00 00 00 00 00 00 00 02 07 FF 00 00 00 00 00 09", "EthDHCPLst EthSpeedLst EthIPTxt",
        "Enabled|Auto Detect|192.168.1.5", nothing + "01 FF 00 00 00 00 00 09"},
       {Df1, 4, "03", "Df1ModeLst(0) Df1ErrorLst(0)", "|CRC", "03"},
-      {Df1, 50, "32 01 A8 C0 00 05", "EIPClientIpAddrValLbl(0) EIPClientSlotTxt(0)", "192.168.1.50|0"},
+      {Df1, 50, "32 01 A8 C0 00 05", "EIPClientIpAddrValLbl(0) EIPClientSlotTxt(0)", "192.168.1.50|0", ""},
       {Df1, 100, "FF 27 10 00 FF 01 02 00 FE 01 02 03 04",
-       "RouteDestinationPortLbl(1) RouteIPAddressLbl(1) RouteSlotLbl(20)", "Channel B||20"},
-      {Modbus, 24, "FF 05 01 02 03 04", "NodeIpIpAddrTxt(1) NodeIpNodeTxt(10)", "4.3.2.1|0"},
+       "RouteDestinationPortLbl(1) RouteIPAddressLbl(1) RouteSlotLbl(20)", "Channel B||20", ""},
+      {Modbus, 24, "FF 05 01 02 03 04", "NodeIpIpAddrTxt(1) NodeIpNodeTxt(10)", "4.3.2.1|0", ""},
       {Modbus, 30, "FF" + map1 + map2,
        "AbModMapModStartLbl(2) AbModMapAbFncLbl(2) AbModMapDataTypeLbl(2) AbModMapSlotLbl(20)",
-       "40001|TypedRW|Float|20"},
+       "40001|TypedRW|Float|20", ""},
       {Modbus, 30, "02" + map1 + map2, "AbModMapSlotLbl(3)", "", "02" + map1 + map2}};
-  for (const auto& row : rows) {
-    GatewayDevice device(row.model);
-    device.Teach(row.block, FromHex(row.data));
-    VkRtx user(row.model, &device);
-    EXPECT_EQ(user.Use("click UploadCmd\nsee " + row.look), "reminder\n" + row.words) << row.data;
+  for (const auto& [model, block, data, look, words, back] : rows) {
+    GatewayDevice device(model);
+    device.Teach(block, FromHex(data));
+    VkRtx user(model, &device);
+    EXPECT_EQ(user.Use("click UploadCmd\nsee " + look), "reminder\n" + words) << data;
     user.Use("finish DownOpt");
-    EXPECT_FALSE(user.app.forms.dispatcher.Ended()) << row.data;
-    EXPECT_EQ(row.back.empty() ? "" : ToHex(device.gateway.BlocksInForce().at(row.block)), row.back);
+    EXPECT_FALSE(user.app.forms.dispatcher.Ended()) << data;
+    EXPECT_EQ(back.empty() ? "" : ToHex(device.gateway.BlocksInForce().at(block)), back);
   }
   EXPECT_EQ(VkRtx(Modbus).Use("items SerProtoLst(1)"), "item \"Modbus\"\n");
 }
@@ -380,16 +362,16 @@ TEST(ConfigurationVkRtx, FinishRefusesWhatHasNoBytes) {
       {Modbus, Dhcp + Master + "type ModbusTimeoutTxt(0) x", "Serial Protocol Settings, Request Timeout (shown with"},
       {Modbus, Maps + AddRow(true, 1, 300), "Allen-Bradley/Modbus Mapping, slot 1, Low Address"},
       {Modbus, twenty, full}};
-  for (const Case& c : cases) {
+  for (const auto& [model, acts, expected] : cases) {
     for (const std::string option : {"DownOpt", "DownSaveOpt", "SaveOpt"}) {
-      GatewayDevice device(c.model);
-      VkRtx user(c.model, &device);
-      const std::string told = user.Use(c.acts + "\nfinish " + option);
-      if (option == "SaveOpt" && c.expected == full) {  // a file holds them all
+      GatewayDevice device(model);
+      VkRtx user(model, &device);
+      const std::string told = user.Use(acts + "\nfinish " + option);
+      if (option == "SaveOpt" && expected == full) {  // a file holds them all
         EXPECT_NE(user.file.Content().find("\r\n20\r\n"), std::string::npos);
         continue;
       }
-      EXPECT_TRUE(told.starts_with("box critical \"Error!\" \"" + c.expected)) << told;
+      EXPECT_TRUE(told.starts_with("box critical \"Error!\" \"" + expected)) << told;
       EXPECT_EQ(user.Use("page") + user.driver.written + user.file.Content() + user.app.globals.BlockTable[1],
                 "ApplyFrame");
       EXPECT_EQ(user.app.globals.SocketTimeout + user.app.globals.RouteCount, 0);
@@ -406,10 +388,10 @@ TEST(ConfigurationVkRtx, SavesAndOpensItsFile) {
        modbus + "1\n1,10,4,0,7,0,1,5,0\n1\n3,\"192.168.1.20\"\n"},
       {Df1, Ip + A + Route("1|Channel A|40|41|Ethernet|10.0.0.1") + ToClients + "2\n" + ToConversion + "300",
        df1 + "\"10.0.0.1\",1,2\n\"\",0,0\n1\n10000\n3,255,40,41,5,0,\"10.0.0.1\"\n40\n300\n0\n3\n0\n0\n0\n0\n3\n0\n"}};
-  for (const Case& c : files) {
-    VkRtx user(c.model);
-    user.Use(c.acts + "\nfinish SaveOpt");
-    EXPECT_EQ(user.file.Content(), Lines(c.expected));
+  for (const auto& [model, acts, expected] : files) {
+    VkRtx user(model);
+    user.Use(acts + "\nfinish SaveOpt");
+    EXPECT_EQ(user.file.Content(), Lines(expected));
   }
   // Negative counts are none. The rows of an earlier configuration stay in sight, and what is saved then opens again.
   VkRtx opener(Modbus);

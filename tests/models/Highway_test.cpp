@@ -17,9 +17,8 @@ TEST(Highway, ChoicesGoDownAndComeBack) {
                         "HwyNodeLst HwyNodeUnitLbl HwySpeedLst HwySpeedUnitLbl Df1SpeedLst Df1ParityLst "
                         "Df1DataBitsLst Df1StopBitsLst Df1ErrorChkLst Df1DupMsgLst Df1EmbeddedRespLst",
                     card = "9600|None|8|1|BCC|Ignore|None", dhPlus = "1|Octal|57.6|kBaud|";
-  const struct {
-    std::string kind, acts, image, words, block{};  // the image from byte 13
-  } rows[] = {
+  // The image from byte 13.
+  const std::tuple<std::string, std::string, std::string, std::string, std::string> rows[] = {
       {"VK5300", Addresses, "00 01 00 08 00 0B 00 08 00 00 00 00 00 00", "DH+|" + dhPlus + "Auto Detect|30",
        "02 01 A8 C0 00 FF FF FF 00 00 00 00 04 00 1E 00 00 00 00 00 04"},
       {"VK5300",
@@ -27,32 +26,32 @@ TEST(Highway, ChoicesGoDownAndComeBack) {
        "00 3F 00 0A 00 0B 00 08 00 00 00 00 00 00", "DH+|77|Octal|230.4|kBaud|10 Mbps|255",
        "00 00 00 00 00 00 00 00 00 00 00 00 01 01 FF 00 00 00 00 00 04"},
       {"VK5300", Dh485 + "select DhNodeLst 31\nselect DhSpeedLst 4800\n" + Dhcp + "select EthSpeedLst 100 Mbps",
-       "01 1F 00 07 00 0B 00 08 00 00 00 00 00 00", "DH-485|31|Decimal|4800|Baud|100 Mbps|30"},
+       "01 1F 00 07 00 0B 00 08 00 00 00 00 00 00", "DH-485|31|Decimal|4800|Baud|100 Mbps|30", ""},
       {"VK5300", Dh485 + "select DhNodeLst 31\n" + Dh + "etworkLst DH+\n" + Dhcp,
-       "00 01 00 08 00 0B 00 08 00 00 00 00 00 00", "DH+|" + dhPlus + "Auto Detect|30"},
-      {"RBCard", "", "00 01 00 08 00 08 00 08 00 08 00 00 00 01", dhPlus + card},
+       "00 01 00 08 00 0B 00 08 00 00 00 00 00 00", "DH+|" + dhPlus + "Auto Detect|30", ""},
+      {"RBCard", "", "00 01 00 08 00 08 00 08 00 08 00 00 00 01", dhPlus + card, ""},
       {"RBCard", Card485 + "click DhpOpt\nselect HwyNodeLst 77\nselect HwySpeedLst 115.2",
-       "00 3F 00 09 00 08 00 08 00 08 00 00 00 01", "77|Octal|115.2|kBaud|" + card},
+       "00 3F 00 09 00 08 00 08 00 08 00 00 00 01", "77|Octal|115.2|kBaud|" + card, ""},
       {"RBCard", Card485 + "select HwySpeedLst 9600\nselect HwyNodeLst 31", "01 1F 00 08 00 08 00 08 00 08 00 00 00 01",
-       "31|Decimal|9600|Baud|" + card},
+       "31|Decimal|9600|Baud|" + card, ""},
       {"RBCard", Df1 + "SpeedLst 115200\nselect Df1ParityLst Odd\nselect Df1DataBitsLst 7\nselect Df1ErrorChkLst CRC",
-       "00 01 00 08 00 0C 12 08 00 08 00 00 01 01", dhPlus + "115200|Odd|7|1|CRC|Ignore|None"},
+       "00 01 00 08 00 0C 12 08 00 08 00 00 01 01", dhPlus + "115200|Odd|7|1|CRC|Ignore|None", ""},
       {"RBCard", Df1 + "ParityLst Even\nselect Df1ParityLst None\nselect Df1StopBitsLst 2\nselect Df1DupMsgLst Accept",
-       "00 01 00 08 00 08 0C 08 00 08 00 00 02 01", dhPlus + "9600|None|8|2|BCC|Accept|None"},
+       "00 01 00 08 00 08 0C 08 00 08 00 00 02 01", dhPlus + "9600|None|8|2|BCC|Accept|None", ""},
       {"RBCard", Df1 + "SpeedLst 300\nselect Df1ParityLst Even\nselect Df1EmbeddedRespLst Execute",
-       "00 01 00 08 00 03 06 08 00 08 00 00 04 01", dhPlus + "300|Even|8|1|BCC|Ignore|Execute"}};
-  for (const auto& row : rows) {
-    GatewayDevice device(row.kind);
-    WizardUser user(row.kind, &device);
-    const std::string look = "\nsee " + (row.kind == "RBCard" ? rbCard : vk5300);
-    EXPECT_EQ(user.Use(row.acts + "\nfinish DownOpt"), "reminder\nsuccess\n");
-    EXPECT_EQ(ToHex(device.gateway.Image().substr(0, 2) + device.gateway.Image().substr(13, 14)), "04 99 " + row.image);
-    EXPECT_EQ(row.block.empty() ? "" : ToHex(device.gateway.BlocksInForce().at(3)), row.block);
+       "00 01 00 08 00 03 06 08 00 08 00 00 04 01", dhPlus + "300|Even|8|1|BCC|Ignore|Execute", ""}};
+  for (const auto& [kind, acts, image, words, block] : rows) {
+    GatewayDevice device(kind);
+    WizardUser user(kind, &device);
+    const std::string look = "\nsee " + (kind == "RBCard" ? rbCard : vk5300);
+    EXPECT_EQ(user.Use(acts + "\nfinish DownOpt"), "reminder\nsuccess\n");
+    EXPECT_EQ(ToHex(device.gateway.Image().substr(0, 2) + device.gateway.Image().substr(13, 14)), "04 99 " + image);
+    EXPECT_EQ(block.empty() ? "" : ToHex(device.gateway.BlocksInForce().at(3)), block);
     user.app.globals.ClearRegisters();
-    EXPECT_EQ(user.Use("again\nclick UploadCmd" + look), "reminder\n" + row.words);
+    EXPECT_EQ(user.Use("again\nclick UploadCmd" + look), "reminder\n" + words);
     user.Use("finish SaveOpt");
     user.app.globals.ClearRegisters();
-    EXPECT_EQ(user.Use("again\nopen" + look), row.words) << user.file.Content();
+    EXPECT_EQ(user.Use("again\nopen" + look), words) << user.file.Content();
   }
 }
 

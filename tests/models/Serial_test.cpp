@@ -38,17 +38,15 @@ TEST(Serial, WalksItsPages) {
                     apply = "ApplyFrame/ApplySetLbl", rb3000 = welcome + "ModSettingsFrame/ModProtoSetLbl ",
                     rb2000 = welcome + "SerialSettingsFrame/SerialSetLbl ProtocolSettingsFrame/ProtoSetLbl ",
                     used = "to MappingFrame(0)\ntype ModStartTxt(0) 10000\nback ConfigFrame\n";
-  const struct {
-    const char* kind;
-    std::string acts, pages;
-  } rows[] = {{"RB2000", "", rb2000 + slots + apply},
-              {"RB3000", "", rb3000 + slots + apply},
-              {"RB2000", used + Rb2000Master, rb2000 + apply},  // a master passes the slots, whatever they hold
-              {"RB3000", used + Rb3000Master, rb3000 + apply}};
-  for (const auto& row : rows) {
-    WizardUser user(row.kind);
-    EXPECT_EQ(user.Use(row.acts), "");
-    user.Walk(row.pages);
+  const std::array<std::string, 3> rows[] = {
+      {"RB2000", "", rb2000 + slots + apply},
+      {"RB3000", "", rb3000 + slots + apply},
+      {"RB2000", used + Rb2000Master, rb2000 + apply},  // a master passes the slots, whatever they hold
+      {"RB3000", used + Rb3000Master, rb3000 + apply}};
+  for (const auto& [kind, acts, pages] : rows) {
+    WizardUser user(kind);
+    EXPECT_EQ(user.Use(acts), "");
+    user.Walk(pages);
   }
   WizardUser user("RB3000");
   EXPECT_EQ(user.Use("to MappingFrame(0)\nclick NextMappingCmd(0)\nclick NextMappingCmd(1)\npage\nsee SlotNumLbl(39)"),
@@ -66,86 +64,78 @@ TEST(Serial, ThePageFollowsItsChoices) {
       floats = "to MappingFrame(0)\nshown FloatLbl(0) FloatChk(13)\nclick BackCmd",
       address = "check ChbModSlaveSpecificAddrChk ", list = "shown ChbModSlaveSpecificAddrLst",
       explained = "see DDTAExplanationFrm.DDTAExpLbl(2)\nclick DDTAExplanationFrm.CloseCmd";
-  const struct {
-    bool is3000;
-    std::string act, look, shown;
-  } rows[] = {{false, mod + "SlaveBroadcastEnableLst Yes", range2, "value \"2280\"\n++"},
-              {false, mod + "SlaveBroadcastEnableLst No", range2, "value \"1200\"\n--"},
-              {false, address + "on", list, "+"},
-              {false, address + "off", list, "-"},
-              {false, mod + "DeviceTypeLst Master", frames, "-+"},
-              {false, "click ChbModMasterDDTALbl", explained, "Click Here to download the Address Mapping software."},
-              {false, mod + "DeviceTypeLst Slave", frames, "+-"},
-              {false, mod + "SlavePlcTypeLst PLC-3", floats, "--"},
-              {false, mod + "SlavePlcTypeLst PLC-5", floats, "++"},
-              {true, "select BroadcastLst Yes", range3, "++"},
-              {true, "select BroadcastLst No", range3, "--"},
-              {true, "select ModDeviceTypeLst Master", frames, "-+"},
-              {true, "click ModMasterDDTALbl", explained, "Click Here to download the Address Mapping software."},
-              {true, "select ModDeviceTypeLst Slave", frames, "+-"},
-              {true, "select PLCTypeLst PLC-3", floats, "--"},
-              {true, "select PLCTypeLst SLC/MicroLogix/ControlLogix", floats, "++"}};
+  const std::tuple<bool, std::string, std::string, std::string> rows[] = {
+      {false, mod + "SlaveBroadcastEnableLst Yes", range2, "value \"2280\"\n++"},
+      {false, mod + "SlaveBroadcastEnableLst No", range2, "value \"1200\"\n--"},
+      {false, address + "on", list, "+"},
+      {false, address + "off", list, "-"},
+      {false, mod + "DeviceTypeLst Master", frames, "-+"},
+      {false, "click ChbModMasterDDTALbl", explained, "Click Here to download the Address Mapping software."},
+      {false, mod + "DeviceTypeLst Slave", frames, "+-"},
+      {false, mod + "SlavePlcTypeLst PLC-3", floats, "--"},
+      {false, mod + "SlavePlcTypeLst PLC-5", floats, "++"},
+      {true, "select BroadcastLst Yes", range3, "++"},
+      {true, "select BroadcastLst No", range3, "--"},
+      {true, "select ModDeviceTypeLst Master", frames, "-+"},
+      {true, "click ModMasterDDTALbl", explained, "Click Here to download the Address Mapping software."},
+      {true, "select ModDeviceTypeLst Slave", frames, "+-"},
+      {true, "select PLCTypeLst PLC-3", floats, "--"},
+      {true, "select PLCTypeLst SLC/MicroLogix/ControlLogix", floats, "++"}};
   WizardUser users[] = {WizardUser("RB2000"), WizardUser("RB3000")};
   for (WizardUser& user : users) user.Use("to MappingFrame(0)\ncheck FloatChk(5) on\nclick BackCmd");
   for (int time = 1; time <= 2; ++time) {
-    for (const auto& row : rows) EXPECT_EQ(users[row.is3000].Use(row.act + "\n" + row.look), row.shown) << row.act;
+    for (const auto& [is3000, act, look, shown] : rows) EXPECT_EQ(users[is3000].Use(act + "\n" + look), shown) << act;
   }
   for (WizardUser& user : users) EXPECT_EQ(user.app.globals.RegisterHigh[53], 1);  // what was hidden stays
 }
 
 // Every list: what it writes, and that the same byte selects it again.
 TEST(Serial, ListsWriteTheirBitsAndAreSelectedByThem) {
-  const struct {
-    const char *kind, *list;
-    int offset;
-    std::string picks;     // text, byte before, byte after
-    std::string others{};  // bytes that no entry has: they leave the list, and stay
-  } rows[] = {{"RB2000", "ChaSpeedLst", 16, "300 8 3 115200 8 12 230400 8 13", "0 14"},
-              {"RB2000", "ChaParityLst", 17, "Odd 249 251 Even 0 6 None 255 253"},
-              {"RB2000", "ChaDataBitsLst", 17, "7 0 16 8 255 239"},
-              {"RB2000", "ChaStopBitsLst", 17, "2 0 8 1 255 247"},
-              {"RB2000", "ChaHandshakingLst", 17, "Active 0 1 None 255 254"},
-              {"RB2000", "ChaConnectionLst", 17, "RS-232 255 159 RS-422 223 191 RS-485 0 96"},
-              {"RB2000", "ChbSpeedLst", 18, "115200 8 12"},
-              {"RB2000", "ChbParityLst", 19, "Odd 0 2"},
-              {"RB2000", "ChbDataBitsLst", 19, "7 0 16"},
-              {"RB2000", "ChbStopBitsLst", 19, "2 0 8"},
-              {"RB2000", "ChbHandshakingLst", 19, "Active 0 1"},
-              {"RB2000", "ChbConnectionLst", 19, "RS-485 0 96"},
-              {"RB2000", "ChaDf1StationAddrLst", 14, "255 1 255"},
-              {"RB2000", "ChaDf1ErrorModeLst", 25, "CRC 240 241"},
-              {"RB2000", "ChbModDeviceTypeLst", 41, "Master 0 2"},
-              {"RB2000", "ChbModProtocolLst", 41, "ASCII 4 5"},
-              {"RB2000", "ChbModSlaveBroadcastEnableLst", 41, "Yes 0 4 No 7 3"},
-              {"RB2000", "ChbModSlavePlcTypeLst", 44, "PLC-3 0 1 SLC/MicroLogix/ControlLogix 0 2", "3"},
-              {"RB2000", "ChbModSlaveBroadcastStartLst", 42, "7 0 7 10 0 10", "64"},
-              {"RB2000", "ChbModSlaveBroadcastEndLst", 43, "0 7 0", "255"},
-              {"RB2000", "ChbModSlaveSpecificAddrLst", 40, "247 1 247", "248"},
-              {"RB3000", "ModDeviceTypeLst", 41, "Master 253 255"},
-              {"RB3000", "PLCTypeLst", 44, "PLC-3 0 1", "3"},
-              {"RB3000", "BroadcastLst", 41, "Yes 1 5"},
-              {"RB3000", "BroadStartLst", 42, "7 0 7"},
-              {"RB3000", "BroadEndLst", 43, "6 0 6 10 0 10"}};
-  for (const auto& row : rows) {
-    Rb user(row.kind);
-    auto& list = user.At<ComboBox>(row.list);
-    std::int32_t& byte = user.Byte(row.offset);
+  // The list, its byte, texts with the byte before and after, bytes that no entry has: they leave the list, and stay.
+  const std::tuple<std::string, int, std::string, std::string> rows[] = {
+      {"ChaSpeedLst", 16, "300 8 3 115200 8 12 230400 8 13", "0 14"},
+      {"ChaParityLst", 17, "Odd 249 251 Even 0 6 None 255 253", ""},
+      {"ChaDataBitsLst", 17, "7 0 16 8 255 239", ""},
+      {"ChaStopBitsLst", 17, "2 0 8 1 255 247", ""},
+      {"ChaHandshakingLst", 17, "Active 0 1 None 255 254", ""},
+      {"ChaConnectionLst", 17, "RS-232 255 159 RS-422 223 191 RS-485 0 96", ""},
+      {"ChaDf1StationAddrLst", 14, "255 1 255", ""},
+      {"ChaDf1ErrorModeLst", 25, "CRC 240 241", ""},
+      {"ChbModDeviceTypeLst ModDeviceTypeLst", 41, "Master 253 255", ""},
+      {"ChbModProtocolLst", 41, "ASCII 4 5", ""},
+      {"ChbModSlaveBroadcastEnableLst BroadcastLst", 41, "Yes 1 5 No 5 1", ""},
+      {"ChbModSlaveBroadcastEnableLst", 41, "No 7 3", ""},
+      {"ChbModSlavePlcTypeLst PLCTypeLst", 44, "PLC-3 0 1 SLC/MicroLogix/ControlLogix 0 2", "3"},
+      {"ChbModSlaveBroadcastStartLst BroadStartLst", 42, "7 0 7 10 0 10", "64"},
+      {"ChbModSlaveBroadcastEndLst BroadEndLst", 43, "0 7 0 6 0 6 10 0 10", "255"},
+      {"ChbModSlaveSpecificAddrLst", 40, "247 1 247", "248"}};
+  const auto check = [](const char* kind, const std::string& name, int offset, const std::string& all,
+                        const std::string& others) {
+    Rb user(kind);
+    auto& list = user.At<ComboBox>(name);
+    std::int32_t& byte = user.Byte(offset);
     const std::string before = list.Text.Value();
-    for (const std::string& other : Split(row.others)) {
+    for (const std::string& other : Split(others)) {
       byte = CLng(Val(other));
       user.Decode();
-      EXPECT_EQ(list.Text.Value() + " " + Str(byte), before + " " + other) << row.list;
+      EXPECT_EQ(list.Text.Value() + " " + Str(byte), before + " " + other) << name;
     }
-    const auto picks = Split(row.picks);
+    const auto picks = Split(all);
     for (auto pick = picks.begin(); pick != picks.end(); pick += 3) {
       byte = CLng(Val(pick[1]));
       list.Text = pick[0];
-      EXPECT_EQ(Str(byte), pick[2]) << row.list << pick[0];
+      EXPECT_EQ(Str(byte), pick[2]) << name << pick[0];
       list.SetEntries(list.Entries());  // forgets its selection
       user.Decode();
       // 10 is the octal text of a byte, read as decimal digits.
-      EXPECT_EQ(list.Text.Value() + " " + Str(byte), pick[0] == "10" ? "12 12" : pick[0] + " " + pick[2]) << row.list;
+      EXPECT_EQ(list.Text.Value() + " " + Str(byte), pick[0] == "10" ? "12 12" : pick[0] + " " + pick[2]) << name;
     }
+  };
+  for (const auto& [names, offset, picks, others] : rows) {
+    const auto name = Split(names);
+    check("RB2000", name[0], offset, picks, others);
+    if (offset < 18 && offset > 15) check("RB2000", "Chb" + names.substr(3), offset + 2, picks, others);
+    if (name.size() > 1) check("RB3000", name[1], offset, picks, others);
   }
 }
 
