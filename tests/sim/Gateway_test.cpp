@@ -75,23 +75,21 @@ TEST(Gateway, StoresWholeBlocksTogetherOrNotAtAll) {
 /// What a click on UPLOAD makes of it, and how long it takes.
 TEST(Misbehaviour, AsTheUserSeesIt) {
   const Time byteTime = 1041666ns;  // ten bits at 9600 bit/s
-  const struct {
-    Misbehaviour how;
-    Time span;
-    bool good, pace = false;
-  } rows[] = {{{}, 467 * byteTime, true, true}, {{.late = 2999ms}, 2999ms, true},
-              {{.junk = true}, 0ms, false},     {{.shortBy = 461}, 3000ms, false},
-              {{.hold = 500ms}, 0ms, false},    {{.unplugAfter = 466}, 17 * byteTime + 3000ms, true, true}};
-  for (const auto& row : rows) {
+  const auto check = [](Misbehaviour how, Time span, bool good, bool pace = false) {
     Harness h;
-    GatewayDevice device("RB2000", row.how, row.pace);
+    GatewayDevice device("RB2000", how, pace);
     h.GoTo("RB2000Cmd", &device);
     h.Do("click ProductMenu.ConfigureCmd");
     h.Elapsed();
     h.Do("click Configuration_RB2000.UploadCmd");
-    EXPECT_EQ(h.Elapsed().count(), row.span.count()) << &row - rows;
-    EXPECT_EQ(h.Get("Configuration_RB2000.ChaSpeedLst.Text") == "19200", row.good) << &row - rows;
-  }
+    EXPECT_EQ(h.Elapsed().count(), span.count());
+    EXPECT_EQ(h.Get("Configuration_RB2000.ChaSpeedLst.Text") == "19200", good) << span.count();
+  };
+  check({.late = 2999ms}, 2999ms, true);
+  check({.junk = true}, 0ms, false);
+  check({.shortBy = 461}, 3000ms, false);
+  check({.hold = 500ms}, 0ms, false);
+  check({.unplugAfter = 466}, 17 * byteTime + 3000ms, true, true);
 }
 
 }  // namespace
