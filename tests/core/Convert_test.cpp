@@ -1,8 +1,6 @@
 // The conversions between texts, numbers and bytes, and the registers as a byte string.
 #include "core/Convert.h"
 
-#include <gtest/gtest.h>
-
 #include <cmath>
 #include <sstream>
 

@@ -1,8 +1,6 @@
 // Configuration files, field by field.
 #include "core/RecordFile.h"
 
-#include <gtest/gtest.h>
-
 #include <algorithm>
 
 #include "forms/FaultOf.h"

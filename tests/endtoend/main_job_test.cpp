@@ -1,5 +1,4 @@
 // The built programs, over a real pseudo-terminal and alone.
-#include <gtest/gtest.h>
 #include <sys/prctl.h>
 #include <sys/resource.h>
 #include <sys/socket.h>

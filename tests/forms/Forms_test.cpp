@@ -2,8 +2,6 @@
 // acts and ticks enter.
 #include "forms/Forms.h"
 
-#include <gtest/gtest.h>
-
 #include <tuple>
 
 #include "forms/FaultOf.h"

@@ -1,7 +1,6 @@
 // Reading files, and replacing them as a whole, on a real disk.
 #include "platform/Files.h"
 
-#include <gtest/gtest.h>
 #include <sys/resource.h>
 #include <sys/statvfs.h>
 #include <sys/syscall.h>

@@ -1,7 +1,6 @@
 // The search for the device behind a port name, in folders made up for it.
 #include "platform/PortNames.h"
 
-#include <gtest/gtest.h>
 #include <sys/stat.h>
 
 #include <filesystem>

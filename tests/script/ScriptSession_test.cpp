@@ -1,8 +1,6 @@
 // The commands of the text front end, on a form that has every kind of control, and the texts as it reads them.
 #include "script/ScriptSession.h"
 
-#include <gtest/gtest.h>
-
 #include <new>
 #include <stdexcept>
 #include <tuple>

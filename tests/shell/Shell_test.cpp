@@ -1,5 +1,4 @@
 // The shell: splash page, menus, port choice, the small procedures that all forms share.
-#include <gtest/gtest.h>
 
 #include "shell/Subs.h"
 #include "support/Harness.h"

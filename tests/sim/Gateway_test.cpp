@@ -1,5 +1,4 @@
 // The simulated gateway: what it takes for a message, what it keeps, and what a user sees of its misbehaviours.
-#include <gtest/gtest.h>
 
 #include "core/Convert.h"
 #include "link/BuildFrame.h"

@@ -1,7 +1,6 @@
 // On a real X server: what the user does while the program waits for a silent device. The pointer rests after a click,
 // so that nothing but the act itself can wake the program.
 #include <fcntl.h>
-#include <gtest/gtest.h>
 #include <stdlib.h>
 #include <unistd.h>
 
