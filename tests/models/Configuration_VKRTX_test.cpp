@@ -60,17 +60,14 @@ const std::string Ip = "to EthComFrame\ntype EthIPTxt 192.168.1.5\ntype EthSubTx
                   ToConversion = "to ConversionFrame\ntype ASCIIPcccFileTxt(0) ";
 
 TEST(ConfigurationVkRtx, WalksItsPages) {
-  const std::string first =
-                        "ConfigFrame/OpenConfigLbl SerComFrame/SerComSetLbl EthComFrame/EthComSetLbl "
-                        "SerProtoFrame(0)/SerProtSetLbl ",
-                    ethernet = "EthProtoFrame/EthProtSetLbl ", routing = ethernet + "RoutingFrame/RoutingSetLbl ",
-                    clients = "EIPClientSetupFrame/RoutingSetLbl ", conversion = "ConversionFrame/ConvSetLbl ",
-                    maps = "AbModMappingFrame/ConvSetLbl ", apply = "ApplyFrame/ApplySetLbl";
+  const std::string first = "ConfigFrame SerComFrame EthComFrame SerProtoFrame(0) ", ethernet = "EthProtoFrame ",
+                    routing = ethernet + "RoutingFrame ", clients = "EIPClientSetupFrame ",
+                    conversion = "ConversionFrame ", maps = "AbModMappingFrame ", apply = "ApplyFrame";
   const Case cases[] = {{Df1, Dhcp, routing},
-                        {Df1, ChannelB, "SerProtoFrame(1)/SerProtSetLbl " + routing},
+                        {Df1, ChannelB, "SerProtoFrame(1) " + routing},
                         {Df1, AsciiA + Route("1|Channel A|1|1|Ethernet|1.1.1.1"), routing + clients + conversion},
                         {Df1, AsciiA + Route("1|Channel A|1|1|Channel A"), routing + conversion},
-                        {Modbus, Dhcp, ethernet + "NodeIpFrame/RoutingSetLbl " + maps},
+                        {Modbus, Dhcp, ethernet + "NodeIpFrame " + maps},
                         {Modbus, Dhcp + Master, ethernet + maps}};
   for (const auto& [model, acts, expected] : cases) {
     VkRtx user(model);
@@ -83,7 +80,6 @@ TEST(ConfigurationVkRtx, WalksItsPages) {
 TEST(ConfigurationVkRtx, TablesKeepTheirOrderWithoutAGap) {
   // How many there are before, the act and its slot, the lows that are left, the bar's Max.
   const std::tuple<int, char, int, std::string, std::string> rows[] = {
-      {0, '+', 1, "99", "0"},
       {4, '+', 3, "1 2 99 3 4", "0"},
       {5, '+', 1, "99 1 2 3 4 5", "480"},
       {19, '+', 20, "1 2 3 4 5 6 7 8 9 10 11 12 13 14 15 16 17 18 19 99", "7200"},
@@ -356,7 +352,6 @@ TEST(ConfigurationVkRtx, FinishRefusesWhatHasNoBytes) {
       {Df1, Routes + Route("1|Channel A|-1|2|Channel A"), slot1 + "Low"},
       {Df1, Routes + Route("1|Channel A|1|2|Ethernet|1.2.3.999"), slot1 + "IP Address"},
       {Df1, Routes + "type MsgTimeOutTxt 40000", "Routing Table Setup, Message Timeout"},
-      {Df1, Routes + "type MsgTimeOutTxt -5", "Routing Table Setup, Message Timeout"},
       {Df1, client + ToClients + "x", "Ethernet/IP Client Setup, client 1, Controller Slot Number (shown with"},
       {Df1, client + ToConversion + "70000", "Protocol Conversion Settings - Channel A, File Number (shown with"},
       {Modbus, Dhcp + Master + "type ModbusTimeoutTxt(0) x", "Serial Protocol Settings, Request Timeout (shown with"},
@@ -403,7 +398,6 @@ TEST(ConfigurationVkRtx, SavesAndOpensItsFile) {
   EXPECT_EQ(opener.app.globals.AbModMapCount + opener.app.globals.NodeIpCount, 1);
   for (const auto& [model, text] : {std::pair(Modbus, modbus + "21\n"),
                                     {Modbus, modbus + "0\n11\n"},
-                                    {Modbus, modbus + "32768\n"},
                                     {Modbus, modbus + "0\n1\n3,20\n"},
                                     {Df1, df1 + "\"\",0,0\n\"\",0,0\n21\n"}}) {
     VkRtx user(model);

@@ -34,9 +34,9 @@ const std::string Rb2000Master = "to ProtocolSettingsFrame\nselect ChbModDeviceT
                   Rb3000Master = "to ModSettingsFrame\nselect ModDeviceTypeLst Master\n";
 
 TEST(Serial, WalksItsPages) {
-  const std::string welcome = "ConfigFrame/OpenConfigLbl ", slots = "MappingFrame(0)/ModAddrMapLbl ",
-                    apply = "ApplyFrame/ApplySetLbl", rb3000 = welcome + "ModSettingsFrame/ModProtoSetLbl ",
-                    rb2000 = welcome + "SerialSettingsFrame/SerialSetLbl ProtocolSettingsFrame/ProtoSetLbl ",
+  const std::string welcome = "ConfigFrame ", slots = "MappingFrame(0) ", apply = "ApplyFrame",
+                    rb3000 = welcome + "ModSettingsFrame ",
+                    rb2000 = welcome + "SerialSettingsFrame ProtocolSettingsFrame ",
                     used = "to MappingFrame(0)\ntype ModStartTxt(0) 10000\nback ConfigFrame\n";
   const std::array<std::string, 3> rows[] = {
       {"RB2000", "", rb2000 + slots + apply},
@@ -140,20 +140,20 @@ TEST(Serial, ListsWriteTheirBitsAndAreSelectedByThem) {
 }
 
 TEST(Serial, OptionsWriteTheirCodeAndAreSelectedByIt) {
-  const std::vector<std::string> names[] = {
-      {"RB2000", "ChbModMasterNXYYZOpt", "ChbModMasterNXYZZOpt", "ChbModMasterNYXZZOpt"},
-      {"RB3000", "NXYYZOpt", "NXYZZOpt", "NYXZZOpt"}};
-  for (const auto& name : names) {
-    Rb user(name[0]);
+  const std::string names[] = {"NXYYZOpt", "NXYZZOpt", "NYXZZOpt"};
+  for (const auto& [kind, prefix] : {std::pair("RB2000", "ChbModMaster"), {"RB3000", ""}}) {
+    Rb user(kind);
     user.Byte(41) = 2;  // a master
-    const auto option = [&](std::size_t code) -> auto& { return user.At<OptionButton>(name[code + 1]); };
-    for (const std::size_t code : {2u, 1u, 0u}) {
+    const auto option = [&, start = prefix ](int code) -> auto& {
+      return user.At<OptionButton>(start + names[code % 3]);
+    };
+    for (const int code : {2, 1, 0}) {
       option(code).Value = true;
-      EXPECT_EQ(user.Byte(45), static_cast<int>(code));
-      option((code + 1) % 3).Value = true;
-      user.Byte(45) = static_cast<int>(code);
+      EXPECT_EQ(user.Byte(45), code);
+      option(code + 1).Value = true;
+      user.Byte(45) = code;
       user.Decode();
-      EXPECT_TRUE(option(code).Value) << name[0] << code;
+      EXPECT_TRUE(option(code).Value) << kind << code;
     }
     user.Byte(45) = 3;  // of no option
     user.Decode();

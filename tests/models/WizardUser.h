@@ -76,15 +76,14 @@ struct WizardUser : Harness {
     return printed;
   }
 
-  /// BACK over the pages from the last to the first, and NEXT to the last again. Each is a frame and its step:
-  /// "FRAME/STEP".
+  /// BACK over the pages from the last to the first, and NEXT to the last again. Each is a frame.
   void Walk(const std::string& pages) {
     const auto all = Split(pages);
-    Use("to " + all.back().substr(0, all.back().find('/')));
+    Use("to " + all.back());
     const std::size_t last = all.size() - 1;
     for (std::size_t i = 0; i <= 2 * last; ++i) {
       const std::size_t page = i <= last ? last - i : i - last;
-      EXPECT_EQ(Page() + "/" + Step(), all[page]) << pages;
+      EXPECT_EQ(Page(), all[page]) << pages;
       EXPECT_EQ(Get(form + ".NextCmd.Picture"), page == last ? "117" : "111");
       EXPECT_EQ(Get(form + ".BackCmd.Shown"), page == 0 ? "False" : "True");
       Use(i < last ? "click BackCmd" : i < 2 * last ? "click NextCmd" : "");
@@ -117,16 +116,6 @@ struct WizardUser : Harness {
       if (control->Left == 3840 && control->Height == 7620 && control->Shown()) page += control->FullName();
     }
     return page;
-  }
-  /// The steps that are marked by their colour, if the mark stands at them too.
-  std::string Step() const {
-    std::string steps;
-    for (const Control* control : ControlsOf(form)) {
-      const auto* label = dynamic_cast<const Label*>(control);
-      if (!label || label->role != TextRole::Step || label->ForeColor != StepCurrent) continue;
-      steps += label->Top == At("StepMarkFrame").Top ? label->FullName() : " no mark";
-    }
-    return steps;
   }
   std::string Fill(const std::string& editor, const std::vector<std::string>& texts) {
     std::string acts;
