@@ -351,7 +351,7 @@ TEST(ConfigurationVkRtx, FinishRefusesWhatHasNoBytes) {
       {Df1, Routes + Route("1|Channel A|1|256|Channel A"), slot1 + "High"},
       {Df1, Routes + Route("1|Channel A|-1|2|Channel A"), slot1 + "Low"},
       {Df1, Routes + Route("1|Channel A|1|2|Ethernet|1.2.3.999"), slot1 + "IP Address"},
-      {Df1, Routes + "type MsgTimeOutTxt 40000", "Routing Table Setup, Message Timeout"},
+      {Df1, Routes + "type MsgTimeOutTxt -5", "Routing Table Setup, Message Timeout"},
       {Df1, client + ToClients + "x", "Ethernet/IP Client Setup, client 1, Controller Slot Number (shown with"},
       {Df1, client + ToConversion + "70000", "Protocol Conversion Settings - Channel A, File Number (shown with"},
       {Modbus, Dhcp + Master + "type ModbusTimeoutTxt(0) x", "Serial Protocol Settings, Request Timeout (shown with"},
