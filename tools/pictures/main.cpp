@@ -6,9 +6,12 @@
 #include <QFont>
 #include <QFontDatabase>
 #include <QGuiApplication>
+#include <QImage>
+#include <QPainter>
 #include <QPainterPath>
 #include <QString>
 #include <QStringList>
+#include <QSvgRenderer>
 #include <QTransform>
 #include <cstdio>
 #include <exception>
@@ -22,6 +25,7 @@ namespace {
 using vk32::PictureButtonRow;
 using vk32::PictureFace;
 
+constexpr int kIconSizes[] = {16, 22, 24, 32, 48, 64, 128, 256};  // px, as desktops ask for them
 constexpr char kFontFamily[] = "DejaVu Sans Condensed";
 
 // Outlines are taken at the font's own units and scaled down, so that no hinting for some screen size gets into them.
@@ -197,6 +201,16 @@ void WriteAll(const QString& folderName) {
     Write(folder, QString::number(row.pressed) + QStringLiteral(".svg"), Picture(row, true, font));
   }
   Write(folder, QStringLiteral("icon.svg"), kIcon);
+  QSvgRenderer icon(QByteArray{kIcon});
+  for (const int size : kIconSizes) {
+    QImage image(size, size, QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::transparent);
+    QPainter painter(&image);
+    icon.render(&painter);
+    painter.end();
+    const QString name = folder.filePath(QStringLiteral("icon-%1.png").arg(size));
+    if (!image.save(name)) throw std::runtime_error(name.toStdString() + " can't be written");
+  }
 }
 
 }  // namespace
