@@ -1,5 +1,6 @@
 // The generator that draws every button picture and the application icon as SVG files into one folder.
 #include <QByteArray>
+#include <QCommandLineParser>
 #include <QDir>
 #include <QFile>
 #include <QFont>
@@ -190,9 +191,6 @@ void Write(const QDir& folder, const QString& name, const QByteArray& content) {
 
 void WriteAll(const QString& folderName) {
   const QDir folder(folderName);
-  if (!folder.mkpath(QStringLiteral("."))) {
-    throw std::runtime_error("cannot make the folder " + folderName.toStdString());
-  }
   const QFont font = WordFont();
   for (const PictureButtonRow& row : vk32::PictureTable()) {
     Write(folder, QString::number(row.raised) + QStringLiteral(".svg"), Picture(row, false, font));
@@ -207,12 +205,21 @@ int main(int argc, char** argv) {
   // Fonts need a GUI application, but nothing is shown: a screen is not asked for.
   if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
   const QGuiApplication application(argc, argv);
-  if (argc != 2) {
-    std::fputs("usage: vk32-pictures FOLDER\n", stderr);
+  QCoreApplication::setApplicationName("vk32-pictures");
+  QCommandLineParser parser;
+  parser.setApplicationDescription("Writes the pictures of all buttons into a folder, which has to be there.");
+  const QCommandLineOption help = parser.addHelpOption();
+  parser.addPositionalArgument("FOLDER", "Where the pictures go.");
+  const bool parsed = parser.parse(QCoreApplication::arguments());
+  if (parsed && parser.isSet(help)) parser.showHelp();
+  const QStringList folders = parser.positionalArguments();
+  if (!parsed || folders.size() != 1 || !QDir(folders.front()).exists()) {
+    const QString error = parsed ? "wants one FOLDER, which has to be there" : parser.errorText();
+    std::fprintf(stderr, "vk32-pictures: %s\n", qPrintable(error));
     return 2;
   }
   try {
-    WriteAll(QString::fromLocal8Bit(argv[1]));
+    WriteAll(folders.front());
   } catch (const std::exception& problem) {
     std::fprintf(stderr, "vk32-pictures: %s\n", problem.what());
     return 1;
