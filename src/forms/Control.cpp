@@ -18,17 +18,23 @@ Control::Control(Kind kind, const Container& container, ControlName name, Place 
       ForeColor(*this, "ForeColor", SystemButtonText),
       BackColor(*this, "BackColor", SystemButtonFace),
       kind_(kind),
-      container_(container),
+      form_(container.OwnerForm()),
+      parent_(container.AsFrame()),
       name_(name) {
   auto& controls = OwnerForm().controls_;
   TabIndex = static_cast<int>(controls.size());
   controls.push_back(this);
+  Surroundings().children_.push_back(this);
 }
 
 Control::~Control() {
-  auto& controls = OwnerForm().controls_;
-  controls.erase(std::find(controls.begin(), controls.end(), this));
+  std::erase(Surroundings().children_, this);
+  std::erase(OwnerForm().controls_, this);
 }
+
+Container& Control::Surroundings() const { return parent_ ? static_cast<Container&>(*parent_) : form_; }
+
+const std::vector<Control*>& Control::Siblings() const { return Surroundings().Children(); }
 
 std::string_view Control::KindName() const {
   switch (kind_) {
@@ -90,6 +96,7 @@ void PutInTabOrder(const std::vector<Control*>& controls) {
 void Control::Dispatch(const std::function<void()>& act) { OwnerForm().Registry().dispatcher.Dispatch(act); }
 
 void Control::PropertyChanged(const PropertyBase& property) {
+  OwnerForm().ControlChanged(*this);
   if (FormObserver* observer = OwnerForm().observer_) observer->ControlChanged(*this, property);
 }
 

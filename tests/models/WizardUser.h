@@ -94,6 +94,7 @@ struct WizardUser : Harness {
   std::string State() const {
     std::string state;
     for (const Control* control : ControlsOf(form)) {
+      if (!control->Parent()) continue;
       for (const char* name : {"Text", "Value", "Visible", "Caption"}) {
         if (const auto* found = control->FindProperty(name)) state += " " + control->FullName() + found->AsText();
       }

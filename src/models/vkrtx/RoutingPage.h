@@ -28,6 +28,8 @@ class RoutingPage : public SlotRows {
   /// Mode 1 opens a gap at the slot, any other mode closes the row there. A move beyond row 20 faults 9.
   void AdjustRouteTable(int mode, int slot) { MoveRows(mode, slot); }
   void AdjustRouteVScrollBar() { AdjustScrollBar(RouteVScroll); }
+  /// The route of a row but for its range, which need not be a number yet.
+  RouteRecord PortsOf(int row) const;
   /// Makes Routes, 1 to `count`, from the rows. DoesNotFit if an end of a range is no 16-bit number.
   void ReadRouteRows(int count);
   /// Takes the message time-out into the parameters. DoesNotFit if it is no 16-bit number.
