@@ -66,6 +66,7 @@ void WizardForm::Begin(std::int16_t lastPage) {
 }
 
 void WizardForm::ShowCurrentPage() {
+  pageHint.Hide();
   ShowWizardStep(app.globals.CurrentPage);
   ShowWizardFrame(app.globals.CurrentPage);
   UpdateWizardButtons(*this, app.globals.CurrentPage, app.globals.LastPage);
@@ -142,6 +143,7 @@ void WizardForm::ValuesCome(const std::string& source, const std::string& since)
 void WizardForm::ControlChanged(const Control& control) {
   // What stands on no page shows no value.
   if (control.Parent()) stale_ = true;
+  pageHint.Follow(control);
 }
 
 void WizardForm::BehindAct() {
@@ -194,6 +196,14 @@ bool WizardForm::TakeOver(const std::function<void()>& step) {
     app.forms.MsgBox(misfit.Description(), MessageIcon::Critical, "Error!");
     return false;
   }
+}
+
+void WizardForm::ShowHint(const std::string& hint) { pageHint.Show(hint, HintPlace(), nullptr); }
+
+void WizardForm::ShowRefused(const Control& value, const std::string& hint) {
+  if (!IsLoaded()) return;
+  pageHint.Show(hint, HintPlace(), &value);
+  if (value.Shown()) SetFocus(value);
 }
 
 void WizardForm::CancelCmd_Click() { UnloadMe(); }

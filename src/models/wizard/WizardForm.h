@@ -12,6 +12,7 @@
 #include "link/Conversation.h"
 #include "listing/Listing.h"
 #include "models/wizard/ValueOrigin.h"
+#include "models/wizard/PageHint.h"
 #include "shell/WizardPages.h"
 
 namespace vk32 {
@@ -29,6 +30,8 @@ class WizardForm : public ConfigurationForm {
   Listing List();
   /// Asks for a file and opens it. False if that did not lead to an open file; the user has been told.
   bool OpenFileAskedFor();
+  /// Says something on the page that shows, until a value changes or another page comes.
+  void ShowHint(const std::string& hint);
 
  protected:
   /// `timeOutInterval`: of TimeOutTmr at load, in ms; the tops: of the last two lines of the side menu.
@@ -59,6 +62,11 @@ class WizardForm : public ConfigurationForm {
   /// Runs a step that takes values from the pages. False if the device can't hold one: the user has been told, and the
   /// parameters are what they were.
   bool TakeOver(const std::function<void()>& step);
+
+  /// After the user has been told that the value is refused: leads to it.
+  void ShowRefused(const Control& value, const std::string& hint);
+  /// Of a hint's words, on the form: in two lines below the fields.
+  virtual Place HintPlace() const { return {4500, 7035, 7980, 480}; }
 
   App& app;
 
@@ -112,6 +120,8 @@ class WizardForm : public ConfigurationForm {
   Image       StatusMark      {*this, "StatusMark",      { 240, 8497,   180, 180}, Symbol::Cross};
   Label       StatusLbl       {*this, "StatusLbl",       { 240, 8415,  9450, 345}, "", TextRole::Small};
   ProgressBar StatusBar       {*this, "StatusBar",       {9930, 8520,  2550, 120}};
+
+  PageHint    pageHint        {*this};
 
   Timer       TimeOutTmr;
   FileDialog  OpenSaveConfigDialog {*this, "OpenSaveConfigDialog"};
