@@ -18,8 +18,12 @@
 
 namespace vk32 {
 
-App::App(EventLoop& loop, Screen& screen, SerialDriver& driver, PortNames& portNames)
-    : ports(portNames), forms(loop, screen), comm(driver, forms.dispatcher) {
+App::App(EventLoop& loop, Screen& screen, SerialDriver& untraced, PortNames& portNames)
+    : ports(portNames),
+      forms(loop, screen),
+      trace(loop.Now()),
+      driver(untraced, trace, loop),
+      comm(driver, forms.dispatcher) {
   forms.dispatcher.AtEnd([this] { comm.CloseAll(); });
 }
 
@@ -27,7 +31,7 @@ App::~App() { forms.UnloadAll(); }  // while the port of a conversation can stil
 
 std::string ProgramVersion() { return VK32_VERSION; }
 
-void StartProgram(App& app) {
+void RegisterForms(App& app) {
   RegisterShell(app);
   RegisterForm<DownloadingMsg>(app);
   RegisterForm<Firmware>(app);
@@ -42,6 +46,10 @@ void StartProgram(App& app) {
   RegisterForm<Route>(app);
   RegisterForm<DelRoute>(app);
   RegisterForm<ABModMapping>(app);
+}
+
+void StartProgram(App& app) {
+  RegisterForms(app);
   app.forms.dispatcher.Dispatch([&] { app.forms.Show("Splash"); });
 }
 
