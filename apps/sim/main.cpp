@@ -16,6 +16,7 @@
 #include <vector>
 
 #include "app/App.h"
+#include "core/Convert.h"
 #include "platform/PortNames.h"
 #include "platform/PosixEventLoop.h"
 #include "sim/PseudoTerminal.h"

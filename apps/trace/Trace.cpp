@@ -5,19 +5,10 @@
 #include <stdexcept>
 
 #include "platform/PosixEventLoop.h"
-#include "shell/Subs.h"
+#include "core/Convert.h"
 #include "trace/MessageNames.h"
 
 namespace vk32 {
-
-std::string HexText(const Bytes& bytes) {
-  std::string text;
-  for (const char c : bytes) {
-    if (!text.empty()) text += ' ';
-    text += ByteToHex(static_cast<std::uint8_t>(c));
-  }
-  return text;
-}
 
 Trace::Trace(const std::string& path) : file_(path, std::ios::binary), start_(MonotonicNow()) {
   if (!file_)

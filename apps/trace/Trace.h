@@ -9,9 +9,6 @@
 
 namespace vk32 {
 
-/// "54 45 45"
-std::string HexText(const Bytes& bytes);
-
 /// Lines of time in ms since the start, direction, bytes in hexadecimal and the message's name where it is a whole one:
 /// "   1234.567 > 54 45 45  image upload". ">" is what VK32 writes, "<" what it reads.
 class Trace {

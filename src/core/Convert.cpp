@@ -117,6 +117,20 @@ std::string Str(double value) {
   return {text, end};
 }
 
+std::string HexText(const Bytes& bytes) {
+  std::string text;
+  for (const char c : bytes) {
+    if (!text.empty()) text += ' ';
+    text += ByteToHex(static_cast<std::uint8_t>(c));
+  }
+  return text;
+}
+
+std::string ByteToHex(std::uint8_t byte) {
+  constexpr char digits[] = "0123456789ABCDEF";
+  return {digits[byte >> 4], digits[byte & 15]};
+}
+
 std::vector<std::string> SplitAddress(const std::string& text) {
   std::vector<std::string> parts;
   std::size_t start = 0;
