@@ -117,20 +117,6 @@ std::string Str(double value) {
   return {text, end};
 }
 
-std::string HexText(const Bytes& bytes) {
-  std::string text;
-  for (const char c : bytes) {
-    if (!text.empty()) text += ' ';
-    text += ByteToHex(static_cast<std::uint8_t>(c));
-  }
-  return text;
-}
-
-std::string ByteToHex(std::uint8_t byte) {
-  constexpr char digits[] = "0123456789ABCDEF";
-  return {digits[byte >> 4], digits[byte & 15]};
-}
-
 std::vector<std::string> SplitAddress(const std::string& text) {
   std::vector<std::string> parts;
   std::size_t start = 0;
@@ -157,5 +143,19 @@ std::int32_t JoinWord(std::int32_t low, std::int32_t high) {
 std::int32_t SetBits(std::int32_t value, std::int32_t mask) { return value | mask; }
 
 std::int32_t ClearBits(std::int32_t value, std::int32_t mask) { return value & ~mask; }
+
+std::string ByteToHex(std::uint8_t byte) {
+  constexpr char digits[] = "0123456789ABCDEF";
+  return {digits[byte >> 4], digits[byte & 15]};
+}
+
+std::string HexText(const Bytes& bytes) {
+  std::string text;
+  for (const char c : bytes) {
+    if (!text.empty()) text += ' ';
+    text += ByteToHex(static_cast<std::uint8_t>(c));
+  }
+  return text;
+}
 
 }  // namespace vk32

@@ -43,7 +43,7 @@ Conversation::~Conversation() {
 std::int32_t Conversation::CommOpen() {
   if (IsOver()) return -1;
   const std::int32_t status = app.comm.CommOpen(port, "COM" + Str(port), settings_);
-  if (status > 0) exchange.PortFailed("can't be opened: " + app.comm.LastMessage());
+  if (status > 0) exchange.PortFailed("can't be opened", app.comm.LastMessage());
   return status;
 }
 
@@ -57,7 +57,7 @@ std::int32_t Conversation::CommClose() { return app.comm.CommClose(port); }
 
 std::int32_t Conversation::CommRead(Bytes& data, std::int32_t maximum) {
   const std::int32_t status = app.comm.CommRead(port, data, maximum);
-  if (status < 0) exchange.PortFailed("has failed: " + app.comm.LastMessage());
+  if (status < 0) exchange.PortFailed("has failed", app.comm.LastMessage());
   exchange.Came(data);
   return status;
 }
@@ -66,7 +66,7 @@ std::int32_t Conversation::CommWrite(const Bytes& data) {
   if (app.lateAnswers.count(port) > 0 && IsOpen()) DropLateAnswer();
   if (IsOver()) return -1;
   const std::int32_t left = app.comm.CommWrite(port, data, [this] { return IsOver(); });
-  if (left < 0) exchange.PortFailed("has failed: " + app.comm.LastMessage());
+  if (left < 0) exchange.PortFailed("has failed", app.comm.LastMessage());
   exchange.Sent(data, left);
   return left;
 }

@@ -68,6 +68,7 @@ void Exchange::SetTotal(int total) {
 }
 
 void Exchange::Advance(int count) {
+  if (!running_) return;
   done_ += count;
   Tell();
 }
@@ -110,15 +111,17 @@ void Exchange::End(bool good) {
   } else if (!failure_.empty()) {
     observer_->ExchangeEnded(failure_, false);
   } else {
-    observer_->ExchangeEnded(KindVerbs[static_cast<int>(kind_)].ended + PortName() + " in " + Seconds(Now() - begun_) +
-                                 ": " + Amount(),
-                             true);
+    observer_->ExchangeEnded(
+        KindVerbs[static_cast<int>(kind_)].ended + PortName() + " in " + Seconds(Now() - begun_) + ": " + Amount(),
+        true);
   }
 }
 
-void Exchange::PortFailed(const std::string& words) {
+void Exchange::PortFailed(const std::string& what, const std::string& words) {
   if (!portFault_.empty()) return;  // what follows comes of the first
-  portFault_ = words;
+  portFault_ = what + ": " + words;
+  const std::size_t colon = words.find(": ");
+  portAdvice_ = colon == std::string::npos ? "" : words.substr(colon + 2);
   Tell();
 }
 
@@ -152,7 +155,7 @@ void Exchange::WaitEnds() { waited_ = Now() - waitBegun_; }
 
 std::string Exchange::Cause() const {
   const std::string after = " within " + Seconds(waited_) + " after " + message_;
-  if (!refusal_.empty()) return portFault_.empty() ? refusal_ : refusal_ + "; " + portFault_;
+  if (!refusal_.empty()) return refusal_;
   if (!portFault_.empty()) return portFault_;
   if (left_ < sentLength_) return "only " + Str(left_) + " of " + Count(sentLength_, "byte") + " have left";
   if (cameInWait_ == 0) return "nothing came" + after;
@@ -167,7 +170,12 @@ std::string Exchange::BlocksBefore() const {
 
 std::string Exchange::FailureWords() const {
   if (conversation_.port == 0) return "No port is chosen: choose one in the " + conversation_.product + " Main Menu";
-  if (!portFault_.empty() && refusal_.empty()) return PortName() + " " + portFault_ + BlocksBefore();
+  // A line has no room for all: what to do is enough.
+  if (!portFault_.empty()) {
+    const std::string words =
+        PortName() + (portAdvice_.empty() ? " " + portFault_ : ": " + portAdvice_) + BlocksBefore();
+    return refusal_.empty() ? words : Capitalised(refusal_) + ". " + words;
+  }
   if (refusal_.empty() && !answered_ && left_ == sentLength_) {
     return PortName() + " did not answer within " + Seconds(waited_) + ". Is the Configure button pressed?";
   }

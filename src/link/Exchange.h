@@ -45,7 +45,8 @@ class Exchange {
 
   // What the conversation sees on its port.
 
-  void PortFailed(const std::string& words);
+  /// `what`: the rest of a sentence that the port begins; `words`: the system's, and what to do behind a colon.
+  void PortFailed(const std::string& what, const std::string& words);
   /// `left`: how many of its bytes have left; negative: the port has failed.
   void Sent(const Bytes& message, std::int32_t left);
   void Came(const Bytes& chunk);
@@ -76,11 +77,11 @@ class Exchange {
   int done_ = 0, total_ = 0;
   Time begun_{};
   bool running_ = false, answered_ = false;
-  std::string failure_;               // of an earlier exchange of the conversation
-  std::string message_;               // that was sent last
-  Bytes sent_, came_;                 // its first bytes; those that came behind it
+  std::string failure_;  // of an earlier exchange of the conversation
+  std::string message_;  // that was sent last
+  Bytes sent_, came_;    // its first bytes; those that came behind it
   int sentLength_ = 0, left_ = 0, cameLength_ = 0;
-  std::string portFault_, refusal_;
+  std::string portFault_, portAdvice_, refusal_;
   int wanted_ = 0, cameInWait_ = 0;
   Time waitBegun_{}, waited_{};
 };

@@ -176,6 +176,7 @@ bool DetectOfflineManager(Conversation& conversation) {
   const int interval = timer.Interval;
   timer.Interval = ProbeInterval;
   conversation.app.globals.TimeOutFlag = FlagFalse;
+  conversation.exchange.Begin(Exchange::Kind::Reading);
   conversation.CommOpen();  // "Port in use." after an earlier try: the probe goes on with the open port
   Bytes text;
   bool found = false;

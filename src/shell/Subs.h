@@ -1,7 +1,6 @@
 // The small procedures that all forms share.
 #pragma once
 
-#include <cstdint>
 #include <string>
 
 #include "forms/Form.h"

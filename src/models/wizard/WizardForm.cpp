@@ -51,8 +51,9 @@ void WizardForm::AdaptToPort() {
   UploadCmd.Visible = port;
   if (!port) {
     status.Tell("No port is chosen");
-    ApplyHintLbl.Caption = "No port is chosen: the configuration can only be saved. To download it, choose a port in the " +
-                           app.globals.CurrentProduct + " Main Menu.";
+    ApplyHintLbl.Caption =
+        "No port is chosen: the configuration can only be saved. To download it, choose a port in the " +
+        app.globals.CurrentProduct + " Main Menu.";
   }
 }
 
