@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "forms/Forms.h"
+#include "forms/Tables.h"
 
 namespace vk32 {
 
@@ -18,17 +19,23 @@ Control::Control(Kind kind, const Container& container, ControlName name, Place 
       ForeColor(*this, "ForeColor", SystemButtonText),
       BackColor(*this, "BackColor", SystemButtonFace),
       kind_(kind),
-      container_(container),
+      form_(container.OwnerForm()),
+      parent_(container.AsFrame()),
       name_(name) {
   auto& controls = OwnerForm().controls_;
   TabIndex = static_cast<int>(controls.size());
   controls.push_back(this);
+  Surroundings().children_.push_back(this);
 }
 
 Control::~Control() {
-  auto& controls = OwnerForm().controls_;
-  controls.erase(std::find(controls.begin(), controls.end(), this));
+  std::erase(Surroundings().children_, this);
+  std::erase(OwnerForm().controls_, this);
 }
+
+Container& Control::Surroundings() const { return parent_ ? static_cast<Container&>(*parent_) : form_; }
+
+const std::vector<Control*>& Control::Siblings() const { return Surroundings().Children(); }
 
 std::string_view Control::KindName() const {
   switch (kind_) {
@@ -79,6 +86,22 @@ void Control::MouseMove() {
   Perform([this] { Raise(OnMouseMove); });
 }
 
+Act Control::Navigate(TableKey key) {
+  FieldTable* table = FieldTableOf(*this);
+  Act did = Act::NotThisKind;
+  if (!table) return did;
+  const Act reached = Perform([&] { did = table->Navigate(*this, key); });
+  return reached == Act::Done ? did : reached;
+}
+
+Act Control::PasteBlock(std::string_view block) {
+  FieldTable* table = FieldTableOf(*this);
+  Act did = Act::NotThisKind;
+  if (!table) return did;
+  const Act reached = Perform([&] { did = table->Paste(*this, block); });
+  return reached == Act::Done ? did : reached;
+}
+
 void PutInTabOrder(const std::vector<Control*>& controls) {
   std::vector<int> places;
   places.reserve(controls.size());
@@ -90,6 +113,7 @@ void PutInTabOrder(const std::vector<Control*>& controls) {
 void Control::Dispatch(const std::function<void()>& act) { OwnerForm().Registry().dispatcher.Dispatch(act); }
 
 void Control::PropertyChanged(const PropertyBase& property) {
+  if (OwnerForm().IsLoaded()) OwnerForm().ControlChanged(*this);
   if (FormObserver* observer = OwnerForm().observer_) observer->ControlChanged(*this, property);
 }
 

@@ -18,7 +18,10 @@ class Form;
 class Frame;
 
 /// What came of an act of the user.
-enum class Act { Done, Hidden, Disabled, Locked, NoSuchEntry, NotThisKind };
+enum class Act { Done, Hidden, Disabled, Locked, NoSuchEntry, NotThisKind, Refused };
+
+/// A key that has a meaning of its own in a table.
+enum class TableKey { Up, Down, PageUp, PageDown, Home, End, Enter, Delete, Undo };
 
 /// What an event runs: a method of the form, with the index of the element for a control array, or a piece of code.
 class Handler {
@@ -58,10 +61,15 @@ class Container {
   Form& OwnerForm() const { return form_; }
   /// nullptr: the form itself.
   Frame* AsFrame() const { return frame_; }
+  /// What lies in it directly, in the order of its declaration.
+  const std::vector<Control*>& Children() const { return children_; }
 
  private:
+  friend class Control;
+
   Form& form_;
   Frame* frame_;
+  std::vector<Control*> children_;
 };
 
 class Control : public Element {
@@ -90,9 +98,11 @@ class Control : public Element {
   std::optional<int> Index() const { return name_.index; }
   /// "ModStartTxt(3)", or the plain name.
   std::string FullName() const;
-  Form& OwnerForm() const { return container_.OwnerForm(); }
+  Form& OwnerForm() const { return form_; }
   /// The frame that it lies in, or nullptr.
-  Frame* Parent() const { return container_.AsFrame(); }
+  Frame* Parent() const { return parent_; }
+  /// What lies in the same frame, or on the form itself, this control among it.
+  const std::vector<Control*>& Siblings() const;
   /// It, its frames and its form are visible. Timers and file dialogs stand nowhere on a form.
   bool Shown() const;
   /// The text or the caption, whichever the kind has.
@@ -103,6 +113,10 @@ class Control : public Element {
   virtual Act Release();  // mouse up, wherever the pointer went
   virtual Act Click();
   void MouseMove();
+  /// A key that has its meaning by the table that the control is, or stands in. NotThisKind: it has none there now.
+  virtual Act Navigate(TableKey key);
+  /// A block of cells, from this one on. NotThisKind: the control is no cell of a table of fields.
+  Act PasteBlock(std::string_view block);
 
   Property<int> Left, Top, Width, Height;  // twips, from the container's corner
   Property<bool> Visible;                  // its own flag
@@ -114,6 +128,8 @@ class Control : public Element {
   Handler OnMouseMove;
   /// The place in the tab order; the order of declaration unless the form sets another.
   int TabIndex = 0;
+  /// What it is called where no words that stand by it say so.
+  std::string SpokenName;
 
  protected:
   Control(Kind kind, const Container& container, ControlName name, Place place);
@@ -129,8 +145,11 @@ class Control : public Element {
   Act Reachable() const;
   void Dispatch(const std::function<void()>& act);
 
+  Container& Surroundings() const;
+
   Kind kind_;
-  Container container_;
+  Form& form_;
+  Frame* parent_;
   ControlName name_;
 };
 

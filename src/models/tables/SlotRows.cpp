@@ -38,6 +38,14 @@ void SlotRows::EmptyRow(int row) {
   MarkRow(row, false);
 }
 
+void SlotRows::PutInOrder() const {
+  std::vector<Control*> cells;
+  for (int row = 1; row <= Rows; ++row) {
+    for (Label* label : RowLabels(row)) cells.push_back(label);
+  }
+  PutInTabOrder(cells);
+}
+
 void SlotRows::CopyRow(int from, int to) {
   const auto source = RowLabels(from), target = RowLabels(to);
   target[0]->Caption = Str(to);
@@ -68,10 +76,12 @@ void SlotRows::MoveRows(int mode, int slot) {
   if (last > 0) EmptyRow(last);
 }
 
-void SlotRows::AdjustScrollBar(VScrollBar& bar) const {
+void SlotRows::AdjustScrollBar(RowTable& table) const {
+  VScrollBar& bar = table.bar;
   bar.SmallChange = RowHeight;
   bar.LargeChange = VisibleRows * RowHeight;
   bar.Max = std::max(0, CountRowsInUse() - VisibleRows) * RowHeight;
+  table.FollowRows();
 }
 
 }  // namespace vk32

@@ -29,7 +29,12 @@ std::int16_t ProtocolOf(const Port& port, const Parameters& parameters) {
 
 }  // namespace
 
-RoutingPage::RoutingPage(Form& form, App& app) : form_(form), app_(app) {}
+RoutingPage::RoutingPage(Form& form, App& app) : form_(form), app_(app) {
+  PutInOrder();
+  for (int row = 1; row <= Rows; ++row) {
+    RouteIPAddressLbl[row].SpokenName = "IP Address";  // its column has no head
+  }
+}
 
 void RoutingPage::SetUpDf1Model() {
   ClearTable();
@@ -48,17 +53,27 @@ void RoutingPage::AddRouteCmd_Click() {
 
 void RoutingPage::EditRouteCmd_Click() {
   if (Refused(CountRowsInUse() == 0, "There is no entries in the Routing Table to edit.")) return;
+  if (RoutesTableFrame.Row > 0) return EditRow(RoutesTableFrame.Row);
   OpenEditor(1);
 }
 
-void RoutingPage::OpenEditor(std::int16_t mode) {
+Form& RoutingPage::OpenEditor(std::int16_t mode) {
   // An editor that is open keeps its mode, and what was typed into it.
   if (!app_.forms.Find("Route")) app_.globals.RouteFormMode = mode;
-  app_.forms.Show("Route");
+  return app_.forms.Show("Route");
 }
+
+void RoutingPage::EditRow(int row) {
+  const bool isOpen = app_.forms.Find("Route") != nullptr;
+  Form& editor = OpenEditor(1);
+  if (!isOpen) editor.Get<ComboBox>("SlotLst").Text = Str(row);
+}
+
+void RoutingPage::DeleteRow(int row) { app_.forms.Show("DelRoute").Get<ComboBox>("SlotLst").Text = Str(row); }
 
 void RoutingPage::DelRouteCmd_Click() {
   if (Refused(CountRowsInUse() == 0, "There is no entries in the Routing Table to delete.")) return;
+  if (RoutesTableFrame.Row > 0) return DeleteRow(RoutesTableFrame.Row);
   app_.forms.Show("DelRoute");
 }
 
@@ -82,16 +97,22 @@ std::string RoutingPage::RowName(int row, const char* field) {
 
 void RoutingPage::ReadRouteRows(int count) {
   for (int i = 1; i <= count; ++i) {
-    RouteRecord& route = Route(i);
-    const std::string& destination = RouteDestinationPortLbl[i].Caption;
-    ReadPort(RouteSrcPortLbl[i].Caption, route.SourcePort, route.SourceProtocol);
+    RouteRecord route = PortsOf(i);
     route.DestLow = TextNumber(RouteDstLowLbl[i].Caption, Val, RowName(i, "Low"), EnterByte);
     route.DestHigh = TextNumber(RouteDstHighLbl[i].Caption, Val, RowName(i, "High"), EnterByte);
-    ReadPort(destination, route.DestPort, route.DestProtocol);
-    // A channel that speaks ASCII reaches the Ethernet port as an EtherNet/IP client.
-    if (destination == EthernetText && StartsOnAsciiChannel(route)) route.DestProtocol = EthernetIPProtocol;
-    route.IPAddress = RouteIPAddressLbl[i].Caption;
+    Route(i) = route;
   }
+}
+
+RouteRecord RoutingPage::PortsOf(int row) const {
+  RouteRecord route = app_.globals.Routes[row];
+  const std::string& destination = RouteDestinationPortLbl[row].Caption;
+  ReadPort(RouteSrcPortLbl[row].Caption, route.SourcePort, route.SourceProtocol);
+  ReadPort(destination, route.DestPort, route.DestProtocol);
+  // A channel that speaks ASCII reaches the Ethernet port as an EtherNet/IP client.
+  if (destination == EthernetText && StartsOnAsciiChannel(route)) route.DestProtocol = EthernetIPProtocol;
+  route.IPAddress = RouteIPAddressLbl[row].Caption;
+  return route;
 }
 
 void RoutingPage::ReadPort(const std::string& text, std::int16_t& code, std::int16_t& protocol) const {
