@@ -20,7 +20,8 @@ QColor FillColor(Fill fill) {
     case Fill::Band: return colors::Band;
     case Fill::Hairline: return colors::Hairline;
     case Fill::Accent: return colors::Accent;
-    case Fill::Table: return colors::Page;
+    case Fill::Table:
+    case Fill::List: return colors::Page;
     case Fill::ChosenRow: return colors::Track;
     case Fill::ChosenMark: return colors::Filled;
     case Fill::None: break;

@@ -16,7 +16,7 @@ class FrameWidget : public QWidget, public ControlWidget {
   void Sync() override {}
 
   /// Whether the parent draws a hairline around it.
-  bool IsOutlined() const { return frame_.fill == Fill::Table; }
+  bool IsOutlined() const { return frame_.fill == Fill::Table || frame_.fill == Fill::List; }
 
  protected:
   void paintEvent(QPaintEvent* event) override;

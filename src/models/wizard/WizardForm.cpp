@@ -60,6 +60,7 @@ void WizardForm::Begin(std::int16_t lastPage) {
   DeviceLbl.Caption = app.globals.CurrentProduct;
   AdaptToPort();
   OfferKept();
+  BackupCmd.Visible = false;
   SetTabOrder();
 }
 
@@ -124,7 +125,11 @@ void WizardForm::PassPagesBack() {
 }
 
 bool WizardForm::HasChanged() {
-  if (std::exchange(stale_, false)) origin.Count(List());
+  if (std::exchange(stale_, false)) {
+    origin.Count(List());
+    changes.Show(origin);
+    stale_ = false;  // what says so has changed, and no value
+  }
   return !origin.Changed().empty();
 }
 
@@ -143,6 +148,8 @@ void WizardForm::UploadCmd_Click() {
   if (taken == Taken::Nothing || !IsLoaded()) return;
   const std::string port = "COM" + Str(conversation->port), time = app.forms.dispatcher.Loop().TimeOfDay();
   if (taken == Taken::All) {
+    had_ = app.globals;
+    BackupCmd.Visible = true;
     ValuesCome("Read from " + port + ", " + time, "since it was read from " + port + " at " + time);
   } else {
     origin.SetPart("Partly read from " + port + ", " + time);
@@ -265,8 +272,8 @@ bool WizardForm::LeaveAllPages() {
   return true;
 }
 
-bool WizardForm::SaveAskedFor() {
-  if (SaveConfigFile(app, *this, app.globals.CurrentProduct, ModelTag())) return true;
+bool WizardForm::SaveAskedFor(const Parameters* held) {
+  if (SaveConfigFile(app, *this, app.globals.CurrentProduct, ModelTag(), held)) return true;
   if (const std::string file = FileName(); !file.empty()) {
     app.forms.MsgBox(file + " could not be written. Choose another folder, or make room in this one.",
                      MessageIcon::Critical, "Error!");

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -11,6 +12,7 @@
 #include "core/ConfigurationForm.h"
 #include "link/Conversation.h"
 #include "listing/Listing.h"
+#include "models/wizard/ChangesPart.h"
 #include "models/wizard/PageHint.h"
 #include "models/wizard/ValueOrigin.h"
 #include "shell/StatusLine.h"
@@ -102,8 +104,9 @@ class WizardForm : public ConfigurationForm {
   /// Does what NEXT does on each page that is not passed. False if one is not to be left: it is shown.
   bool LeaveAllPages();
   bool SaveChanged();
-  /// False if no file was written.
-  bool SaveAskedFor();
+  /// False if no file was written. `held`: in place of the present parameters.
+  bool SaveAskedFor(const Parameters* held = nullptr);
+  void BackupCmd_Click() { SaveAskedFor(&*had_); }
   /// For the welcome page of the next wizard of this product and model.
   void Keep();
   std::string KeptName() const;
@@ -114,7 +117,8 @@ class WizardForm : public ConfigurationForm {
   bool IsTalking() const { return app.conversation != nullptr && &app.conversation->form == this; }
   void OpenConfigChkLbl_Click();
 
-  bool stale_ = true;  // a page has changed since the changes were counted
+  std::optional<Parameters> had_;  // the device, when it was read last
+  bool stale_ = true;              // a page has changed since the changes were counted
 
  public:
   // clang-format off
@@ -181,6 +185,8 @@ class WizardForm : public ConfigurationForm {
   Label        DownSaveOptLbl {ApplyFrame, "DownSaveOptLbl", {720, 2760, 4200,  315}, "Download and Save Configuration",
                                TextRole::Body, [this] { DownSaveOpt.Value = true; }};
   Label        ApplyHintLbl   {ApplyFrame, "ApplyHintLbl",   {5040, 2040, 3600, 960}, "", TextRole::Small};
+  CommandButton BackupCmd     {ApplyFrame, "BackupCmd",      {5160, 2730, 3480,  390}, "Save what the device had...", &WizardForm::BackupCmd_Click};
+  ChangesPart  changes        {ApplyFrame};
   // clang-format on
 };
 
