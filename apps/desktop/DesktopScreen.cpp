@@ -2,6 +2,7 @@
 #include "DesktopScreen.h"
 
 #include <QApplication>
+#include <QClipboard>
 #include <QDesktopServices>
 #include <QIcon>
 #include <QScreen>
@@ -108,6 +109,10 @@ std::optional<std::string> DesktopScreen::AskFile(const FileDialogRequest& reque
 }
 
 void DesktopScreen::OpenWebSite(const std::string& url) { QDesktopServices::openUrl(QUrl(FromWords(url))); }
+
+void DesktopScreen::CopyText(const std::string& text) {
+  QGuiApplication::clipboard()->setText(FromBytes(text).remove(u'\r'));
+}
 
 void DesktopScreen::ProgramFaulted(int number, const std::string& description) {
   faulted_ = true;

@@ -28,6 +28,7 @@ class DesktopScreen : public Screen {
   Answer Ask(const MessageBoxRequest& request) override;
   std::optional<std::string> AskFile(const FileDialogRequest& request) override;
   void OpenWebSite(const std::string& url) override;
+  void CopyText(const std::string& text) override;
   void ProgramFaulted(int number, const std::string& description) override;
   void ProgramEnded() override;
 

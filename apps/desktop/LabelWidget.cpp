@@ -12,8 +12,8 @@
 namespace vk32 {
 namespace {
 
-/// Higher than this, a text begins at the top and wraps; else it is one line, centred beside its field.
-constexpr int OneLineHeight = 315;        // twips
+/// Higher than this, a text begins at the top and wraps; else it is one line, centred beside its field or sign.
+constexpr int OneLineHeight = 360;        // twips
 constexpr int TwoSmallLinesHeight = 480;  // twips
 
 bool MayWrap(const Label& label) {
@@ -30,6 +30,7 @@ bool MayWrap(const Label& label) {
     case TextRole::Product:
     case TextRole::TableText:
     case TextRole::TableName:
+    case TextRole::MutedRight:
     case TextRole::SplashName:
     case TextRole::SplashSubtitle:
     case TextRole::BandName:
@@ -68,7 +69,8 @@ const TextBlock& LabelWidget::Block() const {
 
 Qt::Alignment LabelWidget::Alignment() const {
   if (label_.role == TextRole::TableHead) return Qt::AlignLeft | Qt::AlignBottom;
-  if (label_.role == TextRole::Link || label_.role == TextRole::BandText) return Qt::AlignRight | Qt::AlignVCenter;
+  const bool right = label_.role == TextRole::Link || label_.role == TextRole::BandText;
+  if (right || label_.role == TextRole::MutedRight) return Qt::AlignRight | Qt::AlignVCenter;
   return Qt::AlignLeft | (MayWrap(label_) ? Qt::AlignTop : Qt::AlignVCenter);
 }
 

@@ -40,7 +40,6 @@ constexpr QColor DisabledFieldText = Rgb(0x5F655C);
 constexpr QColor Track = Rgb(0xE3E6E0);
 constexpr QColor PressedFace = Rgb(0xE3E6E0);
 constexpr QColor Filled = Rgb(0x4A5147);
-constexpr QColor Chosen = Rgb(0xE3E6E0);
 constexpr QColor Thumb = Rgb(0x6B7168);
 constexpr QColor TerminalText = Rgb(0xE9ECE6);
 

@@ -81,6 +81,8 @@ std::optional<std::string> ScriptScreen::AskFile(const FileDialogRequest& reques
 
 void ScriptScreen::OpenWebSite(const std::string& url) { print_("web " + Quote(url)); }
 
+void ScriptScreen::CopyText(const std::string& text) { print_("copied " + Quote(text)); }
+
 void ScriptScreen::ProgramFaulted(int number, const std::string& description) {
   faulted_ = true;
   print_("fault " + std::to_string(number) + " " + Quote(description));

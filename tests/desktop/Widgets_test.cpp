@@ -190,6 +190,11 @@ TEST_F(WidgetsTest, TheTerminalWrapsFollowsTheEndAndSendsEveryKey) {
   Settle();
   EXPECT_EQ(terminal.VisibleText().split('\n').size(), terminal.VisibleRows());
   EXPECT_TRUE(terminal.VisibleText().endsWith("\n39"));
+  Press(terminal, Qt::Key_PageUp);
+  form.Term.SetSelText("\r\n40");
+  EXPECT_TRUE(terminal.VisibleText().endsWith("\n20")) << "the user reads on where he is";
+  Press(terminal, Qt::Key_PageDown);
+  EXPECT_TRUE(terminal.VisibleText().endsWith("\n40"));
   form.Term.Text = "short\r\nline";
   Settle();
   EXPECT_EQ(terminal.VisibleText(), "short\nline");
