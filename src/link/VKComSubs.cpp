@@ -18,18 +18,21 @@ constexpr Time SettlingTime = std::chrono::milliseconds(50);
 constexpr const char* BannerName = "offline manager";
 constexpr Purpose TestingPort{"The test of the port", "Wait until it has ended."};
 
-/// Lets the clock of the form run, and `pass` again and again, until `done` or the end of the time. Clears the flag
-/// first. The timer is disabled on return.
+/// Lets the clock of the form run, and `pass` again and again, until `done` or the end of the time, which is there as
+/// well once the device has gone: it answers no more. Clears the flag first. The timer is disabled on return.
 void WaitUntil(Conversation& conversation, const std::function<bool()>& done,
                const std::function<void(const std::function<bool()>& over)>& pass) {
   Globals& globals = conversation.app.globals;
   Timer& timer = conversation.TimeOutTmr();
   const auto over = [&] { return done() || globals.TimeOutFlag == FlagTrue || conversation.IsOver(); };
+  // Asked behind a read that found nothing: what had come before is taken first.
+  bool gone = false;
+  const auto overOrGone = [&] { return over() || (gone = conversation.HasGone()); };
   globals.TimeOutFlag = FlagFalse;
   timer.Enabled = true;
-  while (!over()) pass(over);
+  while (!gone && !over()) pass(overOrGone);
   timer.Enabled = false;
-  if (conversation.IsOver()) globals.TimeOutFlag = FlagTrue;
+  if (gone || conversation.IsOver()) globals.TimeOutFlag = FlagTrue;
   conversation.Answered(globals.TimeOutFlag == FlagFalse);
 }
 

@@ -107,6 +107,13 @@ TEST(OfflineMngr, ADeclinedQuestionAndACancelledDialogSendNothing) {
   EXPECT_EQ(h.Get("OfflineMngr.tmrTime.Enabled"), "True");
 }
 
+TEST(OfflineMngr, LetsGoOfADeviceThatHasGone) {
+  GatewayDevice device("RB2000", {.unplugAfter = 20}, true);
+  Terminal h("RB2000", device);
+  EXPECT_EQ(h.Text().substr(0, 13), Menu.substr(0, 13));
+  EXPECT_TRUE(!h.app.comm.IsOpen(3) && h.app.conversation == nullptr);
+}
+
 TEST(OfflineMngr, XmodemFailures) {
   const Bytes block = "\1\1\xFEx" + Bytes(127, '\0') + "x";
   // What the device says 1 ms behind the click, the block and the end; how long it takes, and whether it closes the

@@ -88,7 +88,7 @@ TEST(Misbehaviour, AsTheUserSeesIt) {
   check({.junk = true}, 0ms, false);
   check({.shortBy = 461}, 3000ms, false);
   check({.hold = 500ms}, 0ms, false);
-  check({.unplugAfter = 466}, 17 * byteTime + 3000ms, true, true);
+  check({.unplugAfter = 466}, 467 * byteTime, true, true);
 }
 
 }  // namespace
