@@ -1,9 +1,10 @@
-// The widgets of frames and of the program's icon.
+// The widgets of frames and of pictures.
 #include "AreaWidgets.h"
 
 #include <QPainter>
 
 #include "BarWidgets.h"
+#include "Drawing.h"
 #include "Theme.h"
 
 namespace vk32 {
@@ -68,10 +69,12 @@ void DrawOutlines(QWidget& parent) {
   }
 }
 
-void IconWidget::paintEvent(QPaintEvent*) {
+void PictureWidget::paintEvent(QPaintEvent*) {
+  QPainter painter(this);
+  if (image_.Picture != Symbol::Icon) return DrawSign(painter, rect(), image_.Picture == Symbol::Tick);
   const qreal scale = devicePixelRatioF();
-  if (picture_.size() != size() * scale) picture_ = theme_.Icon(size(), scale);
-  QPainter(this).drawPixmap(0, 0, picture_);
+  if (icon_.size() != size() * scale) icon_ = theme_.Icon(size(), scale);
+  painter.drawPixmap(0, 0, icon_);
 }
 
 }  // namespace vk32

@@ -1,4 +1,4 @@
-// The widgets of frames and of the program's icon.
+// The widgets of frames and of pictures.
 #pragma once
 
 #include <QPixmap>
@@ -31,19 +31,20 @@ class FrameWidget : public QWidget, public ControlWidget {
 /// The hairlines around the tables, with their scroll bars, that lie in `parent`.
 void DrawOutlines(QWidget& parent);
 
-class IconWidget : public QWidget, public ControlWidget {
+class PictureWidget : public QWidget, public ControlWidget {
  public:
-  IconWidget(QWidget& parent, Theme& theme) : QWidget(&parent), theme_(theme) {}
+  PictureWidget(Image& image, QWidget& parent, Theme& theme) : QWidget(&parent), image_(image), theme_(theme) {}
 
   QWidget& AsWidget() override { return *this; }
-  void Sync() override {}
+  void Sync() override { update(); }
 
  protected:
   void paintEvent(QPaintEvent* event) override;
 
  private:
+  Image& image_;
   Theme& theme_;
-  QPixmap picture_;
+  QPixmap icon_;
 };
 
 }  // namespace vk32

@@ -26,7 +26,7 @@ ControlWidget* MakeWidget(Control& control, QWidget& parent, Theme& theme) {
     case Control::Kind::ImageButton: return new PictureButtonWidget(static_cast<ImageButton&>(control), parent, theme);
     case Control::Kind::CommandButton:
       return new CommandButtonWidget(static_cast<CommandButton&>(control), parent, theme);
-    case Control::Kind::Image: return new IconWidget(parent, theme);
+    case Control::Kind::Image: return new PictureWidget(static_cast<Image&>(control), parent, theme);
     case Control::Kind::Frame: return new FrameWidget(static_cast<Frame&>(control), parent);
     case Control::Kind::VScrollBar: return new ScrollBarWidget(static_cast<VScrollBar&>(control), parent);
     case Control::Kind::ProgressBar: return new ProgressWidget(static_cast<ProgressBar&>(control), parent);

@@ -15,6 +15,9 @@ enum class Direction { Up, Down };
 /// Drawn around its middle, 8 px wide.
 void DrawChevron(QPainter& painter, QPointF middle, Direction direction, const QColor& color);
 
+/// The sign of a good or a bad end: a white tick or cross in a filled circle.
+void DrawSign(QPainter& painter, const QRectF& area, bool good);
+
 /// A raised or pressed button face without words.
 void DrawButtonFace(QPainter& painter, const QRectF& area, bool pressed, bool enabled);
 

@@ -94,11 +94,20 @@ void FormWindow::Apply(Entry& entry) {
 void FormWindow::ApplyForm() {
   setWindowTitle(FromWords(form_.Caption.Value()));
   setFixedSize(ToPixels(form_.Width), ToPixels(form_.Height));
+  ApplyCursor();
   QWindow* window = windowHandle();
   const bool canClose = window && window->flags().testFlag(Qt::WindowCloseButtonHint);
   // On the window itself: QWidget would hide it to change its flags.
   if (window && form_.style != FormStyle::Splash && canClose != form_.CloseEnabled) {
     window->setFlag(Qt::WindowCloseButtonHint, form_.CloseEnabled);
+  }
+}
+
+void FormWindow::ApplyCursor() {
+  if (form_.Busy && !blocked_) {
+    setCursor(Qt::WaitCursor);
+  } else {
+    unsetCursor();
   }
 }
 
@@ -193,7 +202,13 @@ bool FormWindow::event(QEvent* event) {
     return true;
   }
   switch (event->type()) {
-    case QEvent::WindowBlocked: LetGoOfAll(); break;
+    case QEvent::WindowBlocked:
+    case QEvent::WindowUnblocked:
+      blocked_ = event->type() == QEvent::WindowBlocked;
+      if (!attached_) break;
+      LetGoOfAll();
+      ApplyCursor();
+      break;
     case QEvent::WindowDeactivate:
       LetGoOfAll();
       ShowMarks(false);

@@ -60,6 +60,7 @@ class FormWindow : public QWidget, public FormObserver {
   void PopulateIfVisible(Entry& entry);
   void Apply(Entry& entry);
   void ApplyForm();
+  void ApplyCursor();
   void ScheduleRefresh();
   void NameWidgets();
   void LetGoOfAll();
@@ -98,6 +99,7 @@ class FormWindow : public QWidget, public FormObserver {
   bool refreshDue_ = false;
   bool attached_ = true;
   bool marksShown_ = false;
+  bool blocked_ = false;  // by a box
   bool pressed_ = false;  // the left button went down on the form itself
 };
 

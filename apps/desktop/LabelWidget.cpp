@@ -13,7 +13,8 @@ namespace vk32 {
 namespace {
 
 /// Higher than this, a text begins at the top and wraps; else it is one line, centred beside its field.
-constexpr int OneLineHeight = 315;  // twips
+constexpr int OneLineHeight = 315;        // twips
+constexpr int TwoSmallLinesHeight = 480;  // twips
 
 bool MayWrap(const Label& label) {
   switch (label.role) {
@@ -24,6 +25,7 @@ bool MayWrap(const Label& label) {
     case TextRole::HeadingLink:
     case TextRole::Muted:
     case TextRole::Step: return label.Height > OneLineHeight;
+    case TextRole::Small: return label.Height >= TwoSmallLinesHeight;
     case TextRole::Title:
     case TextRole::Product:
     case TextRole::TableText:

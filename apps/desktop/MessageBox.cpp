@@ -48,7 +48,7 @@ class BoxButton : public QPushButton {
   }
 };
 
-void DrawSign(QPainter& painter, MessageIcon icon, QFont font) {
+void DrawIconSign(QPainter& painter, MessageIcon icon, QFont font) {
   if (icon == MessageIcon::Critical) {
     painter.setPen(QPen(colors::Page, 4, Qt::SolidLine, Qt::RoundCap));
     painter.drawLine(IconMiddle - QPoint(7, 7), IconMiddle + QPoint(7, 7));
@@ -80,7 +80,7 @@ void DrawIcon(QPainter& painter, MessageIcon icon, const QFont& font) {
   } else {
     painter.drawEllipse(IconMiddle, IconRadius, IconRadius);
   }
-  DrawSign(painter, icon, font);
+  DrawIconSign(painter, icon, font);
 }
 
 }  // namespace

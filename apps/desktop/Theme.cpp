@@ -37,7 +37,8 @@ namespace colors {
 QColor OfRole(TextRole role) {
   switch (role) {
     case TextRole::TableHead:
-    case TextRole::Muted: return Muted;
+    case TextRole::Muted:
+    case TextRole::Small: return Muted;
     case TextRole::BandName: return OnBandStrong;
     case TextRole::BandText:
     case TextRole::BandSubtitle: return OnBand;
@@ -98,7 +99,8 @@ const QFont& Theme::Font(TextRole role) const {
     case TextRole::HeadingLink: return bold_;
     case TextRole::Step: return step_;
     case TextRole::TableHead:
-    case TextRole::TableText: return small_;
+    case TextRole::TableText:
+    case TextRole::Small: return small_;
     case TextRole::SplashName: return splashName_;
     case TextRole::BandName: return bandName_;
     case TextRole::Body:

@@ -31,19 +31,35 @@ const char* ButtonName(Answer answer) {
 }  // namespace
 
 Answer ScriptScreen::Ask(const MessageBoxRequest& request) {
-  Answer answer = Answer::OK;
-  if (request.buttons == MessageButtons::YesNo) {
-    answer = Answer::No;
-    if (answers_.empty()) {
-      failure_ = "no answer was waiting for a question";
-    } else {
-      answer = answers_.front();
-      answers_.pop_front();
-    }
-  }
+  const Answer answer = NextAnswer(request.buttons);
   print_(std::string("box ") + IconName(request.icon) + " " + Quote(request.title) + " " + Quote(request.text) +
          " -> " + ButtonName(answer));
+  Judge(request);
+  if (confirms_ > 0) {
+    --confirms_;
+    if (!WaitForEnter(request.text + "\nPress Enter to go on.\n")) failure_ = "Enter was not pressed";
+  }
   return answer;
+}
+
+Answer ScriptScreen::NextAnswer(MessageButtons buttons) {
+  if (buttons != MessageButtons::YesNo) return Answer::OK;
+  if (answers_.empty()) {
+    failure_ = "no answer was waiting for a question";
+    return Answer::No;
+  }
+  const Answer answer = answers_.front();
+  answers_.pop_front();
+  return answer;
+}
+
+void ScriptScreen::Judge(const MessageBoxRequest& request) {
+  if (expected_.empty()) {
+    if (strict && request.icon == MessageIcon::Critical) failure_ = "a critical box came that was not expected";
+    return;
+  }
+  if (!request.text.starts_with(expected_.front())) failure_ = "a box was expected with " + Quote(expected_.front());
+  expected_.pop_front();
 }
 
 std::optional<std::string> ScriptScreen::AskFile(const FileDialogRequest& request) {

@@ -35,6 +35,12 @@ bool ScriptSession::RunLine(std::string_view line) {
   return failure.empty();
 }
 
+bool ScriptSession::RunEnd() const {
+  const auto missing = screen_.Missing();
+  if (missing) screen_.Print("error no box has come with " + Quote(*missing));
+  return !missing;
+}
+
 std::string ScriptSession::Run(std::string_view line) {
   // A command run by `after` must not take the blame from, or leave it to, the one that it runs in.
   const std::string outer = screen_.ExchangeFailure();
@@ -69,6 +75,8 @@ ScriptSession::Command ScriptSession::FindCommand(std::string_view name) {
       {"forms", &ScriptSession::ListForms},
       {"controls", &ScriptSession::Controls},
       {"answer", &ScriptSession::AnswerBox},
+      {"expect", &ScriptSession::Expect},
+      {"confirm", &ScriptSession::Confirm},
       {"file", &ScriptSession::File},
       {"wait", &ScriptSession::Wait},
       {"until", &ScriptSession::Until},
@@ -172,6 +180,16 @@ void ScriptSession::Controls(std::string_view arguments) {
 void ScriptSession::AnswerBox(std::string_view arguments) {
   if (arguments != "yes" && arguments != "no") throw Refused("answer takes yes or no");
   screen_.QueueAnswer(arguments == "yes" ? Answer::Yes : Answer::No);
+}
+
+void ScriptSession::Expect(std::string_view arguments) {
+  if (arguments.empty()) throw Refused("expect takes the text of a box, or its beginning");
+  screen_.QueueExpected(TextOf(arguments));
+}
+
+void ScriptSession::Confirm(std::string_view) {
+  if (!screen_.WaitForEnter) throw Refused("there is no terminal at which Enter could be pressed");
+  screen_.QueueConfirm();
 }
 
 void ScriptSession::File(std::string_view arguments) {

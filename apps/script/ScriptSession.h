@@ -19,6 +19,8 @@ class ScriptSession {
   /// Carries out one line and prints `ok` or `error MESSAGE` behind what happened; nothing for a blank line and a
   /// comment. False if the command failed.
   bool RunLine(std::string_view line);
+  /// At the end of all lines. False, and printed, if a box that was expected has not come.
+  bool RunEnd() const;
   /// No further command is to be run: by `quit`, or since the program has ended.
   bool Finished() const { return quit_ || app_.forms.dispatcher.Ended(); }
   /// A command that ran by `after` has failed.
@@ -55,6 +57,8 @@ class ScriptSession {
   void ListForms(std::string_view arguments);
   void Controls(std::string_view arguments);
   void AnswerBox(std::string_view arguments);
+  void Expect(std::string_view arguments);
+  void Confirm(std::string_view arguments);
   void File(std::string_view arguments);
   void Wait(std::string_view arguments);
   void Until(std::string_view arguments);

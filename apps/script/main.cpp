@@ -1,6 +1,5 @@
 // vk32-script: VK32 without a screen, for scripts and remote shells.
 #include <fcntl.h>
-#include <poll.h>
 #include <signal.h>
 #include <unistd.h>
 
@@ -11,12 +10,12 @@
 #include <stdexcept>
 #include <string>
 #include <system_error>
-#include <utility>
 #include <vector>
 
 #include "app/App.h"
 #include "platform/PosixEventLoop.h"
 #include "platform/PosixSerialDriver.h"
+#include "script/LineReader.h"
 #include "script/ScriptSession.h"
 #include "trace/TracingDriver.h"
 
@@ -24,65 +23,28 @@ namespace {
 
 enum ExitStatus { AllDone = 0, CommandFailed = 1, WrongUsage = 2, ProgramFault = 3 };
 
-std::string Unreadable(const std::string& name, int code) {
-  return "The script " + name + " can't be read (" + std::generic_category().message(code) +
-         "). Name a file that exists and that you may read.";
+std::string Unreadable(const std::string& file, int code) {
+  return "The script " + (file.empty() ? "on the standard input" : file) + " can't be read (" +
+         std::generic_category().message(code) + "). Name a file that exists and that you may read.";
 }
-
-/// Lines from a descriptor; while none has come, events run.
-class LineReader {
- public:
-  /// `name`: of the input, for the user.
-  LineReader(int fd, std::string name, vk32::EventLoop& loop) : fd_(fd), name_(std::move(name)), loop_(loop) {}
-
-  /// Nothing at the end of the input, or when `stop` says so. std::runtime_error, with words for the user, if the input
-  /// can't be read.
-  template <class Stop>
-  std::optional<std::string> Next(Stop stop) {
-    for (;;) {
-      if (const std::size_t end = text_.find('\n'); end != std::string::npos) {
-        std::string line = text_.substr(0, end);
-        text_.erase(0, end + 1);
-        return line;
-      }
-      if (ended_ && text_.empty()) return std::nullopt;
-      if (ended_ || text_.size() > LongestLine) return std::exchange(text_, {});
-      loop_.RunDue();
-      if (stop()) return std::nullopt;
-      loop_.Wait(fd_);
-      ReadWhatWaits();
-    }
-  }
-
- private:
-  static constexpr std::size_t LongestLine = 1 << 20;
-
-  void ReadWhatWaits() {
-    pollfd waiting{fd_, POLLIN, 0};
-    if (poll(&waiting, 1, 0) <= 0) return;
-    char buffer[4096];
-    const ssize_t count = read(fd_, buffer, sizeof buffer);
-    if (count > 0) {
-      text_.append(buffer, static_cast<std::size_t>(count));
-    } else if (count == 0) {
-      ended_ = true;
-    } else if (errno != EINTR && errno != EAGAIN) {
-      throw std::runtime_error(Unreadable(name_, errno));
-    }
-  }
-
-  int fd_;
-  std::string name_;
-  vk32::EventLoop& loop_;
-  std::string text_;
-  bool ended_ = false;
-};
 
 struct Options {
   std::vector<std::string> ports;
   std::string file, trace;
-  bool keepGoing = false;
+  bool keepGoing = false, strict = false;
 };
+
+/// Carries out the commands of a script; false if one failed.
+bool RunLines(int fd, vk32::EventLoop& loop, vk32::ScriptSession& session, bool keepGoing) {
+  vk32::LineReader lines(fd, loop);
+  bool done = true;
+  while (!session.Finished() && std::cout && (keepGoing || done)) {
+    const auto line = lines.Next([&] { return session.Finished(); });
+    if (!line) break;
+    done = session.RunLine(*line) && done;
+  }
+  return done && session.RunEnd();
+}
 
 /// Carries out a script; std::exception, with words for the user, if it can't be read or the trace can't be written.
 int Run(int fd, vk32::PortNames& names, const Options& options) {
@@ -94,16 +56,22 @@ int Run(int fd, vk32::PortNames& names, const Options& options) {
   if (!options.trace.empty()) tracing.emplace(driver, trace.emplace(options.trace));
   vk32::App app(loop, screen, tracing ? static_cast<vk32::SerialDriver&>(*tracing) : driver, names);
   vk32::ScriptSession session(app, screen);
+  screen.strict = options.strict;
+  vk32::Terminal terminal(loop);
+  if (terminal.IsThere()) {
+    screen.WaitForEnter = [&](const std::string& text) {
+      return terminal.Ask(text, [&] { return session.Finished(); }).has_value();
+    };
+  }
   vk32::StartProgram(app);
-  LineReader lines(fd, options.file.empty() ? "on the standard input" : options.file, loop);
-  bool failed = false;
-  while (!session.Finished() && std::cout && (options.keepGoing || !failed)) {
-    const auto line = lines.Next([&] { return session.Finished(); });
-    if (!line) break;
-    failed = !session.RunLine(*line) || failed;
+  bool done = false;
+  try {
+    done = RunLines(fd, loop, session, options.keepGoing);
+  } catch (const std::system_error& error) {
+    throw std::runtime_error(Unreadable(options.file, error.code().value()));
   }
   if (screen.Faulted()) return ProgramFault;
-  return failed || session.AfterFailed() ? CommandFailed : AllDone;
+  return done && !session.AfterFailed() ? AllDone : CommandFailed;
 }
 
 /// Takes the arguments and runs; the exit status.
@@ -114,6 +82,7 @@ int Start(int argc, char** argv) {
       ->type_name("COMn=PATH")
       ->allow_extra_args(false);
   parser.add_flag("--keep-going", options.keepGoing, "go on behind a command that failed");
+  parser.add_flag("--strict", options.strict, "a critical box that the script does not expect fails the command");
   parser.add_option("--trace", options.trace, "file that takes each read and write")->type_name("FILE");
   parser.add_option("FILE", options.file, "the commands");
   parser.set_version_flag("--version", vk32::ProgramVersion());

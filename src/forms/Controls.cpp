@@ -38,8 +38,8 @@ Act Label::Click() {
   return Perform([this] { Raise(OnClick); });
 }
 
-Image::Image(const Container& container, ControlName name, Place place)
-    : Control(Kind::Image, container, name, place) {}
+Image::Image(const Container& container, ControlName name, Place place, Symbol symbol)
+    : Control(Kind::Image, container, name, place), Picture(*this, "Picture", symbol) {}
 
 ImageButton::ImageButton(const Container& container, ControlName name, Place place, Handler click, WindowKey key_)
     : Control(Kind::ImageButton, container, name, place),

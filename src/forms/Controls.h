@@ -46,10 +46,12 @@ class Label : public Control {
   const TextRole role;
 };
 
-/// A picture that does nothing: the icon of the program.
+/// A picture that does nothing. A sign is 180 high in lines of small text, 360 at the end of an installation.
 class Image : public Control {
  public:
-  Image(const Container& container, ControlName name, Place place);
+  Image(const Container& container, ControlName name, Place place, Symbol symbol = Symbol::Icon);
+
+  Property<Symbol> Picture;
 };
 
 /// Which key of the window presses a button, or leads to it.

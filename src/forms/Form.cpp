@@ -14,6 +14,7 @@ Form::Form(Forms& forms, const char* name, std::string caption, int width, int h
       Height(*this, "Height", height),
       Visible(*this, "Visible", false),
       CloseEnabled(*this, "CloseEnabled", true),
+      Busy(*this, "Busy", false),
       style(style_),
       forms_(forms),
       name_(name) {}

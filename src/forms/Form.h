@@ -58,6 +58,7 @@ class Form : public Element, public Container {
   Property<int> Width, Height;
   ActiveProperty<bool, Form, &Form::AssignVisible> Visible;
   Property<bool> CloseEnabled;  // whether the window's own close control works
+  Property<bool> Busy;          // it waits for a device: the pointer says so where no box asks
   const FormStyle style;
 
  protected:

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 
 namespace vk32 {
 
@@ -16,6 +17,8 @@ constexpr Color SystemButtonText = static_cast<Color>(0x80000012);
 constexpr Color SystemButtonFace = static_cast<Color>(0x8000000F);
 constexpr Color StepCurrent = 0x2424AC;  // red 172, green 36, blue 36
 constexpr Color StepOther = 0x838D86;    // red 134, green 141, blue 131
+constexpr Color TextColor = 0x1D211E;    // of a small text that tells what goes on
+constexpr Color FailureColor = StepCurrent;
 
 /// What a label's text is on its page; the front end picks size, weight and colour. A ForeColor set by code wins.
 enum class TextRole {
@@ -29,6 +32,7 @@ enum class TextRole {
   TableHead,    // above a column, bottom-aligned
   TableText,    // row of a dense table
   Muted,        // units and second lines
+  Small,        // what is, in the lines beside a page: muted; wraps where it is two lines high
   SplashName,   // on the splash page
   SplashSubtitle,
   BandName,      // on the shell's dark band
@@ -39,5 +43,11 @@ enum class TextRole {
 
 /// What fills a frame.
 enum class Fill { None, Side, Band, Hairline, Accent, Table };
+
+/// What an image shows: the icon of the program, or the sign of a good or a bad end, which never stands without words.
+enum class Symbol { Icon, Tick, Cross };
+inline std::string PropertyText(Symbol symbol) {
+  return symbol == Symbol::Tick ? "Tick" : symbol == Symbol::Cross ? "Cross" : "Icon";
+}
 
 }  // namespace vk32

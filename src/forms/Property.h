@@ -77,7 +77,10 @@ class Property : public PropertyBase {
     return *this;
   }
   Property& operator=(const Property& other) { return *this = other.value_; }
-  std::string AsText() const override { return detail::PropertyText(value_); }
+  std::string AsText() const override {
+    using detail::PropertyText;
+    return PropertyText(value_);
+  }
 
  protected:
   void Store(T value) {

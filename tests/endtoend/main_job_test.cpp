@@ -5,6 +5,7 @@
 #include <sys/wait.h>
 
 #include <filesystem>
+#include <fstream>
 
 #include "support/Harness.h"
 
@@ -230,6 +231,25 @@ TEST(Examples, DoTheMainJobOfEveryProduct) {
   run("rbcard", "RBCard", "COM28");
   run("vk-rtx-df1", "VK-RTX-DF1", "COM29", "\n4: 02\n5: 00\n");
   run("vk-rtx-modbus", "VK-RTX-Modbus", "COM27", "\n4: 01 01 C4 09\n");
+}
+
+TEST(Examples, FailWithASilentGateway) {
+  sim::Misbehaviour silent;
+  silent.silent = true;
+  const TemporaryFile rom("example.rom");
+  const fs::path home = fs::current_path(), folder = fs::path(rom.Path()).parent_path();
+  fs::copy_file(VK32_EXAMPLES "/example.rom", rom.Path());
+  fs::current_path(folder);
+  for (const auto& example : fs::directory_iterator(VK32_EXAMPLES)) {
+    if (example.path().extension() != ".vks") continue;
+    GatewayDevice gateway("RB2000", silent);
+    Harness h;
+    for (const char* port : {"COM27", "COM28", "COM29", "COM30", "COM31", "COM32"}) h.driver.Plug(port, &gateway);
+    std::ifstream script(example.path());
+    EXPECT_NE(h.Do(std::string(std::istreambuf_iterator<char>(script), {})).find("error "), std::string::npos)
+        << example.path();
+  }
+  fs::current_path(home);
 }
 
 }  // namespace

@@ -112,6 +112,8 @@ TEST_F(ScriptSessionTest, WhatIsNotThereIsRefused) {
                  "scroll takes a number from Min to Max;scroll Every.RowsVScroll 1x;scroll Every.RowsVScroll;"
                  "scroll Every.RowsVScroll 1441;scroll Every.RowsVScroll -1",
                  "answer takes yes or no;answer maybe;answer",
+                 "expect takes the text of a box, or its beginning;expect",
+                 "there is no terminal at which Enter could be pressed;confirm",
                  "a number of milliseconds is missing;wait;wait -1;until Every.Caption x y;after x quit",
                  "unknown command push;push Every.NextCmd"});
 }
@@ -141,6 +143,30 @@ TEST_F(ScriptSessionTest, DialogsTakeThePathsInTheirOrder) {
   EXPECT_EQ(ClickAdd(pick), save + "\"/a b\"\n" + open + "\"/c\\\"\"\n");
   EXPECT_EQ(ClickAdd(pick), save + "cancelled\n" + open + "cancelled\nerror no path was waiting for a file dialog\n");
   EXPECT_EQ(form.FileDlg.FileName.Value(), "/c\"");
+}
+
+TEST_F(ScriptSessionTest, BoxesAreTheExpectedOnesAndWaitForEnter) {
+  const std::string box = "box critical \"Job\" \"Lost it\" -> OK\n";
+  std::string asked;
+  h.screen.WaitForEnter = [&](const std::string& text) { return asked = text, true; };
+  const auto act = [&] { forms.MsgBox("Lost it", MessageIcon::Critical, "Job"); };
+  const std::tuple<bool, const char*, std::string> rows[] = {
+      {false, "quit", ""},
+      {true, "quit", "error a critical box came that was not expected\n"},
+      {true, "expect Lost", ""},
+      {false, "expect Done", "error a box was expected with \"Done\"\n"},
+      {false, "expect \"Lost it\"\nexpect Lost\nconfirm", ""}};
+  for (const auto& [strict, commands, failure] : rows) {
+    h.screen.strict = strict;
+    h.Do(commands);
+    EXPECT_EQ(ClickAdd(act), box + failure) << commands;
+  }
+  EXPECT_EQ(asked, "Lost it\nPress Enter to go on.\n");
+  EXPECT_FALSE(h.session.RunEnd());
+  h.Do("confirm");
+  h.screen.WaitForEnter = [](const std::string&) { return false; };
+  EXPECT_EQ(ClickAdd(act), box + "error Enter was not pressed\n");
+  EXPECT_TRUE(h.session.RunEnd());
 }
 
 TEST_F(ScriptSessionTest, UntilEndsAtTheText) {

@@ -1,13 +1,17 @@
 // The generator that draws every button picture and the application icon as SVG files into one folder.
 #include <QByteArray>
+#include <QCommandLineParser>
 #include <QDir>
 #include <QFile>
 #include <QFont>
 #include <QFontDatabase>
 #include <QGuiApplication>
+#include <QImage>
+#include <QPainter>
 #include <QPainterPath>
 #include <QString>
 #include <QStringList>
+#include <QSvgRenderer>
 #include <QTransform>
 #include <cstdio>
 #include <exception>
@@ -21,6 +25,7 @@ namespace {
 using vk32::PictureButtonRow;
 using vk32::PictureFace;
 
+constexpr int kIconSizes[] = {16, 22, 24, 32, 48, 64, 128, 256};  // px, as desktops ask for them
 constexpr char kFontFamily[] = "DejaVu Sans Condensed";
 
 // Outlines are taken at the font's own units and scaled down, so that no hinting for some screen size gets into them.
@@ -190,15 +195,22 @@ void Write(const QDir& folder, const QString& name, const QByteArray& content) {
 
 void WriteAll(const QString& folderName) {
   const QDir folder(folderName);
-  if (!folder.mkpath(QStringLiteral("."))) {
-    throw std::runtime_error("cannot make the folder " + folderName.toStdString());
-  }
   const QFont font = WordFont();
   for (const PictureButtonRow& row : vk32::PictureTable()) {
     Write(folder, QString::number(row.raised) + QStringLiteral(".svg"), Picture(row, false, font));
     Write(folder, QString::number(row.pressed) + QStringLiteral(".svg"), Picture(row, true, font));
   }
   Write(folder, QStringLiteral("icon.svg"), kIcon);
+  QSvgRenderer icon(QByteArray{kIcon});
+  for (const int size : kIconSizes) {
+    QImage image(size, size, QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::transparent);
+    QPainter painter(&image);
+    icon.render(&painter);
+    painter.end();
+    const QString name = folder.filePath(QStringLiteral("icon-%1.png").arg(size));
+    if (!image.save(name)) throw std::runtime_error(name.toStdString() + " can't be written");
+  }
 }
 
 }  // namespace
@@ -207,12 +219,21 @@ int main(int argc, char** argv) {
   // Fonts need a GUI application, but nothing is shown: a screen is not asked for.
   if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
   const QGuiApplication application(argc, argv);
-  if (argc != 2) {
-    std::fputs("usage: vk32-pictures FOLDER\n", stderr);
+  QCoreApplication::setApplicationName("vk32-pictures");
+  QCommandLineParser parser;
+  parser.setApplicationDescription("Writes the pictures of all buttons into a folder, which has to be there.");
+  const QCommandLineOption help = parser.addHelpOption();
+  parser.addPositionalArgument("FOLDER", "Where the pictures go.");
+  const bool parsed = parser.parse(QCoreApplication::arguments());
+  if (parsed && parser.isSet(help)) parser.showHelp();
+  const QStringList folders = parser.positionalArguments();
+  if (!parsed || folders.size() != 1 || !QDir(folders.front()).exists()) {
+    const QString error = parsed ? "wants one FOLDER, which has to be there" : parser.errorText();
+    std::fprintf(stderr, "vk32-pictures: %s\n", qPrintable(error));
     return 2;
   }
   try {
-    WriteAll(QString::fromLocal8Bit(argv[1]));
+    WriteAll(folders.front());
   } catch (const std::exception& problem) {
     std::fprintf(stderr, "vk32-pictures: %s\n", problem.what());
     return 1;

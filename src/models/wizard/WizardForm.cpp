@@ -17,11 +17,14 @@ constexpr Purpose WritingConfiguration{"Writing the configuration", HowToEnd};
 }  // namespace
 
 WizardForm::WizardForm(App& app_, const char* name, int timeOutInterval, int finalizeTop, int applyTop)
-    : ConfigurationForm(app_.forms, name, "Configure Online Parameters", 12840, 8400),
+    : ConfigurationForm(app_.forms, name, "Configure Online Parameters", 12840, 8760),
       app(app_),
       FinalizeSetLbl(*this, "FinalizeSetLbl", {240, finalizeTop, 3480, 315}, "Finalize Settings", TextRole::Heading),
       ApplySetLbl(*this, "ApplySetLbl", {240, applyTop, 3480, 315}, "Apply Settings", TextRole::Step),
-      TimeOutTmr(*this, "TimeOutTmr", timeOutInterval, true, &WizardForm::TimeOutTmr_Timer) {}
+      TimeOutTmr(*this, "TimeOutTmr", timeOutInterval, true, &WizardForm::TimeOutTmr_Timer) {
+  StatusMark.Visible = false;
+  StatusBar.Visible = false;
+}
 
 void WizardForm::ShowWizardStep(int page) { ShowPageStep(Pages(), page, StepMarkFrame); }
 

@@ -87,6 +87,12 @@ class WizardForm : public ConfigurationForm {
   ImageButton NextCmd        {*this, "NextCmd",        { 9930, 7815, 1050, 390}, &WizardForm::NextCmd_Click, WindowKey::Enter};
   ImageButton CancelCmd      {*this, "CancelCmd",      {11340, 7815, 1140, 390}, &WizardForm::CancelCmd_Click, WindowKey::EscapeMovesFocus};
 
+  Frame       StatusFrame     {*this, "StatusFrame",     {   0, 8400, 12840, 360}, Fill::Side};
+  Frame       StatusLineFrame {*this, "StatusLineFrame", {   0, 8400, 12840,  15}, Fill::Hairline};
+  Image       StatusMark      {*this, "StatusMark",      { 240, 8497,   180, 180}, Symbol::Cross};
+  Label       StatusLbl       {*this, "StatusLbl",       { 240, 8415,  9450, 345}, "", TextRole::Small};
+  ProgressBar StatusBar       {*this, "StatusBar",       {9930, 8520,  2550, 120}};
+
   Timer       TimeOutTmr;
   FileDialog  OpenSaveConfigDialog {*this, "OpenSaveConfigDialog"};
 

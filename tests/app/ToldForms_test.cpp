@@ -1,0 +1,47 @@
+// The told controls of all forms are what they have always been: their names, kinds, places and words. VK32_KEEP=FILE
+// writes them as they are now.
+#include <cstdlib>
+#include <fstream>
+#include <set>
+
+#include "core/Convert.h"
+#include "script/Quoting.h"
+#include "support/Harness.h"
+
+namespace vk32 {
+namespace {
+
+std::string Line(const Form& form, const Control& control) {
+  std::string line = form.Name() + ("." + control.FullName()) + " " + std::string(control.KindName());
+  for (const int twips : {control.Left.Value(), control.Top.Value(), control.Width.Value(), control.Height.Value()}) {
+    line += " " + Str(twips);
+  }
+  return line + " " + Quote(control.Words());
+}
+
+TEST(ToldForms, KeepTheirControls) {
+  Harness h;
+  h.app.globals.CurrentProduct = "VK-RTX";
+  h.app.globals.OwnerForm = "Configuration_VKRTX";
+  std::set<std::string> lines;
+  for (const char* model : {"AB Ethernet, ASCII, DF1", "AB Ethernet, Modbus"}) {
+    h.app.globals.CurrentModel = model;
+    h.app.forms.Load("Configuration_VKRTX");  // the editors of its tables need it
+    for (const std::string& name : h.app.forms.Names()) {
+      const Form& form = h.app.forms.Load(name);
+      for (const Control* control : form.Controls()) lines.insert(Line(form, *control));
+    }
+    h.app.forms.UnloadAll();
+  }
+  if (const char* path = std::getenv("VK32_KEEP")) {
+    std::ofstream kept(path);
+    for (const std::string& line : lines) kept << line << "\n";
+  }
+  std::ifstream file(VK32_TOLD);
+  int told = 0;
+  for (std::string line; std::getline(file, line); ++told) EXPECT_TRUE(lines.contains(line)) << line;
+  EXPECT_GT(told, 1500);
+}
+
+}  // namespace
+}  // namespace vk32
