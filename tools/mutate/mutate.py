@@ -11,6 +11,7 @@ wait on real time come last.
 --count N       faults that compile, spread over the folders of src/ and apps/ by their lines of code, two at least
 --seed N        the same seed draws the same faults from the same code
 --only GLOB     draws from these files alone, e.g. 'src/link/*'
+--acts          draws no words and no layout
 --widest N      passes over files that more than N objects are compiled from: a central header rebuilds everything
 --suite REGEX   runs the suites of these names alone
 --jobs N        compiles N files at once
@@ -439,6 +440,7 @@ def main():
     parser.add_argument('--count', type=int, default=120)
     parser.add_argument('--seed', default='1')
     parser.add_argument('--only', default='*')
+    parser.add_argument('--acts', action='store_true')
     parser.add_argument('--widest', type=int, default=10**6)
     parser.add_argument('--suite', default='')
     parser.add_argument('--jobs', type=int, default=1)
@@ -475,6 +477,8 @@ def main():
                 del orders[folder]
                 continue
             mutant = orders[folder].pop(0)
+            if options.acts and mutant.kind in WORDS_AND_LAYOUT:
+                continue
             if users[os.path.join(os.path.realpath(options.copy), mutant.file)] > options.widest:
                 continue
             result = known.get(identity(mutant._asdict()))
