@@ -298,7 +298,7 @@ TEST(ConfigurationVkRtx, SendsItsChoicesInBlocksAndReadsThemBack) {
       EXPECT_EQ(Split(block)[0] + (data.empty() ? "" : " ") + data, block) << acts;
     }
     // The device and a file give back what they got.
-    EXPECT_EQ(user.Use("again\nclick UploadCmd\nfinish DownSaveOpt"), "reminder\nreminder\nsuccess\n");
+    EXPECT_EQ(user.Use("again\nclick UploadCmd\nfinish DownSaveOptLbl"), "reminder\nreminder\nsuccess\n");
     EXPECT_EQ(device.gateway.BlocksInForce(), sent) << acts;
     EXPECT_EQ(user.Use("again\nopen\nfinish DownOpt"), "reminder\nsuccess\n");
     EXPECT_EQ(device.gateway.BlocksInForce(), sent) << acts;

@@ -282,7 +282,7 @@ TEST(ParseSettings, TakesTheFourSettingsAndNothingElse) {
   DeviceControlBlock dcb{4800, 'O', 6, 2, true, 1, 2};
   for (const std::string row :
        {" stop=1|", "stop=1|stop=1 stop=1", "stop=1|stop=1 to=on", "stop=1|stop=1.5", " parity|,parity", "baud|BAUD",
-        "19200|", "19200|0", "19200|+1", "19200|99999999999", "N|n", "N|M", "data=8|data=9"}) {
+        "19200|", "19200|0", "19200|+1", "19200|99999999999", " data|  data", "N|n", "N|M", "data=8|data=9"}) {
     const std::string part = row.substr(0, row.find('|'));
     const std::string settings = std::string(Good).replace(Good.find(part), part.size(), row.substr(part.size() + 1));
     EXPECT_TRUE(!ParseSettings(settings, dcb) && dcb.BaudRate == 4800) << settings;

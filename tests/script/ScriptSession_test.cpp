@@ -12,8 +12,6 @@
 namespace vk32 {
 namespace {
 
-using namespace std::chrono_literals;
-
 TEST(Quoting, BytesComeBackFromTheirQuotedFormAndMalformedOnesAreRefused) {
   const std::string bytes("\0 'a'\"b\\c\r\n\t\x1F ~\x7F\x80\xFF", 18);
   EXPECT_EQ(Quote(bytes), R"("\x00 'a'\"b\\c\r\n\t\x1F ~\x7F\x80\xFF")");
