@@ -26,7 +26,8 @@ QColor FillColor(Fill fill) {
 
 bool IsOutlined(const QObject& child) {
   if (const auto* frame = dynamic_cast<const FrameWidget*>(&child)) return frame->IsOutlined();
-  return dynamic_cast<const ScrollBarWidget*>(&child) != nullptr;
+  const auto* bar = dynamic_cast<const ScrollBarWidget*>(&child);
+  return bar && bar->Ground() == Fill::Table;
 }
 
 }  // namespace

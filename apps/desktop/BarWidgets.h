@@ -15,6 +15,9 @@ class ScrollBarWidget : public QScrollBar, public ControlWidget {
   QWidget& AsWidget() override { return *this; }
   void Sync() override;
 
+  /// Of the area that it moves.
+  Fill Ground() const { return bar_.ground; }
+
  private:
   void Moved(int value);
 

@@ -8,13 +8,16 @@
 #include "LabelWidget.h"
 #include "ListWidget.h"
 #include "MarkWidgets.h"
+#include "RowWidget.h"
 #include "TerminalWidget.h"
 
 namespace vk32 {
 
 ControlWidget* MakeWidget(Control& control, QWidget& parent, Theme& theme) {
   switch (control.GetKind()) {
-    case Control::Kind::Label: return new LabelWidget(static_cast<Label&>(control), parent, theme);
+    case Control::Kind::Label:
+      if (auto* row = dynamic_cast<RowLabel*>(&control)) return new RowWidget(*row, parent, theme);
+      return new LabelWidget(static_cast<Label&>(control), parent, theme);
     case Control::Kind::TextBox: {
       auto& box = static_cast<TextBox&>(control);
       if (box.lines == TextBox::Lines::Many) return new TerminalWidget(box, parent, theme);

@@ -29,6 +29,7 @@ bool MayWrap(const Label& label) {
     case TextRole::Title:
     case TextRole::Product:
     case TextRole::TableText:
+    case TextRole::TableName:
     case TextRole::SplashName:
     case TextRole::SplashSubtitle:
     case TextRole::BandName:

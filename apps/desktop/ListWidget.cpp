@@ -3,20 +3,25 @@
 
 #include <QAbstractItemView>
 #include <QLineEdit>
+#include <QPainter>
 #include <QScopedValueRollback>
 #include <QSignalBlocker>
+#include <QStyledItemDelegate>
 #include <QWheelEvent>
 #include <algorithm>
 #include <utility>
 
 #include "FieldWidget.h"
 #include "Text.h"
+#include "Theme.h"
 
 namespace vk32 {
 namespace {
 
 constexpr int VisibleEntries = 12;
 constexpr int TypingPause = 1000;  // ms after which a letter begins anew
+constexpr int NoteLeft = 64;       // px of a note, from the list's left edge
+constexpr int NoteRole = Qt::UserRole;
 
 /// The entry or the number in it is what was typed, or begins with it: "26" leads to "COM26".
 bool Matches(const QString& entry, const QString& typed, bool whole) {
@@ -26,6 +31,21 @@ bool Matches(const QString& entry, const QString& typed, bool whole) {
     return text.startsWith(typed, Qt::CaseInsensitive) && (!whole || text.size() == typed.size());
   });
 }
+
+/// Draws the notes behind the entries.
+class EntryDelegate : public QStyledItemDelegate {
+ public:
+  using QStyledItemDelegate::QStyledItemDelegate;
+
+  void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override {
+    QStyledItemDelegate::paint(painter, option, index);
+    const QRect area = option.rect.adjusted(NoteLeft, 0, 0, 0);
+    const bool selected = option.state & QStyle::State_Selected;
+    painter->setPen(option.palette.color(selected ? QPalette::HighlightedText : QPalette::Text));
+    const QString note = option.fontMetrics.elidedText(index.data(NoteRole).toString(), Qt::ElideRight, area.width());
+    painter->drawText(area, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, note);
+  }
+};
 
 }  // namespace
 
@@ -43,7 +63,11 @@ int EntryModel::rowCount(const QModelIndex& parent) const {
 
 QVariant EntryModel::data(const QModelIndex& index, int role) const {
   if (!index.isValid()) return {};
-  const std::string& entry = entries_[static_cast<std::size_t>(index.row())];
+  const auto row = static_cast<std::size_t>(index.row());
+  const std::string& entry = entries_[row];
+  const auto& notes = list_.Notes.Value();
+  if (role == NoteRole && row < notes.size()) return FromWords(notes[row].text);
+  if (role == Qt::ForegroundRole && row < notes.size() && notes[row].muted) return colors::Muted;
   if (role == Qt::DisplayRole || role == Qt::EditRole) return FromBytes(entry);
   if (role == Qt::ToolTipRole && list_.EntryToolTip) return FromWords(list_.EntryToolTip(entry));
   return {};
@@ -53,6 +77,7 @@ ListWidget::ListWidget(ComboBox& list, QWidget& parent) : QComboBox(&parent), li
   setMaxVisibleItems(VisibleEntries);
   model_.Sync();
   setModel(&model_);
+  setItemDelegate(new EntryDelegate(this));
   if (list_.style == ComboBox::Style::WithTextPart) {
     setEditable(true);
     setCompleter(nullptr);
@@ -71,8 +96,11 @@ void ListWidget::Sync() {
   if (isEditable()) lineEdit()->setReadOnly(list_.Locked);
   if (isEditable() && currentText() != shown) setEditText(shown);
   ColorField(*this, list_);
+  view()->viewport()->update();
   update();
 }
+
+int ListWidget::ListWidth() const { return std::max(width(), ToPixels(list_.ListWidth)); }
 
 QString ListWidget::Tip() const {
   return FromWords(list_.EntryToolTip ? list_.EntryToolTip(ToBytes(currentText())) : list_.ToolTip.Value());

@@ -37,6 +37,9 @@ class ListWidget : public QComboBox, public ControlWidget {
   bool Wants(const QKeyEvent& key) const override;
   void Leave() override;
 
+  /// Of the opened list, in pixels.
+  int ListWidth() const;
+
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
   void focusOutEvent(QFocusEvent* event) override;

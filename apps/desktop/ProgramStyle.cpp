@@ -8,6 +8,7 @@
 #include <algorithm>
 
 #include "Drawing.h"
+#include "ListWidget.h"
 #include "Theme.h"
 
 namespace vk32 {
@@ -161,7 +162,8 @@ QRect ProgramStyle::subControlRect(ComplexControl control, const QStyleOptionCom
     if (part == SC_ComboBoxEditField) return area.adjusted(left, 0, -ListButtonWidth, 0);
     if (part == SC_ComboBoxArrow) return area.adjusted(area.width() - ListButtonWidth, 0, 0, 0);
     if (part == SC_ComboBoxFrame) return area;
-    return area.translated(0, 1);
+    const auto* field = dynamic_cast<const ListWidget*>(widget);
+    return area.adjusted(field ? area.width() - field->ListWidth() : 0, 1, 0, 1);
   }
   return QProxyStyle::subControlRect(control, option, part, widget);
 }

@@ -51,6 +51,7 @@ QColor OfRole(TextRole role) {
     case TextRole::HeadingLink:
     case TextRole::Step:
     case TextRole::TableText:
+    case TextRole::TableName:
     case TextRole::SplashName:
     case TextRole::SplashSubtitle: break;
   }
@@ -84,6 +85,7 @@ Theme::Theme() {
   product_ = MakeFont(sans, 18, QFont::Bold);
   step_ = MakeFont(sans, 14);
   small_ = MakeFont(sans, 12);
+  smallBold_ = MakeFont(sans, 12, QFont::Bold);
   splashName_ = MakeFont(sans, 46, QFont::Bold);
   bandName_ = MakeFont(sans, 22, QFont::Bold);
   terminal_ = MakeFont({"DejaVu Sans Mono", "Cascadia Mono", "Consolas", "monospace"}, 13);
@@ -101,6 +103,7 @@ const QFont& Theme::Font(TextRole role) const {
     case TextRole::TableHead:
     case TextRole::TableText:
     case TextRole::Small: return small_;
+    case TextRole::TableName: return smallBold_;
     case TextRole::SplashName: return splashName_;
     case TextRole::BandName: return bandName_;
     case TextRole::Body:

@@ -39,6 +39,7 @@ constexpr QColor DisabledFieldText = Rgb(0x5F655C);
 constexpr QColor Track = Rgb(0xE3E6E0);
 constexpr QColor PressedFace = Rgb(0xE3E6E0);
 constexpr QColor Filled = Rgb(0x4A5147);
+constexpr QColor Chosen = Rgb(0xE3E6E0);
 constexpr QColor Thumb = Rgb(0x6B7168);
 constexpr QColor TerminalText = Rgb(0xE9ECE6);
 
@@ -69,7 +70,7 @@ class Theme {
  private:
   using PictureKey = std::tuple<int, int, int, bool, int>;
 
-  QFont body_, bold_, title_, product_, step_, small_, splashName_, bandName_, terminal_;
+  QFont body_, bold_, title_, product_, step_, small_, smallBold_, splashName_, bandName_, terminal_;
   std::map<PictureKey, QPixmap> pictures_;
 };
 

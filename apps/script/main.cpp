@@ -51,9 +51,9 @@ int Run(int fd, vk32::PortNames& names, const Options& options) {
   vk32::PosixEventLoop loop;
   vk32::PosixSerialDriver driver(loop, names);
   vk32::ScriptScreen screen([](const std::string& line) { std::cout << line << std::endl; });
-  std::optional<vk32::Trace> trace;
+  std::optional<vk32::TraceFile> trace;
   std::optional<vk32::TracingDriver> tracing;
-  if (!options.trace.empty()) tracing.emplace(driver, trace.emplace(options.trace));
+  if (!options.trace.empty()) tracing.emplace(driver, trace.emplace(options.trace, loop.Now()), loop);
   vk32::App app(loop, screen, tracing ? static_cast<vk32::SerialDriver&>(*tracing) : driver, names);
   vk32::ScriptSession session(app, screen);
   screen.strict = options.strict;

@@ -7,14 +7,13 @@
 #include "core/Convert.h"
 #include "link/Frames.h"
 #include "link/VKComSubs.h"
+#include "sim/FarEnd.h"
 
 namespace vk32::sim {
 namespace {
 
 using namespace std::chrono_literals;
 
-// A message that stands still for so long is given up, so that a broken one does not eat the next.
-constexpr Time MessageGap = 500ms;
 // Who writes blocks and then falls silent for so long has given the exchange up.
 constexpr Time ExchangeGap = 3s;
 

@@ -59,12 +59,13 @@ void PseudoTerminal::RegisterAs(const std::string& portName) {
                              link.string() + "). Choose another port number, or end the simulator that holds it.");
   }
   link_ = link;
+  portName_ = portName;
 }
 
-std::string PseudoTerminal::Read(std::size_t most) {
+Bytes PseudoTerminal::Read(std::size_t most) {
   char buffer[4096];
   const ssize_t count = read(master_, buffer, std::min(sizeof buffer, most));
-  return count > 0 ? std::string(buffer, static_cast<std::size_t>(count)) : std::string();
+  return count > 0 ? Bytes(buffer, static_cast<std::size_t>(count)) : Bytes();
 }
 
 void PseudoTerminal::Write(std::string_view bytes) {

@@ -1,17 +1,18 @@
 // A pseudo-terminal that stands as a serial port under a port name.
 #pragma once
 
-#include <cstdint>
 #include <string>
 #include <string_view>
 
+#include "sim/HostPort.h"
+
 namespace vk32::sim {
 
-class PseudoTerminal {
+class PseudoTerminal : public HostPort {
  public:
   /// Throws std::system_error if the system gives none.
   PseudoTerminal();
-  ~PseudoTerminal();
+  ~PseudoTerminal() override;
   PseudoTerminal(const PseudoTerminal&) = delete;
   PseudoTerminal& operator=(const PseudoTerminal&) = delete;
 
@@ -19,17 +20,17 @@ class PseudoTerminal {
   /// std::runtime_error, with words for the user, if the name is taken or the folder is not the user's own.
   void RegisterAs(const std::string& portName);
 
-  int Fd() const { return master_; }
+  std::string Title() const override { return portName_.empty() ? path_ : portName_ + ", " + path_; }
   const std::string& Path() const { return path_; }
-  /// What the other side has written, up to `most` bytes; empty if nothing waits.
-  std::string Read(std::size_t most = SIZE_MAX);
+  int Fd() const override { return master_; }
+  Bytes Read(std::size_t most = SIZE_MAX) override;
   /// What can't be taken at once is dropped, as by a line with nobody at its end.
-  void Write(std::string_view bytes);
+  void Write(std::string_view bytes) override;
 
  private:
   int master_ = -1;
   int slave_ = -1;  // held open, so that the terminal outlives the programs that use it
-  std::string path_;
+  std::string path_, portName_;
   std::string link_;
 };
 

@@ -6,27 +6,24 @@
 #include <optional>
 #include <string_view>
 
+#include "sim/FarEnd.h"
 #include "sim/Gateway.h"
 
 namespace vk32::sim {
 
-class SimulatedLine {
+class SimulatedLine : public FarEnd {
  public:
   /// `byteTime`: 10 bits at the line's rate; 0 carries everything at once.
   SimulatedLine(Gateway& gateway, Time byteTime) : gateway_(gateway), byteTime_(byteTime) {}
 
   static Time ByteTime(int baudRate) { return Time(std::chrono::seconds(10)) / baudRate; }
 
-  /// The host has written.
-  void FromHost(std::string_view bytes, Time now);
-  /// How many bytes a serial port's chip would take now. What is written beyond it is no longer held back by XOFF.
-  std::size_t Room() const;
-  /// What has reached the host by `now`.
-  Bytes ToHost(Time now);
-  /// When something happens next on the line; nothing if it is quiet.
-  std::optional<Time> NextDue() const;
-  /// The device has been pulled off the line.
-  bool Unplugged() const { return unplugged_; }
+  void FromHost(std::string_view bytes, Time now) override;
+  /// As a serial port's chip would: what is written beyond it is no longer held back by XOFF.
+  std::size_t Room() const override;
+  Bytes ToHost(Time now) override;
+  std::optional<Time> NextDue() const override;
+  bool Gone() const override { return unplugged_; }
 
  private:
   struct Carried {

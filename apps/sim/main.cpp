@@ -1,4 +1,4 @@
-// vk32-sim: a simulated gateway on a pseudo-terminal.
+// vk32-sim: a simulated gateway, or the device of a trace, on a pseudo-terminal or a real serial device.
 #include <fcntl.h>
 #include <poll.h>
 #include <signal.h>
@@ -10,15 +10,25 @@
 #include <charconv>
 #include <cstdio>
 #include <fstream>
+#include <functional>
 #include <iostream>
+#include <iterator>
+#include <memory>
 #include <optional>
+#include <stdexcept>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "app/App.h"
+#include "core/Convert.h"
+#include "platform/Fault.h"
+#include "platform/Files.h"
 #include "platform/PortNames.h"
 #include "platform/PosixEventLoop.h"
 #include "sim/PseudoTerminal.h"
+#include "sim/Replay.h"
+#include "sim/SerialDevice.h"
 #include "sim/SimulatedLine.h"
 #include "trace/Trace.h"
 
@@ -28,9 +38,11 @@ using namespace std::chrono_literals;
 using vk32::MonotonicNow;
 using vk32::Time;
 
+enum ExitStatus { Ended = 0, Failed = 1, WrongUsage = 2, NotAsTraced = 3 };
+
 struct Options {
   std::string product;
-  std::string port;
+  std::string port, device, replay;
   bool pace = false;
   bool needsButton = false;
   std::string dump, firmwareDump, trace;
@@ -93,15 +105,17 @@ int SignalDescriptor() {
   return signalfd(-1, &signals, SFD_CLOEXEC | SFD_NONBLOCK);
 }
 
-/// A terminal of -1 is not listened to.
-void Sleep(int terminal, int signals, std::optional<Time> until) {
-  pollfd descriptors[] = {{terminal, POLLIN, 0}, {signals, POLLIN, 0}};
+/// Until the host has written, if it `listens` to it, or what was written to it can go on.
+void Sleep(const vk32::sim::HostPort& port, bool listens, int signals, std::optional<Time> until) {
+  const vk32::WaitFor sending = port.Sending();
+  pollfd descriptors[] = {{listens ? port.Fd() : -1, POLLIN, 0}, {signals, POLLIN, 0}, {sending.fd, POLLOUT, 0}};
+  const Time end = std::min(until.value_or(vk32::Never), sending.until);
   timespec left{};
-  if (until) {
-    const Time span = std::max(*until - MonotonicNow(), Time{0});
+  if (end != vk32::Never) {
+    const Time span = std::max(end - MonotonicNow(), Time{0});
     left = {span.count() / 1'000'000'000, span.count() % 1'000'000'000};
   }
-  ppoll(descriptors, 2, until ? &left : nullptr, nullptr);
+  ppoll(descriptors, std::size(descriptors), end != vk32::Never ? &left : nullptr, nullptr);
 }
 
 /// "RB2000, RB3000 or RBCard"
@@ -126,6 +140,60 @@ void DumpConfiguration(const vk32::sim::Gateway& gateway, const std::string& pat
   if (!gateway.Image().empty()) file << "image: " << vk32::HexText(gateway.Image()) << "\n";
 }
 
+std::string TitleOf(const vk32::sim::GatewayKind& kind) {
+  std::string title(kind.product);
+  if (!kind.model.empty()) title.append(" (").append(kind.model).append(")");
+  return title;
+}
+
+/// Where a device meets its host, and how the user is told of it.
+class Meeting {
+ public:
+  Meeting(const Options& options, const vk32::sim::GatewayKind& kind)
+      : title_(TitleOf(kind)),
+        // Before the port name is taken: whatever ends the program has to give it back.
+        signals_(SignalDescriptor()) {
+    if (!options.device.empty()) {
+      port_ = std::make_unique<vk32::sim::SerialDevice>(options.device, kind.baudRate);
+    } else {
+      auto terminal = std::make_unique<vk32::sim::PseudoTerminal>();
+      if (!options.port.empty()) terminal->RegisterAs(options.port);
+      port_ = std::move(terminal);
+    }
+    if (!options.trace.empty()) trace_.emplace(options.trace, MonotonicNow());
+  }
+
+  void Tell(const std::string& words) const { std::cout << title_ << " " << words << std::endl; }
+
+  /// Carries bytes until the user ends the program or the device has gone.
+  void Serve(vk32::sim::FarEnd& farEnd, const std::function<void()>& pressConfigure) {
+    Tell("on " + port_->Title());
+    while (!farEnd.Gone()) {
+      Sleep(*port_, farEnd.Room() > 0, signals_, farEnd.NextDue());
+      signalfd_siginfo signal{};
+      if (read(signals_, &signal, sizeof signal) == sizeof signal) {
+        if (signal.ssi_signo != SIGUSR1) return;
+        pressConfigure();
+      }
+      if (farEnd.Room() > 0) {
+        const vk32::Bytes read = port_->Read(farEnd.Room());
+        if (trace_) trace_->Passed(MonotonicNow(), '>', read);
+        farEnd.FromHost(read, MonotonicNow());
+      }
+      const vk32::Bytes written = farEnd.ToHost(MonotonicNow());
+      if (trace_) trace_->Passed(MonotonicNow(), '<', written);
+      port_->Write(written);
+    }
+    Tell("has been unplugged");
+  }
+
+ private:
+  std::string title_;
+  int signals_;
+  std::unique_ptr<vk32::sim::HostPort> port_;
+  std::optional<vk32::TraceFile> trace_;
+};
+
 void Simulate(const Options& options, const vk32::sim::GatewayKind& kind) {
   vk32::sim::Gateway gateway(kind, options.misbehaviour);
   gateway.infoTexts = options.infoTexts;
@@ -134,104 +202,128 @@ void Simulate(const Options& options, const vk32::sim::GatewayKind& kind) {
   if (options.needsButton) gateway.StartInOperation();
   const Time byteTime = options.pace ? vk32::sim::SimulatedLine::ByteTime(kind.baudRate) : Time{0};
   vk32::sim::SimulatedLine line(gateway, byteTime);
-  // Before the port name is taken: whatever ends the program has to give it back.
-  const int signals = SignalDescriptor();
-  vk32::sim::PseudoTerminal terminal;
-  if (!options.port.empty()) terminal.RegisterAs(options.port);
-  std::optional<vk32::Trace> trace;
-  if (!options.trace.empty()) trace.emplace(options.trace);
-  std::string title(kind.product);
-  if (!kind.model.empty()) title.append(" (").append(kind.model).append(")");
+  Meeting meeting(options, kind);
   // Files first: who reads the line may read the file.
   gateway.OnStored = [&](const std::string& size) {
     if (!options.dump.empty()) DumpConfiguration(gateway, options.dump);
-    std::cout << title << " has stored a configuration of " << size << std::endl;
+    meeting.Tell("has stored a configuration of " + size);
   };
   gateway.OnFirmware = [&] {
     if (!options.firmwareDump.empty()) {
       std::ofstream(options.firmwareDump, std::ios::binary) << gateway.Firmware();
     }
-    std::cout << title << " has received a firmware of " << gateway.Firmware().size() << " bytes" << std::endl;
+    meeting.Tell("has received a firmware of " + std::to_string(gateway.Firmware().size()) + " bytes");
   };
-  std::cout << title << " on " << (options.port.empty() ? terminal.Path() : options.port + ", " + terminal.Path())
-            << std::endl;
-  while (!line.Unplugged()) {
-    Sleep(line.Room() > 0 ? terminal.Fd() : -1, signals, line.NextDue());
-    signalfd_siginfo signal{};
-    if (read(signals, &signal, sizeof signal) == sizeof signal) {
-      if (signal.ssi_signo != SIGUSR1) return;
-      gateway.PressConfigure();
-    }
-    if (line.Room() > 0) {
-      const vk32::Bytes read = terminal.Read(line.Room());
-      if (trace) trace->Line('>', read);
-      line.FromHost(read, MonotonicNow());
-    }
-    const vk32::Bytes written = line.ToHost(MonotonicNow());
-    if (trace) trace->Line('<', written);
-    terminal.Write(written);
-  }
-  std::cout << title << " has been unplugged" << std::endl;
+  meeting.Serve(line, [&] { gateway.PressConfigure(); });
 }
 
-}  // namespace
+/// True if the program has asked what stands in the trace and nothing else.
+bool PlayTrace(const Options& options, const vk32::sim::GatewayKind& kind) {
+  const auto replay = [&] {
+    try {
+      vk32::InputFile file(options.replay);
+      return vk32::sim::Replay(file.Read(file.Size()));
+    } catch (const vk32::RuntimeFault& fault) {
+      throw std::runtime_error("The trace " + options.replay + " can't be read (" + fault.Description() +
+                               "). Name a file that exists and that you may read.");
+    } catch (const std::runtime_error& fault) {
+      throw std::runtime_error("The trace " + options.replay + " can't be played: " + fault.what());
+    }
+  };
+  vk32::sim::Replay device = replay();
+  Meeting meeting(options, kind);
+  device.Tell = [](const std::string& words) { std::cout << words << std::endl; };
+  meeting.Serve(device, [] {});
+  if (!device.AsTraced()) std::cout << "Ended before " << device.Awaited() << std::endl;
+  return device.AsTraced();
+}
 
-int main(int argc, char** argv) {
-  CLI::App parser("A simulated gateway on a pseudo-terminal. Ends on Ctrl-C; SIGUSR1 presses its Configure button.");
-  Options options;
-  std::vector<std::string> misbehaviours;
-  parser.add_option("PRODUCT", options.product, NamesOfKinds())->required();
-  parser.add_option("--port", options.port, "port name to stand under, COM1 to COM32")->type_name("COMn");
-  parser.add_flag("--pace", options.pace, "carry bytes at the rate of the true line");
-  parser.add_flag("--needs-button", options.needsButton, "answer only after the Configure button was pressed");
-  parser.add_option("--info-model", options.infoTexts.model, "product model in the device information of the VK5300");
-  parser.add_option("--info-version", options.infoTexts.version, "firmware version in it");
-  parser.add_option("--info-date", options.infoTexts.date, "firmware date in it");
-  parser
-      .add_option(
-          "--dump", options.dump,
-          "file that takes each stored configuration: the image as it is, or blocks in hexadecimal, a line each; of "
-          "the VK5300 the image too is a line")
+/// The options of the simulated gateway alone: a trace holds what its device did.
+void AddGatewayOptions(CLI::App& parser, Options& options) {
+  const auto add = [&](const std::string& name, auto& value, const std::string& help) {
+    return parser.add_option(name, value, help)->excludes("--replay");
+  };
+  parser.add_flag("--pace", options.pace, "carry bytes at the rate of the true line, as a real device does by itself")
+      ->excludes("--replay")
+      ->excludes("--device");
+  parser.add_flag("--needs-button", options.needsButton, "answer only after the Configure button was pressed")
+      ->excludes("--replay");
+  add("--info-model", options.infoTexts.model, "product model in the device information of the VK5300");
+  add("--info-version", options.infoTexts.version, "firmware version in it");
+  add("--info-date", options.infoTexts.date, "firmware date in it");
+  add("--dump", options.dump,
+      "file that takes each stored configuration: the image as it is, or blocks in hexadecimal, a line each; of the "
+      "VK5300 the image too is a line")
       ->type_name("FILE");
-  parser.add_option("--firmware-dump", options.firmwareDump, "file that takes each firmware that was received")
+  add("--firmware-dump", options.firmwareDump, "file that takes each firmware that was received")->type_name("FILE");
+  add("--restart-time", options.restartTime, "how long the VK5300 is deaf when it restarts (300)")
+      ->type_name("MS")
+      ->check(CLI::NonNegativeNumber);
+  add("--erase-time", options.eraseTime, "how long it takes to erase its firmware (3000)")
+      ->type_name("MS")
+      ->check(CLI::NonNegativeNumber);
+}
+
+void AddOptions(CLI::App& parser, Options& options, std::vector<std::string>& misbehaviours) {
+  parser.add_option("PRODUCT", options.product, NamesOfKinds())->required();
+  auto* const port = parser.add_option("--port", options.port, "port name to stand under, COM1 to COM32");
+  port->type_name("COMn");
+  parser
+      .add_option("--device", options.device,
+                  "serial device to answer on instead of a pseudo-terminal: the far end of a null modem cable")
+      ->type_name("PATH")
+      ->excludes(port);
+  parser
+      .add_option("--replay", options.replay,
+                  "trace of VK32 whose device is played: it answers what was answered then, at its times, and says "
+                  "where something else is asked")
       ->type_name("FILE");
   parser
       .add_option("--trace", options.trace,
                   "file that takes the time and the bytes of all that passes: > from VK32, < to it")
       ->type_name("FILE");
-  parser.add_option("--restart-time", options.restartTime, "how long the VK5300 is deaf when it restarts (300)")
-      ->type_name("MS")
-      ->check(CLI::NonNegativeNumber);
-  parser.add_option("--erase-time", options.eraseTime, "how long it takes to erase its firmware (3000)")
-      ->type_name("MS")
-      ->check(CLI::NonNegativeNumber);
+  AddGatewayOptions(parser, options);
   parser.add_option("--misbehave", misbehaviours, MisbehaviourHelp)
       ->type_name("HOW")
+      ->excludes("--replay")
       ->each([&](const std::string& text) {
         const std::string fault = SetMisbehaviour(text, options.misbehaviour);
         if (!fault.empty()) throw CLI::ValidationError(fault);
       });
   parser.set_version_flag("--version", vk32::ProgramVersion());
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  CLI::App parser(
+      "A simulated gateway on a pseudo-terminal. Ends on Ctrl-C; SIGUSR1 presses its Configure button. Exit status: 0, "
+      "1 "
+      "when the port can't be used, 2 for wrong usage, 3 when something else than the replayed trace was asked.");
+  Options options;
+  std::vector<std::string> misbehaviours;
+  AddOptions(parser, options, misbehaviours);
   try {
     parser.parse(argc, argv);
   } catch (const CLI::ParseError& error) {
-    return parser.exit(error) == 0 ? 0 : 2;
+    return parser.exit(error) == 0 ? Ended : WrongUsage;
   }
 
   const auto* kind = vk32::sim::FindGatewayKind(options.product);
   if (!kind) {
     std::cerr << "There is no simulated " << options.product << ". Choose " << NamesOfKinds() << ".\n";
-    return 2;
+    return WrongUsage;
   }
   if (!options.port.empty() && vk32::PortNames::Number(options.port) == 0) {
     std::cerr << "--port takes COM1 to COM32, not " << options.port << ".\n";
-    return 2;
+    return WrongUsage;
   }
   try {
+    if (!options.replay.empty()) return PlayTrace(options, *kind) ? Ended : NotAsTraced;
     Simulate(options, *kind);
   } catch (const std::exception& error) {
     std::cerr << error.what() << "\n";
-    return 1;
+    return Failed;
   }
-  return 0;
+  return Ended;
 }

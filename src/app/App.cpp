@@ -18,8 +18,12 @@
 
 namespace vk32 {
 
-App::App(EventLoop& loop, Screen& screen, SerialDriver& driver, PortNames& portNames)
-    : ports(portNames), forms(loop, screen), comm(driver, forms.dispatcher) {
+App::App(EventLoop& loop, Screen& screen, SerialDriver& untraced, PortNames& portNames)
+    : ports(portNames),
+      forms(loop, screen),
+      trace(loop.Now()),
+      driver(untraced, trace, loop),
+      comm(driver, forms.dispatcher) {
   forms.dispatcher.AtEnd([this] { comm.CloseAll(); });
 }
 

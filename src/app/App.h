@@ -10,13 +10,14 @@
 #include "forms/Forms.h"
 #include "link/modCOMM.h"
 #include "platform/PortNames.h"
+#include "trace/TracingDriver.h"
 
 namespace vk32 {
 
 class Conversation;
 
 struct App {
-  App(EventLoop& loop, Screen& screen, SerialDriver& driver, PortNames& portNames);
+  App(EventLoop& loop, Screen& screen, SerialDriver& untraced, PortNames& portNames);
   ~App();
   App(const App&) = delete;
   App& operator=(const App&) = delete;
@@ -24,6 +25,8 @@ struct App {
   PortNames& ports;
   Globals globals;
   Forms forms;
+  TraceRing trace;  // the latest of what has passed on the ports; times count from the start
+  TracingDriver driver;
   modCOMM comm;
   Conversation* conversation = nullptr;  // the one that is under way
   std::set<std::int32_t> lateAnswers;    // the ports on which an earlier conversation's last answer may still come

@@ -144,4 +144,18 @@ std::int32_t SetBits(std::int32_t value, std::int32_t mask) { return value | mas
 
 std::int32_t ClearBits(std::int32_t value, std::int32_t mask) { return value & ~mask; }
 
+std::string ByteToHex(std::uint8_t byte) {
+  constexpr char digits[] = "0123456789ABCDEF";
+  return {digits[byte >> 4], digits[byte & 15]};
+}
+
+std::string HexText(const Bytes& bytes) {
+  std::string text;
+  for (const char c : bytes) {
+    if (!text.empty()) text += ' ';
+    text += ByteToHex(static_cast<std::uint8_t>(c));
+  }
+  return text;
+}
+
 }  // namespace vk32

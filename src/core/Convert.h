@@ -33,6 +33,10 @@ std::string Str(std::int32_t value);
 std::string Oct(std::int32_t value);
 /// A number in as many decimal digits as it needs.
 std::string Str(double value);
+/// Two upper-case hexadecimal digits.
+std::string ByteToHex(std::uint8_t byte);
+/// "54 45 45"
+std::string HexText(const Bytes& bytes);
 /// The parts of a dotted address. At most four: the fourth takes all the rest of the text.
 std::vector<std::string> SplitAddress(const std::string& text);
 

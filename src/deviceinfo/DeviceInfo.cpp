@@ -5,7 +5,6 @@
 #include "link/Conversation.h"
 #include "link/Frames.h"
 #include "link/VKComSubs.h"
-#include "shell/Subs.h"
 
 namespace vk32 {
 namespace {

@@ -38,6 +38,12 @@ Act Label::Click() {
   return Perform([this] { Raise(OnClick); });
 }
 
+RowLabel::RowLabel(const Container& container, ControlName name, Place place, std::vector<Column> columns_,
+                   Handler click)
+    : Label(container, name, place, "", TextRole::TableText, std::move(click)),
+      Chosen(*this, "Chosen", false),
+      columns(std::move(columns_)) {}
+
 Image::Image(const Container& container, ControlName name, Place place, Symbol symbol)
     : Control(Kind::Image, container, name, place), Picture(*this, "Picture", symbol) {}
 
@@ -141,12 +147,20 @@ void TextBox::AssignSelLength(const int& length) {
   SelLength.Set(std::min(length, static_cast<int>(Text.Value().size()) - SelStart));
 }
 
+std::string PropertyText(const std::vector<EntryNote>& notes) {
+  std::string text;
+  for (const EntryNote& note : notes) text += note.text + '\n';
+  return text;
+}
+
 ComboBox::ComboBox(const Container& container, ControlName name, Place place, std::vector<std::string> entries,
                    Handler click, Style style_)
     : Control(Kind::ComboBox, container, name, place),
       Text(*this, "Text", {}),
       ListIndex(*this, "ListIndex", -1),
       Locked(*this, "Locked", false),
+      Notes(*this, "Notes", {}),
+      ListWidth(*this, "ListWidth", 0),
       OnClick(std::move(click)),
       style(style_),
       entries_(std::move(entries)) {}
@@ -249,14 +263,15 @@ void OptionButton::AssignValue(const bool& value) {
   Raise(OnClick);
 }
 
-VScrollBar::VScrollBar(const Container& container, ControlName name, Place place, Handler change)
+VScrollBar::VScrollBar(const Container& container, ControlName name, Place place, Handler change, Fill ground_)
     : Control(Kind::VScrollBar, container, name, place),
       Min(*this, "Min", 0),
       Max(*this, "Max", 0),
       Value(*this, "Value", 0),
       SmallChange(*this, "SmallChange", 1),
       LargeChange(*this, "LargeChange", 1),
-      OnChange(std::move(change)) {}
+      OnChange(std::move(change)),
+      ground(ground_) {}
 
 Act VScrollBar::Scroll(int value) {
   return Perform([&] { AssignValue(std::clamp(value, Min.Value(), std::max(Min.Value(), Max.Value()))); });

@@ -46,6 +46,20 @@ class Label : public Control {
   const TextRole role;
 };
 
+/// A line of a list to pick from. Its caption holds the texts of its columns, parted by tabs.
+class RowLabel : public Label {
+ public:
+  struct Column {
+    int left;  // twips, from the row's left edge; below 0: from its right one. Reaches to the next column
+    TextRole role;
+  };
+
+  RowLabel(const Container& container, ControlName name, Place place, std::vector<Column> columns, Handler click);
+
+  Property<bool> Chosen;
+  const std::vector<Column> columns;
+};
+
 /// A picture that does nothing. A sign is 180 high in lines of small text, 360 at the end of an installation.
 class Image : public Control {
  public:
@@ -127,6 +141,16 @@ class TextBox : public Control {
   const Lines lines;
 };
 
+/// What the opened list tells of an entry beside its text.
+struct EntryNote {
+  std::string text;
+  bool muted = false;  // there is little use in picking it
+
+  bool operator==(const EntryNote&) const = default;
+};
+/// The texts, one a line.
+std::string PropertyText(const std::vector<EntryNote>& notes);
+
 /// A drop-down list.
 class ComboBox : public Control {
  public:
@@ -162,6 +186,8 @@ class ComboBox : public Control {
   ActiveProperty<std::string, ComboBox, &ComboBox::AssignText> Text;
   ActiveProperty<int, ComboBox, &ComboBox::AssignListIndex> ListIndex;  // from 0; -1: none. Beyond: fault 5
   Property<bool> Locked;
+  Property<std::vector<EntryNote>> Notes;  // by the index of the entry; none for those beyond the end
+  Property<int> ListWidth;                 // of the opened list, twips, to the left; 0: as wide as the field
   Handler OnClick;
   const Style style;
 
@@ -208,7 +234,8 @@ class OptionButton : public Control {
 
 class VScrollBar : public Control {
  public:
-  VScrollBar(const Container& container, ControlName name, Place place, Handler change);
+  /// `ground`: the area that it moves, in whose look it is drawn.
+  VScrollBar(const Container& container, ControlName name, Place place, Handler change, Fill ground = Fill::Table);
 
   Act Scroll(int value);
 
@@ -222,6 +249,7 @@ class VScrollBar : public Control {
   ActiveProperty<int, VScrollBar, &VScrollBar::AssignValue> Value;  // Min to Max, else fault 5
   Property<int> SmallChange, LargeChange;
   Handler OnChange;
+  const Fill ground;
 };
 
 class ProgressBar : public Control {

@@ -31,6 +31,7 @@ enum class TextRole {
   Step,         // line of a side menu
   TableHead,    // above a column, bottom-aligned
   TableText,    // row of a dense table
+  TableName,    // by which a row is called
   Muted,        // units and second lines
   Small,        // what is, in the lines beside a page: muted; wraps where it is two lines high
   SplashName,   // on the splash page

@@ -18,11 +18,13 @@
 namespace vk32 {
 namespace {
 
-/// "vk32 (process 4711)"; empty if there is no such process.
-std::string ProcessName(const std::string& pid) {
+/// Nothing if there is no such process.
+std::optional<Holder> Process(const std::string& pid) {
   std::ifstream file("/proc/" + pid + "/comm");
   std::string name;
-  return std::getline(file, name) ? name + " (process " + pid + ")" : "";
+  int number = 0;
+  std::from_chars(pid.data(), pid.data() + pid.size(), number);
+  return std::getline(file, name) ? std::optional<Holder>({name, number, number == getpid()}) : std::nullopt;
 }
 
 /// Calls `each` with the folder's descriptor and every name in it that is a number, until it gives false.
@@ -71,13 +73,7 @@ bool HasOpen(const std::string& pid, const struct stat& device) {
   return true;
 }
 
-}  // namespace
-
-bool IsPseudoTerminal(const struct stat& device) {
-  return S_ISCHR(device.st_mode) && major(device.st_rdev) >= 136 && major(device.st_rdev) <= 143;
-}
-
-std::string LockHolder(const struct stat& device) {
+std::optional<Holder> LockHolder(const struct stat& device) {
   char wanted[64];
   std::snprintf(wanted, sizeof wanted, "%02x:%02x:%lu", major(device.st_dev), minor(device.st_dev),
                 static_cast<unsigned long>(device.st_ino));
@@ -86,21 +82,34 @@ std::string LockHolder(const struct stat& device) {
     std::istringstream fields(line);
     std::string number, kind, mode, access, pid, place;
     if (fields >> number >> kind >> mode >> access >> pid >> place && kind == "FLOCK" && place == wanted) {
-      return ProcessName(pid);
+      return Process(pid);
     }
   }
-  return "";
+  return std::nullopt;
 }
 
-std::string OtherOpener(const struct stat& device) {
+}  // namespace
+
+bool IsPseudoTerminal(const struct stat& device) {
+  return S_ISCHR(device.st_mode) && major(device.st_rdev) >= 136 && major(device.st_rdev) <= 143;
+}
+
+std::optional<Holder> OtherOpener(const struct stat& device) {
   const std::string own = std::to_string(getpid());
-  std::string opener;
+  std::optional<Holder> opener;
   ForEachNumber("/proc", [&](int, const char* number) {
     const std::string pid = number;
-    if (pid != own && HasOpen(pid, device)) opener = ProcessName(pid);
-    return opener.empty();
+    if (pid != own && HasOpen(pid, device)) opener = Process(pid);
+    return !opener;
   });
   return opener;
+}
+
+std::optional<Holder> HolderOf(const std::string& path) {
+  struct stat device {};
+  if (stat(path.c_str(), &device) != 0) return std::nullopt;
+  const auto holder = LockHolder(device);
+  return holder ? holder : OtherOpener(device);
 }
 
 }  // namespace vk32

@@ -12,6 +12,8 @@
 #include <tuple>
 #include <utility>
 
+#include "platform/PortHolder.h"
+
 namespace vk32 {
 namespace {
 
@@ -82,7 +84,7 @@ void PortNames::Assign(std::string_view portName, std::string path) {
 
 void PortNames::Choose(std::string_view portName) {
   chosen_.reset();
-  if (const std::string place = Search(portName); !place.empty()) {
+  if (const std::string place = Search(portName, RealDevices()); !place.empty()) {
     chosen_ = {std::string(portName), place, Describe(place)};
   }
 }
@@ -90,14 +92,37 @@ void PortNames::Choose(std::string_view portName) {
 std::optional<PortDevice> PortNames::Find(std::string_view portName) const {
   if (chosen_ && chosen_->portName == portName) {
     // A device of the same name may be another one by now: only the place tells.
-    return Exists(chosen_->place) ? Describe(chosen_->place) : PortDevice{chosen_->place, chosen_->device.description};
+    return Exists(chosen_->place) ? Describe(chosen_->place) : PortDevice{chosen_->place, chosen_->device.kind};
   }
-  const std::string place = Search(portName);
+  const std::string place = Search(portName, RealDevices());
   if (place.empty()) return std::nullopt;
   return Describe(place);
 }
 
-std::string PortNames::Search(std::string_view portName) const {
+std::vector<FoundPort> PortNames::FindAll() const {
+  const std::vector<std::string> devices = RealDevices();
+  std::vector<FoundPort> found;
+  for (int number = 1; number <= MaxPorts; ++number) {
+    const std::string name = "COM" + std::to_string(number);
+    const bool kept = chosen_ && chosen_->portName == name && Exists(chosen_->place);
+    const std::string place = kept ? chosen_->place : Search(name, devices);
+    if (Exists(place)) found.push_back({name, Describe(place)});
+  }
+  return found;
+}
+
+PortPlaces PortNames::Places() const {
+  const std::string serial = deviceFolder_ + "/serial";
+  PortPlaces places{{deviceFolder_, deviceFolder_ + "/pts", serial, serial + "/by-path"}, {}};
+  if (!runtimeFolder_.empty()) {
+    places.folders.push_back(runtimeFolder_);
+    places.paths.push_back(runtimeFolder_);
+  }
+  for (const auto& [name, path] : assigned_) places.paths.push_back(path);
+  return places;
+}
+
+std::string PortNames::Search(std::string_view portName, const std::vector<std::string>& devices) const {
   const int number = Number(portName);
   if (number == 0) return "";
   if (const auto at = assigned_.find(portName); at != assigned_.end()) return at->second;
@@ -105,7 +130,6 @@ std::string PortNames::Search(std::string_view portName) const {
   const bool trusted = !runtimeFolder_.empty() && WhyNotTrusted(runtimeFolder_).empty();
   if (trusted && Exists(runtimeFolder_ + link)) return runtimeFolder_ + link;
   if (Exists(deviceFolder_ + link)) return deviceFolder_ + link;
-  const std::vector<std::string> devices = RealDevices();
   const auto index = static_cast<std::size_t>(number - 1);
   return index < devices.size() ? devices[index] : "";
 }
@@ -143,21 +167,21 @@ int PortNames::Number(std::string_view portName) {
 
 PortDevice PortNames::Describe(const std::string& path) const {
   const std::string real = Real(path);
-  if (real.empty()) return {path, path};
+  if (real.empty()) return {path, ""};
   const std::string name = fs::path(real).filename();
+  struct stat device {};
   switch (KindOf(name)) {
-    case Kind::None: return {real, real};
-    case Kind::OnBoard: return {real, real + ", on-board"};
-    case Kind::Other: return {real, real + (name.starts_with("rfcomm") ? ", Bluetooth" : ", USB gadget")};
+    case Kind::None: return {real, stat(real.c_str(), &device) == 0 && IsPseudoTerminal(device) ? "Virtual port" : ""};
+    case Kind::OnBoard: return {real, "Serial port"};
+    case Kind::Other: return {real, name.starts_with("rfcomm") ? "Bluetooth" : "USB gadget"};
     case Kind::Usb: break;
   }
   // The product stands with the adapter, one or two folders above the interface that carries the port.
-  fs::path device = Real(systemFolder_ + "/class/tty/" + name + "/device");
-  for (int up = 0; up < 3; ++up, device = device.parent_path()) {
-    if (const std::string product = FirstLine(device / "product"); !product.empty())
-      return {real, std::string(real).append(", ").append(product)};
+  fs::path adapter = Real(systemFolder_ + "/class/tty/" + name + "/device");
+  for (int up = 0; up < 3; ++up, adapter = adapter.parent_path()) {
+    if (const std::string product = FirstLine(adapter / "product"); !product.empty()) return {real, product};
   }
-  return {real, real};
+  return {real, "USB serial port"};
 }
 
 PortNames::Kind PortNames::KindOf(const std::string& deviceName) const {

@@ -12,8 +12,22 @@ namespace vk32 {
 constexpr int MaxPorts = 32;
 
 struct PortDevice {
-  std::string path;         // the device to open, links followed
-  std::string description;  // for a tool tip: "/dev/ttyUSB0, FT232R USB UART"
+  std::string path;  // the device to open, links followed
+  std::string kind;  // "FT232R USB UART", "Serial port"; empty: the system does not tell
+
+  /// "/dev/ttyUSB0, FT232R USB UART"
+  std::string Description() const { return kind.empty() ? path : path + ", " + kind; }
+};
+
+struct FoundPort {
+  std::string name;  // "COM3"
+  PortDevice device;
+};
+
+/// Where ports come and go.
+struct PortPlaces {
+  std::vector<std::string> folders;
+  std::vector<std::string> paths;
 };
 
 /// Looks a port name up, first hit wins:
@@ -36,6 +50,11 @@ class PortNames {
   /// Nothing if no device stands behind the name. A chosen or assigned device is given also while it is missing; its
   /// path then leads nowhere.
   std::optional<PortDevice> Find(std::string_view portName) const;
+  /// The names behind which a device stands at this moment, in their order. The chosen name has the device that it
+  /// keeps to, as long as that is there.
+  std::vector<FoundPort> FindAll() const;
+  /// What has changed when FindAll gives something else; some of it may not be there yet.
+  PortPlaces Places() const;
 
   /// Why the search passes the runtime folder over, with what to do about it: "/tmp/vk32-1000 is a link and ...";
   /// empty if it is searched or there is none. With a port name: empty also if that name does not stand in it.
@@ -56,8 +75,8 @@ class PortNames {
     PortDevice device;  // as it was found
   };
 
-  /// The place of what the search finds: a link or a device; empty if nothing.
-  std::string Search(std::string_view portName) const;
+  /// The place of what the search finds: a link or a device; empty if nothing. `devices`: those of rule 4.
+  std::string Search(std::string_view portName, const std::vector<std::string>& devices) const;
   PortDevice Describe(const std::string& path) const;
   Kind KindOf(const std::string& deviceName) const;
   /// The places of the devices of rule 4, in their order: "/dev/ttyS0", "/dev/serial/by-path/...".

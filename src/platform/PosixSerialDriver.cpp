@@ -125,7 +125,7 @@ int Claim(int fd) {
   // Most programs ask for no lock, and would take bytes away.
   struct stat device {};
   if (fstat(fd, &device) != 0) return errno;
-  if (!OtherOpener(device).empty()) return EBUSY;
+  if (OtherOpener(device)) return EBUSY;
   termios line{};
   if (tcgetattr(fd, &line) != 0) return errno;
   MakeRaw(line);
@@ -161,13 +161,10 @@ std::string Short(const std::string& path) {
 }
 
 std::string BusyAdvice(const std::string& path) {
-  struct stat device {};
-  std::string holder;
-  if (stat(path.c_str(), &device) == 0) {
-    holder = LockHolder(device);
-    if (holder.empty()) holder = OtherOpener(device);
-  }
-  return Short(path) + " is in use by " + (holder.empty() ? "another program" : holder) + ": end it and try again";
+  const auto holder = HolderOf(path);
+  const std::string who =
+      holder ? holder->program + " (process " + std::to_string(holder->process) + ")" : "another program";
+  return Short(path) + " is in use by " + who + ": end it and try again";
 }
 
 std::string AccessAdvice(const std::string& path) {
@@ -423,7 +420,8 @@ std::string PosixSerialDriver::Advice(const FailedOpen& failed) const {
     case ENOENT: {
       const std::string nothing = "no serial device stands behind " + failed.portName;
       if (!failed.device.path.empty()) {
-        return nothing + ": " + Short(failed.device.description) + " is missing; plug it in, or choose the port again";
+        return nothing + ": " + Short(failed.device.Description()) +
+               " is missing; plug it in, or choose the port again";
       }
       const std::string ignored = names_.Ignored(failed.portName);
       return ignored.empty() ? nothing : nothing + ": " + ignored;

@@ -24,7 +24,7 @@ void PlaceTool(ImageButton& button, int top) {
 ProductMenu::ProductMenu(App& app) : Form(app.forms, FormName, "", ShellWidth, ShellHeight), app_(app) {
   COMCbo.EntryToolTip = [this](const std::string& entry) {
     const auto device = app_.ports.Find(entry);
-    return device ? device->description : std::string();
+    return device ? device->Description() : std::string();
   };
 }
 
@@ -45,6 +45,7 @@ void ProductMenu::Form_Load() {
   DeviceInfoCmd.Top = 4200;
   OfflineCmd.Top = 4800;
   COMCbo.Show(app_.globals.ComPortText);
+  ports.Refresh();
   PlaceTool(UpgradeCmd, product.upgradeTop);
   PlaceTool(DeviceInfoCmd, product.deviceInfoTop);
   PlaceTool(OfflineCmd, product.offlineTop);
@@ -61,9 +62,11 @@ void ProductMenu::COMCbo_Click() {
   }
   app_.globals.ComPortText = COMCbo.Text;
   if (const int number = PortNames::Number(COMCbo.Text.Value())) app_.globals.ComPortNumber = number;
-  if (COMCbo.Text.Value() == "None") return;
-  app_.ports.Choose(COMCbo.Text.Value());
-  CheckComPort(app_, *this);
+  if (COMCbo.Text.Value() != "None") {
+    app_.ports.Choose(COMCbo.Text.Value());
+    CheckComPort(app_, *this);
+  }
+  ports.Refresh();
 }
 
 void ProductMenu::ConfigureCmd_Click() { app_.forms.Show(FindProduct(app_.globals.CurrentProduct).wizard); }

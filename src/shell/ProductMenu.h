@@ -1,6 +1,7 @@
 // The port choice and the tools of one product.
 #pragma once
 
+#include "shell/PortsFound.h"
 #include "shell/ShellFrame.h"
 
 namespace vk32 {
@@ -38,6 +39,7 @@ class ProductMenu : public Form {
   Label       ComPortLbl    {*this, "ComPortLbl",    {3270, 3060, 2100, 315}, "COM Port Selection"};
   ComboBox    COMCbo        {*this, "COMCbo",        {5640, 3060, 1650, 315}, PortTexts(), &ProductMenu::COMCbo_Click,
                              ComboBox::Style::ChoiceWhenDone};
+  PortsFound  ports {app_, *this, COMCbo};
   ImageButton ConfigureCmd  {*this, "ConfigureCmd",  { 240, 3000, 2325, 450}, &ProductMenu::ConfigureCmd_Click, WindowKey::Enter};
   ImageButton UpgradeCmd    {*this, "UpgradeCmd",    { 240, 3600, 2325, 450}, &ProductMenu::UpgradeCmd_Click};
   ImageButton DeviceInfoCmd {*this, "DeviceInfoCmd", { 240, 4200, 2325, 450}, &ProductMenu::DeviceInfoCmd_Click};

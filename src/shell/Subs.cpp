@@ -73,11 +73,6 @@ int CheckEthernetFields(App& app, Form& form) {
   return 0;
 }
 
-std::string ByteToHex(std::uint8_t byte) {
-  constexpr char digits[] = "0123456789ABCDEF";
-  return {digits[byte >> 4], digits[byte & 15]};
-}
-
 void OpenWebSite(App& app, const std::string& url) { app.forms.GetScreen().OpenWebSite(url); }
 
 }  // namespace vk32

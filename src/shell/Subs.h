@@ -1,7 +1,6 @@
 // The small procedures that all forms share.
 #pragma once
 
-#include <cstdint>
 #include <string>
 
 #include "forms/Form.h"
@@ -22,8 +21,6 @@ int ValidateIPAddress(const std::string& text);
 bool IsIPAddress(const std::string& text);
 /// Checks EthIPTxt, EthSubTxt and, if it isn't empty, EthGateTxt. 0 if all are good; 1 if one is not, after telling so.
 int CheckEthernetFields(App& app, Form& form);
-/// Two upper-case hexadecimal digits.
-std::string ByteToHex(std::uint8_t byte);
 /// Opens the address in the default browser. What becomes of it isn't looked at.
 void OpenWebSite(App& app, const std::string& url);
 

@@ -1,4 +1,5 @@
 // The built programs, over a real pseudo-terminal and alone.
+#include <fcntl.h>
 #include <sys/prctl.h>
 #include <sys/resource.h>
 #include <sys/socket.h>
@@ -155,6 +156,21 @@ TEST(EndToEnd, PortNameOfASimulatorIsItsOwn) {
   }
 }
 
+TEST(EndToEnd, SimulatorOnADevice) {
+  const int host = posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC);
+  EXPECT_EQ(grantpt(host) + unlockpt(host), 0);
+  const std::string path = ptsname(host);
+  Process sim("vk32-sim", {"RB2000", "--device", path}, "/tmp");
+  EXPECT_EQ(sim.Line(), "RB2000 on " + path + "\n");
+  EXPECT_EQ(write(host, "TEE", 3), 3);
+  char reply[2];
+  EXPECT_EQ(read(host, reply, 2), 2);
+  EXPECT_EQ(Bytes(reply, 2), "TR");
+  close(host);
+  EXPECT_EQ(sim.Line(), path + " can't be used: Input/output error: the serial device is gone: plug it in again.\n");
+  EXPECT_EQ(sim.Wait(), 1);
+}
+
 TEST(EndToEnd, ExitStatuses) {
   const TemporaryFile commands("commands.vks");
   commands.Fill("# comment\r\n\r\nclick Splash\r\nget MainMenu.ProductModelLbl.Caption\r\nquit\r\nclick Nothing\r\n");
@@ -181,6 +197,9 @@ TEST(EndToEnd, ExitStatuses) {
   run("vk32-script", {folder}, "", 2, "The script " + folder + " can't be read (Is a directory).");
   run("vk32-sim", {"RB9999"}, "", 2, "There is no simulated RB9999.");
   run("vk32-sim", {"RB2000", "--port", "COM33"}, "", 2, "--port takes COM1 to COM32, not COM33.\n");
+  run("vk32-sim", {"RB2000", "--device", "/dev/null"}, "", 1, "/dev/null can't be used: Inappropriate ioctl for");
+  run("vk32-sim", {"RB2000", "--replay", commands.Path()}, "", 1,
+      "The trace " + commands.Path() + " can't be played: ");
   run("vk32-sim", {"RB2000", "--misbehave", "late"}, "", 2, "--misbehave: not one of: silent, late=MS,");
   run("vk32-sim", {"RB2000", "--misbehave", "late=x"}, "", 2, "--misbehave: not a number: late=x");
   Process deaf("vk32-script", {}, folder);

@@ -61,7 +61,7 @@ TEST_F(PortNamesTest, FirstHitWins) {
   EXPECT_EQ(Found("COM1"), "ttyX1");
   File("dev/pts");
   EXPECT_EQ(Found("COM1"), "pts");
-  EXPECT_EQ(names_.Find("COM1")->description, Path("dev/pts"));
+  EXPECT_EQ(names_.Find("COM1")->Description(), Path("dev/pts"));
   names_.Assign("COM1", Path("dev/none"));
   EXPECT_EQ(Found("COM1"), "none");
   EXPECT_EQ(Found("COM2"), "");
@@ -103,13 +103,14 @@ TEST_F(PortNamesTest, RealDevicesInTheirOrder) {
   Link("dev/serial/by-path/pci-0000:00:16.3", "../../ttyS10");
   Link("dev/serial/by-path/pci-0000:00:19.0", "../../ttyUSB77");
   std::string all;
-  for (int number = 1; const auto device = names_.Find("COM" + std::to_string(number)); ++number) {
-    EXPECT_TRUE(device->description.starts_with(device->path));
-    all += fs::path(device->description).filename().string() + "\n";
+  for (const auto& [name, device] : names_.FindAll()) {
+    EXPECT_EQ(names_.Find(name)->path, device.path);
+    all += name + " " + fs::path(device.Description()).filename().string() + "\n";
   }
   EXPECT_EQ(all,
-            "ttyAMA0, on-board\nttyS5, on-board\nttyS10, on-board\nttyXRUSB0, Gateway\nttyUSB0, FT232R USB UART\n"
-            "rfcomm0, Bluetooth\nttyGS0, USB gadget\nttyUSB9\nttyUSB10\n");
+            "COM1 ttyAMA0, Serial port\nCOM2 ttyS5, Serial port\nCOM3 ttyS10, Serial port\n"
+            "COM4 ttyXRUSB0, Gateway\nCOM5 ttyUSB0, FT232R USB UART\nCOM6 rfcomm0, Bluetooth\n"
+            "COM7 ttyGS0, USB gadget\nCOM8 ttyUSB9, USB serial port\nCOM9 ttyUSB10, USB serial port\n");
 }
 
 TEST_F(PortNamesTest, ChosenDeviceStaysUntilTheNextChoice) {
@@ -120,8 +121,9 @@ TEST_F(PortNamesTest, ChosenDeviceStaysUntilTheNextChoice) {
   EXPECT_EQ(Found("COM1") + Found("COM2"), "ttyUSB0ttyUSB0");
   fs::remove(socket);  // another one takes its number
   EXPECT_FALSE(fs::exists(names_.Find("COM1")->path));
-  EXPECT_EQ(names_.Find("COM1")->description, Path("dev/ttyUSB0, Adapter"));
-  Adapter("ttyUSB2", socket.filename(), "Adapter");  // its socket has it again
+  EXPECT_EQ(names_.Find("COM1")->Description(), socket.string() + ", Adapter");
+  EXPECT_EQ(names_.FindAll().at(0).device.path, Path("dev/ttyUSB1"));  // what a new choice would find
+  Adapter("ttyUSB2", socket.filename(), "Adapter");                    // its socket has it again
   EXPECT_EQ(Found("COM1"), "ttyUSB2");
   names_.Choose("COM1");
   EXPECT_EQ(Found("COM1"), "ttyUSB1");

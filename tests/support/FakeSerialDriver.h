@@ -17,14 +17,7 @@
 namespace vk32 {
 
 /// The other end of a fake port.
-class FakeDevice {
- public:
-  virtual ~FakeDevice() = default;
-  virtual void FromHost(std::string_view bytes, Time now) = 0;
-  virtual Bytes ToHost(Time now) = 0;
-  virtual std::optional<Time> NextDue() const = 0;
-  virtual bool Gone() const { return false; }
-};
+using FakeDevice = sim::FarEnd;
 
 /// Says what it has to say, each at its time.
 class SpeakingDevice : public FakeDevice {
@@ -71,7 +64,7 @@ class GatewayDevice : public FakeDevice {
   void FromHost(std::string_view bytes, Time now) override { line_.FromHost(bytes, now); }
   Bytes ToHost(Time now) override { return line_.ToHost(now); }
   std::optional<Time> NextDue() const override { return line_.NextDue(); }
-  bool Gone() const override { return line_.Unplugged(); }
+  bool Gone() const override { return line_.Gone(); }
   /// Writes a block into it, as a whole exchange.
   void Teach(int number, const Bytes& data);
 

@@ -8,7 +8,9 @@ namespace vk32 {
 
 class TracingDriver : public SerialDriver {
  public:
-  TracingDriver(SerialDriver& driver, Trace& trace) : driver_(driver), trace_(trace) {}
+  /// `loop`: whose clock tells the moments.
+  TracingDriver(SerialDriver& driver, TraceSink& trace, const EventLoop& loop)
+      : driver_(driver), trace_(trace), loop_(loop) {}
 
   Handle Open(std::string_view name) override { return driver_.Open(name); }
   bool SetupQueues(Handle handle, std::uint32_t inQueue, std::uint32_t outQueue) override {
@@ -40,7 +42,8 @@ class TracingDriver : public SerialDriver {
   void TraceOutgoing();
 
   SerialDriver& driver_;
-  Trace& trace_;
+  TraceSink& trace_;
+  const EventLoop& loop_;
   Bytes outgoing_;          // a write that is not done yet
   std::uint32_t gone_ = 0;  // bytes of it
 };

@@ -5,7 +5,7 @@ namespace vk32 {
 
 bool TracingDriver::Read(Handle handle, std::uint32_t count, Bytes& data) {
   const bool read = driver_.Read(handle, count, data);
-  if (read) trace_.Line('<', data);
+  if (read) trace_.Passed(loop_.Now(), '<', data);
   return read;
 }
 
@@ -35,7 +35,7 @@ bool TracingDriver::Close(Handle handle) {
 }
 
 void TracingDriver::TraceOutgoing() {
-  if (gone_ > 0) trace_.Line('>', outgoing_.substr(0, gone_));
+  if (gone_ > 0) trace_.Passed(loop_.Now(), '>', outgoing_.substr(0, gone_));
   outgoing_.clear();
   gone_ = 0;
 }

@@ -1,0 +1,29 @@
+// The port through which a simulated device and its host meet.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "platform/EventLoop.h"
+#include "platform/SerialDriver.h"
+
+namespace vk32::sim {
+
+class HostPort {
+ public:
+  virtual ~HostPort() = default;
+
+  /// For the user: "COM5, /dev/pts/3".
+  virtual std::string Title() const = 0;
+  /// Readable when the host has written.
+  virtual int Fd() const = 0;
+  /// What the host has written, up to `most` bytes; empty if nothing waits.
+  virtual Bytes Read(std::size_t most = SIZE_MAX) = 0;
+  /// Goes on with what was written before, too; to be called again at the end of Sending.
+  virtual void Write(std::string_view bytes) = 0;
+  virtual WaitFor Sending() const { return {-1}; }
+};
+
+}  // namespace vk32::sim

@@ -1,0 +1,60 @@
+// The watch by inotify: it opens none of the files.
+#include "platform/PlaceWatch.h"
+
+#include <sys/inotify.h>
+#include <unistd.h>
+
+#include <cstddef>
+#include <cstring>
+#include <filesystem>
+#include <utility>
+
+namespace vk32 {
+namespace {
+
+constexpr std::uint32_t InFolder =
+    IN_CREATE | IN_DELETE | IN_MOVED_FROM | IN_MOVED_TO | IN_DELETE_SELF | IN_MOVE_SELF | IN_ONLYDIR;
+constexpr std::uint32_t OfDevice = IN_OPEN | IN_CLOSE;
+
+}  // namespace
+
+PlaceWatch::PlaceWatch() : fd_(inotify_init1(IN_NONBLOCK | IN_CLOEXEC)) {}
+
+PlaceWatch::~PlaceWatch() {
+  if (fd_ >= 0) close(fd_);
+}
+
+void PlaceWatch::Watch(const std::vector<std::string>& folders, const std::vector<std::string>& paths,
+                       const std::string& device) {
+  const auto before = std::exchange(watched_, {});
+  const auto add = [this](const std::string& path, std::uint32_t events, const std::string& name) {
+    const int watch = path.empty() ? -1 : inotify_add_watch(fd_, path.c_str(), events);
+    if (watch >= 0) watched_[watch].insert(name);
+  };
+  for (const std::string& folder : folders) add(folder, InFolder, "");
+  for (const std::filesystem::path path : paths) add(path.parent_path(), InFolder, path.filename());
+  add(device, OfDevice, "");
+  for (const auto& [watch, names] : before) {
+    if (!watched_.contains(watch)) inotify_rm_watch(fd_, watch);
+  }
+}
+
+bool PlaceWatch::TakeChange() {
+  alignas(inotify_event) char buffer[4096];
+  bool changed = false;
+  for (ssize_t length = 0; (length = read(fd_, buffer, sizeof buffer)) > 0;) {
+    for (ssize_t at = 0; at < length;) {
+      inotify_event event{};
+      std::memcpy(&event, buffer + at, sizeof event);
+      const char* name = event.len > 0 ? buffer + at + offsetof(inotify_event, name) : "";
+      const auto watch = watched_.find(event.wd);
+      const bool overflow = (event.mask & IN_Q_OVERFLOW) != 0;
+      const bool counts = watch != watched_.end() && (watch->second.contains("") || watch->second.contains(name));
+      changed = changed || overflow || (counts && (event.mask & IN_IGNORED) == 0);
+      at += static_cast<ssize_t>(sizeof event) + event.len;
+    }
+  }
+  return changed;
+}
+
+}  // namespace vk32
