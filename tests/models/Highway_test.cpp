@@ -79,6 +79,7 @@ TEST(Highway, TheVk5300RestartsBetweenItsHalves) {
 TEST(Highway, FilesAreTheirOwn) {
   WizardUser vk5300("VK5300"), rbCard("RBCard");
   EXPECT_EQ(vk5300.Use(Dh485 + Addresses + "see EthDHCPLst\nfinish SaveOpt"), "Disabled");
+  EXPECT_EQ(vk5300.app.globals.FileVersionText, ProgramVersion());
   rbCard.Use(Card485 + "finish SaveOpt");
   EXPECT_EQ(vk5300.file.Content(),
             Lines("\"" + ProgramVersion() +
