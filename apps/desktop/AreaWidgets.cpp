@@ -1,7 +1,9 @@
 // The widgets of frames and of pictures.
 #include "AreaWidgets.h"
 
+#include <QMouseEvent>
 #include <QPainter>
+#include <utility>
 
 #include "BarWidgets.h"
 #include "Drawing.h"
@@ -19,6 +21,8 @@ QColor FillColor(Fill fill) {
     case Fill::Hairline: return colors::Hairline;
     case Fill::Accent: return colors::Accent;
     case Fill::Table: return colors::Page;
+    case Fill::ChosenRow: return colors::Track;
+    case Fill::ChosenMark: return colors::Filled;
     case Fill::None: break;
   }
   return Qt::transparent;
@@ -60,6 +64,30 @@ void FrameWidget::showEvent(QShowEvent* event) {
 void FrameWidget::hideEvent(QHideEvent* event) {
   QWidget::hideEvent(event);
   if (IsOutlined()) parentWidget()->update();
+}
+
+RowTableWidget::RowTableWidget(RowTable& table, QWidget& parent) : FrameWidget(table, parent), table_(table) {
+  setFocusPolicy(Qt::StrongFocus);
+}
+
+ControlWidget::Ring RowTableWidget::FocusRing() const {
+  const int right = ToPixels(table_.bar.Left + table_.bar.Width - table_.Left);
+  return {{0, 0, right, height()}, 0, false, 1};
+}
+
+void RowTableWidget::mousePressEvent(QMouseEvent* event) {
+  if (event->button() == Qt::LeftButton) table_.ClickRow(table_.RowAt(ToTwips(event->position().toPoint().y())));
+}
+
+void RowTableWidget::mouseDoubleClickEvent(QMouseEvent* event) {
+  mousePressEvent(event);
+  const bool onRow = IsAttached() && table_.RowAt(ToTwips(event->position().toPoint().y())) == table_.Row;
+  opens_ = onRow && event->button() == Qt::LeftButton;
+}
+
+void RowTableWidget::mouseReleaseEvent(QMouseEvent*) {
+  // An editor must not open under a button that is still down.
+  if (std::exchange(opens_, false) && IsAttached()) table_.Open();
 }
 
 void DrawOutlines(QWidget& parent) {

@@ -4,6 +4,7 @@
 #include <QPixmap>
 
 #include "ControlWidget.h"
+#include "forms/Tables.h"
 
 namespace vk32 {
 
@@ -26,6 +27,24 @@ class FrameWidget : public QWidget, public ControlWidget {
   void DrawRowLines();
 
   Frame& frame_;
+};
+
+/// Takes the mouse for all its rows; its keys come through the window.
+class RowTableWidget : public FrameWidget {
+ public:
+  RowTableWidget(RowTable& table, QWidget& parent);
+
+  /// Round the table and its scroll bar.
+  Ring FocusRing() const override;
+
+ protected:
+  void mousePressEvent(QMouseEvent* event) override;
+  void mouseDoubleClickEvent(QMouseEvent* event) override;
+  void mouseReleaseEvent(QMouseEvent* event) override;
+
+ private:
+  RowTable& table_;
+  bool opens_ = false;  // the button of a double click is down
 };
 
 /// The hairlines around the tables, with their scroll bars, that lie in `parent`.

@@ -30,7 +30,9 @@ ControlWidget* MakeWidget(Control& control, QWidget& parent, Theme& theme) {
     case Control::Kind::CommandButton:
       return new CommandButtonWidget(static_cast<CommandButton&>(control), parent, theme);
     case Control::Kind::Image: return new PictureWidget(static_cast<Image&>(control), parent, theme);
-    case Control::Kind::Frame: return new FrameWidget(static_cast<Frame&>(control), parent);
+    case Control::Kind::Frame:
+      if (auto* table = dynamic_cast<RowTable*>(&control)) return new RowTableWidget(*table, parent);
+      return new FrameWidget(static_cast<Frame&>(control), parent);
     case Control::Kind::VScrollBar: return new ScrollBarWidget(static_cast<VScrollBar&>(control), parent);
     case Control::Kind::ProgressBar: return new ProgressWidget(static_cast<ProgressBar&>(control), parent);
     case Control::Kind::Timer:

@@ -19,6 +19,7 @@ class ControlWidget {
     QRect area;
     int gap = 1;
     bool onDark = false;
+    int radius = 5;
   };
 
   virtual ~ControlWidget() = default;

@@ -1,11 +1,16 @@
 // The widget of a text box of one line.
 #include "FieldWidget.h"
 
+#include <QClipboard>
+#include <QContextMenuEvent>
+#include <QGuiApplication>
 #include <QKeyEvent>
+#include <QMenu>
 #include <algorithm>
 
 #include "Text.h"
 #include "Theme.h"
+#include "forms/Tables.h"
 
 namespace vk32 {
 
@@ -47,6 +52,23 @@ void FieldWidget::keyPressEvent(QKeyEvent* event) {
   if (!IsAttached()) return;
   setText(FromBytes(box_.Text.Value()));
   setCursorPosition(box_.SelStart);
+}
+
+void FieldWidget::contextMenuEvent(QContextMenuEvent* event) {
+  QMenu* menu = createStandardContextMenu();
+  menu->setAttribute(Qt::WA_DeleteOnClose);
+  if (auto* paste = menu->findChild<QAction*>("edit-paste")) {
+    disconnect(paste, nullptr, this, nullptr);
+    connect(paste, &QAction::triggered, this, [this] {
+      if (IsAttached() && !PasteBlock(box_)) QLineEdit::paste();
+    });
+  }
+  menu->popup(event->globalPos());
+}
+
+bool PasteBlock(Control& control) {
+  const std::string text = ToBytes(QGuiApplication::clipboard()->text());
+  return IsBlock(text) && control.PasteBlock(text) != Act::NotThisKind;
 }
 
 void ColorField(QWidget& field, const Control& control) {

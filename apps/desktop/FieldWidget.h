@@ -16,6 +16,7 @@ class FieldWidget : public QLineEdit, public ControlWidget {
 
  protected:
   void keyPressEvent(QKeyEvent* event) override;
+  void contextMenuEvent(QContextMenuEvent* event) override;
 
  private:
   void Edited(const QString& text);
@@ -23,6 +24,10 @@ class FieldWidget : public QLineEdit, public ControlWidget {
 
   TextBox& box_;
 };
+
+/// Fills the table that the control stands in from the clipboard, if that holds more than a word for one field. False:
+/// it doesn't, or there is no table.
+bool PasteBlock(Control& control);
 
 /// Gives a field the colours of its state: disabled by its flag, or by the back colour that code has set.
 void ColorField(QWidget& field, const Control& control);

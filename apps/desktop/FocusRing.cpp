@@ -30,6 +30,7 @@ void FocusRing::Surround(ControlWidget& widget, const QWidget* companion) {
   }
   setGeometry(area.adjusted(-grown, -grown, grown, grown));
   onDark_ = ring.onDark;
+  radius_ = ring.radius;
   raise();
   show();
   update();
@@ -39,7 +40,7 @@ void FocusRing::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   painter.setRenderHint(QPainter::Antialiasing);
   painter.setPen(QPen(onDark_ ? colors::OnBandStrong : colors::Text, Thickness));
-  painter.drawRoundedRect(QRectF(rect()).adjusted(1, 1, -1, -1), 5, 5);
+  painter.drawRoundedRect(QRectF(rect()).adjusted(1, 1, -1, -1), radius_, radius_);
 }
 
 }  // namespace vk32

@@ -19,6 +19,7 @@ class FocusRing : public QWidget {
 
  private:
   bool onDark_ = false;
+  int radius_ = 0;
 };
 
 }  // namespace vk32

@@ -3,7 +3,10 @@
 #include <QKeyEvent>
 #include <QToolTip>
 #include <algorithm>
+#include <map>
+#include <utility>
 
+#include "FieldWidget.h"
 #include "FormWindow.h"
 #include "Text.h"
 
@@ -48,6 +51,13 @@ void FormWindow::FocusNextAfter(const Control& control) {
     next = std::find_if(stops.begin(), stops.end(), [&](auto* stop) { return stop->TabIndex > control.TabIndex; });
   }
   if (!stops.empty()) Focus(next == stops.end() ? *stops.front() : **next, Qt::OtherFocusReason);
+}
+
+void FormWindow::SettleFocus() {
+  const Control* wanted = std::exchange(wanted_, nullptr);
+  if (wanted && IsReachable(*wanted)) Focus(*wanted, Qt::OtherFocusReason);
+  const Control* focused = FocusedControl();
+  if (focused != std::exchange(told_, focused)) form_.FocusMoved(focused);
 }
 
 bool FormWindow::focusNextPrevChild(bool next) {
@@ -110,6 +120,7 @@ bool FormWindow::KeyPressed(Control* focused, const QKeyEvent& key) {
   if (key.key() == Qt::Key_Alt) ShowMarks(true);
   const Qt::KeyboardModifiers modifiers = key.modifiers() & ~Qt::KeypadModifier;
   if (modifiers == Qt::AltModifier) return MnemonicPressed(key);
+  if (focused && TableKeyPressed(*focused, key)) return true;
   const bool isTerminal = focused && focused->GetKind() == Control::Kind::TextBox &&
                           static_cast<TextBox*>(focused)->lines == TextBox::Lines::Many;
   if (modifiers != Qt::NoModifier || isTerminal) return false;
@@ -135,6 +146,21 @@ bool FormWindow::KeyPressed(Control* focused, const QKeyEvent& key) {
       return true;
     default: return false;
   }
+}
+
+bool FormWindow::TableKeyPressed(Control& focused, const QKeyEvent& key) {
+  if (key.matches(QKeySequence::Paste)) return PasteBlock(focused);
+  if (key.matches(QKeySequence::Undo)) return focused.Navigate(TableKey::Undo) != Act::NotThisKind;
+  static const std::map<int, TableKey> keys{{Qt::Key_Up, TableKey::Up},         {Qt::Key_Down, TableKey::Down},
+                                            {Qt::Key_PageUp, TableKey::PageUp}, {Qt::Key_PageDown, TableKey::PageDown},
+                                            {Qt::Key_Home, TableKey::Home},     {Qt::Key_End, TableKey::End},
+                                            {Qt::Key_Return, TableKey::Enter},  {Qt::Key_Enter, TableKey::Enter},
+                                            {Qt::Key_Delete, TableKey::Delete}};
+  const auto at = keys.find(key.key());
+  if (at == keys.end() || (key.modifiers() & ~Qt::KeypadModifier) != Qt::NoModifier) return false;
+  const bool opens = at->second == TableKey::Enter || at->second == TableKey::Delete;
+  if (opens && key.isAutoRepeat()) return focused.GetKind() == Control::Kind::Frame;
+  return focused.Navigate(at->second) != Act::NotThisKind;
 }
 
 void FormWindow::MoveInGroup(OptionButton& option, bool forward) {

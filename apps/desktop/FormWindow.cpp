@@ -154,7 +154,8 @@ QWidget* FormWindow::WidgetOf(const Control& control) const {
   return at == entryOf_.end() ? nullptr : &entries_[at->second].widget->AsWidget();
 }
 
-void FormWindow::FormChanged(const PropertyBase&) {
+void FormWindow::FormChanged(const PropertyBase& property) {
+  if (&property == &form_.ActiveControl) return;
   formChanged_ = true;
   ScheduleRefresh();
 }
@@ -163,6 +164,12 @@ void FormWindow::ControlChanged(Control& control, const PropertyBase&) {
   if (!entryOf_.count(&control)) return;
   changed_.insert(&control);
   if (control.GetKind() == Control::Kind::Label) namesDue_ = true;
+  ScheduleRefresh();
+}
+
+void FormWindow::FocusWanted(const Control& control) {
+  wanted_ = &control;
+  told_ = nullptr;
   ScheduleRefresh();
 }
 
@@ -193,6 +200,7 @@ void FormWindow::Refresh() {
   if (namesDue_) NameWidgets();
   if (marksShown_) ShowMarks(true);
   FocusAfterChange(lost, shownFrames);
+  SettleFocus();
   UpdateRing();
 }
 

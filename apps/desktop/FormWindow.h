@@ -33,6 +33,7 @@ class FormWindow : public QWidget, public FormObserver {
 
   void FormChanged(const PropertyBase& property) override;
   void ControlChanged(Control& control, const PropertyBase& property) override;
+  void FocusWanted(const Control& control) override;
 
  protected:
   bool event(QEvent* event) override;
@@ -76,11 +77,14 @@ class FormWindow : public QWidget, public FormObserver {
   /// `lost`: what had the focus and can't have it any more, or nullptr.
   void FocusAfterChange(const Control* lost, const std::vector<const Frame*>& shownFrames);
   void FocusNextAfter(const Control& control);
+  /// Leads to where the form wants the focus, and tells it where the focus is.
+  void SettleFocus();
   void UpdateRing();
 
   // Keys
   /// `focused` is nullptr if no control has the focus. True: the key has been used.
   bool KeyPressed(Control* focused, const QKeyEvent& key);
+  bool TableKeyPressed(Control& focused, const QKeyEvent& key);
   bool MnemonicPressed(const QKeyEvent& key);
   void MoveInGroup(OptionButton& option, bool forward);
   bool PressButton(WindowKey key);
@@ -94,6 +98,8 @@ class FormWindow : public QWidget, public FormObserver {
   std::unordered_map<const Control*, std::size_t> entryOf_;
   std::unordered_map<const QObject*, Control*> controlOf_;
   std::unordered_set<const Control*> changed_;
+  const Control* wanted_ = nullptr;  // what the form wants the focus on
+  const Control* told_ = nullptr;    // where it knows the focus
   bool formChanged_ = false;
   bool namesDue_ = false;
   bool refreshDue_ = false;

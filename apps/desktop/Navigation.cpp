@@ -7,6 +7,7 @@
 
 #include "Text.h"
 #include "Theme.h"
+#include "forms/Tables.h"
 #include "resources/Pictures.h"
 
 namespace vk32 {
@@ -206,6 +207,7 @@ bool IsButton(const Control& control) {
 
 bool TakesFocus(const Control& control) {
   if (const Label* label = AsLabel(&control)) return IsLink(*label);
+  if (const auto* table = dynamic_cast<const RowTable*>(&control)) return table->CountRows() > 0;
   if (control.GetKind() == Control::Kind::VScrollBar) {
     const auto& bar = static_cast<const VScrollBar&>(control);
     return bar.Max > bar.Min;

@@ -18,6 +18,7 @@ constexpr int TwipsPerPixel = 15;
 constexpr int ToPixels(int twips) {
   return (twips >= 0 ? twips + TwipsPerPixel / 2 : twips - TwipsPerPixel / 2) / TwipsPerPixel;
 }
+constexpr int ToTwips(int pixels) { return pixels * TwipsPerPixel; }
 
 namespace colors {
 

@@ -5,6 +5,7 @@
 #include <map>
 #include <optional>
 
+#include "forms/Tables.h"
 #include "script/Quoting.h"
 
 namespace vk32 {
@@ -67,6 +68,8 @@ ScriptSession::Command ScriptSession::FindCommand(std::string_view name) {
       {"select", &ScriptSession::Select},
       {"type", &ScriptSession::Type},
       {"keys", &ScriptSession::Keys},
+      {"press", &ScriptSession::Press},
+      {"paste", &ScriptSession::Paste},
       {"check", &ScriptSession::Check},
       {"scroll", &ScriptSession::Scroll},
       {"move", &ScriptSession::Move},
@@ -90,7 +93,7 @@ ScriptSession::Command ScriptSession::FindCommand(std::string_view name) {
 // The acts
 
 void ScriptSession::Click(std::string_view arguments) {
-  const Target target = Resolve(arguments);
+  const Target target = TurnTo(arguments);
   if (!target.control) {
     Require(target.form->Click(), target);
     return;
@@ -111,24 +114,43 @@ void ScriptSession::Up(std::string_view arguments) {
 }
 
 void ScriptSession::Select(std::string_view arguments) {
-  const Target target = Resolve(TakeWord(arguments));
+  const Target target = TurnTo(TakeWord(arguments));
   Require(ControlOf<ComboBox>(target).Pick(TextOf(arguments)), target);
 }
 
 void ScriptSession::Type(std::string_view arguments) {
-  const Target target = Resolve(TakeWord(arguments));
+  const Target target = TurnTo(TakeWord(arguments));
   const std::string text = TextOf(arguments);
   auto* list = dynamic_cast<ComboBox*>(target.control);
   Require(list ? list->Type(text) : ControlOf<TextBox>(target).Type(text), target);
 }
 
 void ScriptSession::Keys(std::string_view arguments) {
-  const Target target = Resolve(TakeWord(arguments));
+  const Target target = TurnTo(TakeWord(arguments));
   for (const char key : TextOf(arguments)) Require(ControlOf<TextBox>(target).Key(key), target);
 }
 
+void ScriptSession::Press(std::string_view arguments) {
+  static const std::map<std::string_view, TableKey> keys{{"Up", TableKey::Up},         {"Down", TableKey::Down},
+                                                         {"PageUp", TableKey::PageUp}, {"PageDown", TableKey::PageDown},
+                                                         {"Home", TableKey::Home},     {"End", TableKey::End},
+                                                         {"Enter", TableKey::Enter},   {"Delete", TableKey::Delete},
+                                                         {"Undo", TableKey::Undo}};
+  const Target target = TurnTo(TakeWord(arguments));
+  const auto key = keys.find(arguments);
+  if (key == keys.end()) throw Refused("press takes Up, Down, PageUp, PageDown, Home, End, Enter, Delete or Undo");
+  Require(ControlOf<Control>(target).Navigate(key->second), target);
+}
+
+void ScriptSession::Paste(std::string_view arguments) {
+  const Target target = TurnTo(TakeWord(arguments));
+  const std::string text = TextOf(arguments);
+  auto* field = dynamic_cast<TextBox*>(target.control);
+  Require(field ? field->Paste(text) : ControlOf<Control>(target).PasteBlock(text), target);
+}
+
 void ScriptSession::Check(std::string_view arguments) {
-  const Target target = Resolve(TakeWord(arguments));
+  const Target target = TurnTo(TakeWord(arguments));
   auto& check = ControlOf<CheckBox>(target);
   if (arguments != "on" && arguments != "off") throw Refused("check takes on or off");
   const int wanted = arguments == "on" ? 1 : 0;
@@ -273,6 +295,12 @@ ScriptSession::Target ScriptSession::Resolve(std::string_view name) const {
   return target;
 }
 
+ScriptSession::Target ScriptSession::TurnTo(std::string_view name) const {
+  const Target target = Resolve(name);
+  if (target.control && target.control->Shown()) target.form->FocusMoved(target.control);
+  return target;
+}
+
 template <class T>
 T& ScriptSession::ControlOf(const Target& target) const {
   if (auto* control = dynamic_cast<T*>(target.control)) return *control;
@@ -301,6 +329,7 @@ void ScriptSession::Require(Act act, const Target& target) {
     case Act::Locked: throw Refused(target.name + " is locked");
     case Act::NoSuchEntry: throw Refused(target.name + " has no such entry");
     case Act::NotThisKind: throw Refused(target.name + " does not take this command");
+    case Act::Refused: throw Refused(target.name + " does not take this text");
   }
 }
 

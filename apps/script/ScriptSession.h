@@ -49,6 +49,8 @@ class ScriptSession {
   void Select(std::string_view arguments);
   void Type(std::string_view arguments);
   void Keys(std::string_view arguments);
+  void Press(std::string_view arguments);
+  void Paste(std::string_view arguments);
   void Check(std::string_view arguments);
   void Scroll(std::string_view arguments);
   void Move(std::string_view arguments);
@@ -67,6 +69,8 @@ class ScriptSession {
 
   std::shared_ptr<Form> LoadedForm(std::string_view name) const;
   Target Resolve(std::string_view name) const;
+  /// The same, and the user's focus goes there.
+  Target TurnTo(std::string_view name) const;
   template <class T>
   T& ControlOf(const Target& target) const;
   std::string PropertyText(std::string_view path) const;

@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "forms/Forms.h"
+#include "forms/Tables.h"
 
 namespace vk32 {
 
@@ -79,6 +80,22 @@ void Control::MouseMove() {
   Perform([this] { Raise(OnMouseMove); });
 }
 
+Act Control::Navigate(TableKey key) {
+  FieldTable* table = FieldTableOf(*this);
+  Act did = Act::NotThisKind;
+  if (!table) return did;
+  const Act reached = Perform([&] { did = table->Navigate(*this, key); });
+  return reached == Act::Done ? did : reached;
+}
+
+Act Control::PasteBlock(std::string_view block) {
+  FieldTable* table = FieldTableOf(*this);
+  Act did = Act::NotThisKind;
+  if (!table) return did;
+  const Act reached = Perform([&] { did = table->Paste(*this, block); });
+  return reached == Act::Done ? did : reached;
+}
+
 void PutInTabOrder(const std::vector<Control*>& controls) {
   std::vector<int> places;
   places.reserve(controls.size());
@@ -90,6 +107,7 @@ void PutInTabOrder(const std::vector<Control*>& controls) {
 void Control::Dispatch(const std::function<void()>& act) { OwnerForm().Registry().dispatcher.Dispatch(act); }
 
 void Control::PropertyChanged(const PropertyBase& property) {
+  if (OwnerForm().IsLoaded()) OwnerForm().ControlChanged(*this);
   if (FormObserver* observer = OwnerForm().observer_) observer->ControlChanged(*this, property);
 }
 

@@ -18,7 +18,10 @@ class Form;
 class Frame;
 
 /// What came of an act of the user.
-enum class Act { Done, Hidden, Disabled, Locked, NoSuchEntry, NotThisKind };
+enum class Act { Done, Hidden, Disabled, Locked, NoSuchEntry, NotThisKind, Refused };
+
+/// A key that has a meaning of its own in a table.
+enum class TableKey { Up, Down, PageUp, PageDown, Home, End, Enter, Delete, Undo };
 
 /// What an event runs: a method of the form, with the index of the element for a control array, or a piece of code.
 class Handler {
@@ -103,6 +106,10 @@ class Control : public Element {
   virtual Act Release();  // mouse up, wherever the pointer went
   virtual Act Click();
   void MouseMove();
+  /// A key that has its meaning by the table that the control is, or stands in. NotThisKind: it has none there now.
+  virtual Act Navigate(TableKey key);
+  /// A block of cells, from this one on. NotThisKind: the control is no cell of a table of fields.
+  Act PasteBlock(std::string_view block);
 
   Property<int> Left, Top, Width, Height;  // twips, from the container's corner
   Property<bool> Visible;                  // its own flag

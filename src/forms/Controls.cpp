@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "forms/Forms.h"
+#include "forms/Tables.h"
 #include "resources/Pictures.h"
 
 namespace vk32 {
@@ -35,6 +36,9 @@ Act Label::Release() {
 }
 
 Act Label::Click() {
+  // A front end without a pointer clicks on a cell where another one clicks somewhere in the row.
+  RowTable* table = RowTableAround(*this);
+  if (const int row = table ? table->RowOf(*this) : 0; row > 0) table->ClickRow(row);
   return Perform([this] { Raise(OnClick); });
 }
 
@@ -112,6 +116,12 @@ Act TextBox::Key(char key) {
       Replace(start, length, std::string_view(&key, 1));
     }
   });
+}
+
+Act TextBox::Paste(std::string_view text) {
+  if (IsBlock(text)) return PasteBlock(text);
+  if (Locked) return Act::Locked;
+  return Perform([&] { SetSelText(text); });
 }
 
 void TextBox::Replace(std::size_t start, std::size_t length, std::string_view text) {

@@ -114,8 +114,9 @@ class TextBox : public Control {
 
   std::string Words() const override { return Text; }
 
-  Act Type(std::string_view text);  // replaces the whole text
-  Act Key(char key);                // puts one key in place of the selection
+  Act Type(std::string_view text);   // replaces the whole text
+  Act Key(char key);                 // puts one key in place of the selection
+  Act Paste(std::string_view text);  // in place of the selection; a block: into the table from here on
 
   /// Puts a text in place of the selection and the cursor behind it. Costs what the change costs, however long the text
   /// is.

@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "forms/Forms.h"
+#include "forms/Tables.h"
 
 namespace vk32 {
 
@@ -14,6 +15,7 @@ Form::Form(Forms& forms, const char* name, std::string caption, int width, int h
       Height(*this, "Height", height),
       Visible(*this, "Visible", false),
       CloseEnabled(*this, "CloseEnabled", true),
+      ActiveControl(*this, "ActiveControl", {}),
       Busy(*this, "Busy", false),
       style(style_),
       forms_(forms),
@@ -42,6 +44,16 @@ bool Form::IsBlocked() const {
   return std::any_of(loaded.begin(), loaded.end(), [this](const auto& other) {
     return other.get() != this && other->style == FormStyle::Modal && other->Visible;
   });
+}
+
+void Form::SetFocus(const Control& control) {
+  FocusMoved(&control);
+  if (observer_) observer_->FocusWanted(control);
+}
+
+void Form::FocusMoved(const Control* control) {
+  ActiveControl = control ? control->FullName() : "";
+  for (ControlTable* table : tables_) table->FocusMoved(control);
 }
 
 Act Form::Click() {

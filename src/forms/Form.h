@@ -12,6 +12,7 @@
 
 namespace vk32 {
 
+class ControlTable;
 class Forms;
 
 /// Dialog: stands above the window from which it was opened. Modal: the other forms take no acts of the user while it
@@ -28,6 +29,7 @@ class Form : public Element, public Container {
   Forms& Registry() const { return forms_; }
   /// In the order of their declaration: the first lies at the bottom.
   const std::vector<Control*>& Controls() const { return controls_; }
+  const std::vector<ControlTable*>& Tables() const { return tables_; }
 
   /// nullptr if there is none.
   Control* Find(std::string_view name, std::optional<int> index = {}) const;
@@ -44,6 +46,11 @@ class Form : public Element, public Container {
   /// A modal form shows and takes all acts of the user.
   bool IsBlocked() const;
 
+  /// Leads the user to a control of this form.
+  void SetFocus(const Control& control);
+  /// The user's focus has gone to a control, or away from all of them: nullptr.
+  void FocusMoved(const Control* control);
+
   // Acts of the user on the form itself.
   Act Click();
   void MouseMove();
@@ -57,8 +64,9 @@ class Form : public Element, public Container {
   Property<std::string> Caption;
   Property<int> Width, Height;
   ActiveProperty<bool, Form, &Form::AssignVisible> Visible;
-  Property<bool> CloseEnabled;  // whether the window's own close control works
-  Property<bool> Busy;          // it waits for a device: the pointer says so where no box asks
+  Property<bool> CloseEnabled;          // whether the window's own close control works
+  Property<std::string> ActiveControl;  // the full name of what has the focus; empty: nothing has it
+  Property<bool> Busy;                  // it waits for a device: the pointer says so where no box asks
   const FormStyle style;
 
  protected:
@@ -70,12 +78,15 @@ class Form : public Element, public Container {
   /// The user closed the window by its own close control. Does what Escape does; without such a button the form
   /// unloads.
   virtual void Form_Close();
+  /// A property of one of its controls has changed.
+  virtual void ControlChanged(const Control&) {}
 
   /// Unloads this form.
   void UnloadMe();
 
  private:
   friend class Control;
+  friend class ControlTable;
   friend class Forms;
 
   void PropertyChanged(const PropertyBase& property) override;
@@ -86,6 +97,7 @@ class Form : public Element, public Container {
   const char* name_;
   FormObserver* observer_ = nullptr;
   std::vector<Control*> controls_;
+  std::vector<ControlTable*> tables_;
   bool loaded_ = false;
 
  public:

@@ -43,7 +43,7 @@ enum class TextRole {
 };
 
 /// What fills a frame.
-enum class Fill { None, Side, Band, Hairline, Accent, Table };
+enum class Fill { None, Side, Band, Hairline, Accent, Table, ChosenRow, ChosenMark };
 
 /// What an image shows: the icon of the program, or the sign of a good or a bad end, which never stands without words.
 enum class Symbol { Icon, Tick, Cross };

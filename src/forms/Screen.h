@@ -38,6 +38,8 @@ class FormObserver {
   virtual ~FormObserver() = default;
   virtual void FormChanged(const PropertyBase& property) = 0;
   virtual void ControlChanged(Control& control, const PropertyBase& property) = 0;
+  /// The form wants the focus on the control, as soon as it can be reached.
+  virtual void FocusWanted(const Control& control) = 0;
 };
 
 class Screen {

@@ -51,7 +51,7 @@ TEST_F(KeysTest, KeysDoWhatIsExpectedOfThem) {
               {form.SiteLbl, "Return", "down up site SiteLbl"},
               {form.OneOpt, "Right", "two TwoOpt"},
               {form.TwoOpt, "Down", "one OneOpt"},  // the disabled one is passed over
-              {form.OneOpt, "Tab", "RowsVScroll"},
+              {form.OneOpt, "Tab", "TableFrame"},
               {form.SiteLbl, "Backtab Backtab", "NextCmd"},
               {form.NameTxt, "abd Left c", "name:a name:ab name:abd name:abcd NameTxt abcd"},
               {form.ReadTxt, "x", "ReadTxt read only"},

@@ -105,6 +105,23 @@ TEST_F(WidgetsTest, TheWheelScrollsAndChangesNoClosedList) {
   }
 }
 
+TEST_F(WidgetsTest, ATableTakesTheFocusItsClicksAndItsKeys) {
+  QWidget& table = WidgetOf(form.TableFrame);
+  const QPoint third(300, 70);
+  EXPECT_EQ(WindowOf(form).childAt(PlaceOnForm(form.TableFrame).topLeft() + third), &WidgetOf(form.RowsFrame));
+  MouseDown(table, third), MouseUp(table, third);
+  PressIn(form, Qt::Key_Down);
+  EXPECT_EQ(form.TableFrame.Row.AsText() + form.ActiveControl.Value(), "4TableFrame");
+  PressIn(form, Qt::Key_Return), PressIn(form, Qt::Key_Delete), PressIn(form, Qt::Key_End);
+  SendMouse(table, QEvent::MouseButtonDblClick, third, Qt::LeftButton, Qt::LeftButton);
+  EXPECT_EQ(form.TakeLog(), "edit4 delete4 scroll:1440 ") << "nothing opens under a button that is down";
+  MouseUp(table, third);
+  EXPECT_EQ(form.TakeLog(), "edit6 ") << "the rows have slid";
+  form.SetFocus(form.NameTxt);
+  Settle();
+  EXPECT_TRUE(HasFocus(form.NameTxt));
+}
+
 TEST_F(WidgetsTest, TheMouseReachesWhatWantsItOrElseTheForm) {
   using Controls = std::vector<const Control*>;
   const Controls clicked{&form.BareLbl, &form.SiteLbl, &form.NameLbl, &form.FlagChk, &form.TwoOpt, &form.OffOpt};

@@ -250,6 +250,34 @@ TEST(ConfigurationVkRtx, AClearedTableComesBackUntilThePageIsLeftOrFilled) {
   }
 }
 
+TEST(ConfigurationVkRtx, AChosenRowIsTheOneToEditAndToDelete) {
+  for (const bool maps : {false, true}) {
+    VkRtx user(maps ? Modbus : Df1);
+    const std::string table = maps ? "AbModMapTableFrame" : "RoutesTableFrame", bar = maps ? "AbModMap" : "Route",
+                      editor = maps ? "ABModMapping" : "Route", deleting = maps ? editor : "DelRoute",
+                      look = "\nget " + table + ".Row\nget " + bar + "VScroll.Value", press = "press " + table + " ",
+                      low = maps ? ".DataPointsTxt" : ".RemDstLowTxt";
+    user.Use(maps ? Maps : Routes);
+    for (int i = 1; i <= 7; ++i) user.Use(AddRow(maps, i, 10 + i));
+    const std::tuple<std::string, int, int> rows[] = {
+        {press + "Down", 1, 0},
+        {press + "End", 7, 960},
+        {press + "PageUp", 2, 480},
+        {press + "Home", 1, 0},
+        {press + "Up", 1, 0},
+        {"click " + bar + (maps ? "AddrLbl(4)" : "SlotLbl(4)"), 4, 0},
+        {press + "PageDown", 7, 960},
+        {press + "Delete\nclick " + deleting + (maps ? ".MapCmd" : ".DeleteRouteCmd"), 6, 480}};
+    for (const auto& [act, row, scrolled] : rows) {
+      EXPECT_EQ(user.Use(act + look), "value \"" + Str(row) + "\"\nvalue \"" + Str(scrolled) + "\"\n") << act;
+    }
+    for (const std::string& key : {press + "Enter", "click Edit" + std::string(maps ? "Map" : "Route") + "Cmd"}) {
+      EXPECT_EQ(user.Use(key + "\nsee " + editor + ".SlotLst " + editor + low + "\nclick " + editor + ".CancelCmd"),
+                "6|16");
+    }
+  }
+}
+
 TEST(ConfigurationVkRtx, SendsItsChoicesInBlocksAndReadsThemBack) {
   std::string routes = Routes, slaves, maps;
   for (int i = 1; i <= 19; ++i) {

@@ -7,6 +7,7 @@
 #include <map>
 
 #include "core/Convert.h"
+#include "forms/Tables.h"
 #include "support/Harness.h"
 
 namespace vk32 {
@@ -100,6 +101,7 @@ struct WizardUser : Harness {
   std::string State() const {
     std::string state;
     for (const Control* control : ControlsOf(form)) {
+      if (dynamic_cast<const RowFrame*>(control)) continue;  // shows where the user is
       for (const char* name : {"Text", "Value", "Visible", "Caption"}) {
         if (const auto* found = control->FindProperty(name)) state += " " + control->FullName() + found->AsText();
       }

@@ -66,5 +66,33 @@ TEST(Wizards, OpenTheirOwnWholeFilesAlone) {
   }
 }
 
+// From a spreadsheet: the block at a field, what is then told, what the rows show. A second time it is taken back.
+TEST(Wizards, ABlockFillsATableOrChangesNothing) {
+  const std::string rb = "to MappingFrame(0)\n", rbSee = "see ModStartTxt(13) ABWordTxt(13) ModEndTxt(14) FloatChk(14)",
+                    ip = Dhcp + "to NodeIpFrame\n", ipSee = "see NodeIpNodeTxt(9) NodeIpIpAddrTxt(9) NodeIpNodeTxt(10)";
+  const std::array<std::string, 6> rows[] = {
+      {"RB2000", rb, "ModStartTxt(13) \"1\\t2\\t3\\t 4 \\r\\n5\\t6\\t\\t\\tyes\\r\\n\"", "", rbSee, "1|4|6|"},
+      {"RB2000", rb, "ModEndTxt(13) \"1\\t2\\t3\\t4\\t5\"", "5 columns, and only 4 from here on", rbSee, "|||"},
+      {"RB3000", rb + "click NextMappingCmd(0)\nclick NextMappingCmd(1)", "ModEndTxt(39) \"1\\n2\"",
+       "2 rows, and only 1 from here on", "see ModEndTxt(39)", ""},
+      {"RB3000", rb, "ModEndTxt(13) \"1\\n20000\"", "slot 15, end address is not a Modbus address", rbSee, "|||"},
+      {"RB3000", rb, "ABWordTxt(13) \"word\\n\"", "slot 14, word is not a number", rbSee, "|||"},
+      {"RB3000", rb, "FloatChk(13) \"maybe\\n\"", "slot 14, Floating Point is neither yes nor no", rbSee, "|||"},
+      {"VK-RTX-Modbus", ip, "NodeIpNodeTxt(9) \"8\\t1.1.1.8\\n9\"", "", ipSee, "8|1.1.1.8|9"},
+      {"VK-RTX-Modbus", ip, "NodeIpNodeTxt(9) \"8\\t1.1.8\\n\"", "slot 9, IP Address is not an IP address", ipSee,
+       "||"}};
+  for (const auto& [kind, way, block, hint, look, shown] : rows) {
+    WizardUser user(kind);
+    user.Use(way);
+    const std::string cell = Split(block)[0], target = user.form + "." + cell;
+    const std::string refused = hint.empty() ? "" : "error " + target + " does not take this text\n";
+    EXPECT_EQ(user.Use("paste " + block), refused);
+    EXPECT_EQ(user.Use("see PageHintLbl"), hint.empty() ? "" : "Not pasted: " + hint);
+    EXPECT_EQ(user.Use(look), shown) << block;
+    const std::string none(std::count(look.begin(), look.end(), ' ') - 1U, '|');
+    EXPECT_EQ(user.Use((hint.empty() ? "press " + cell + " Undo\n" : "") + look), none);
+  }
+}
+
 }  // namespace
 }  // namespace vk32

@@ -8,10 +8,11 @@
 
 #include "forms/ControlArray.h"
 #include "forms/Forms.h"
+#include "forms/Tables.h"
 
 namespace vk32 {
 
-class EveryControl : public Form {
+class EveryControl : public Form, public RowSource {
  public:
   static constexpr const char* FormName = "Every";
 
@@ -54,6 +55,10 @@ class EveryControl : public Form {
   Handler Noting(const char* word, Kind& control, Value Kind::*property) {
     return [=, this, &control] { Note(word + (":" + (control.*property).AsText())); };
   }
+  int CountRowsInUse() const override { return 8; }
+  std::vector<Label*> RowLabels(int row) const override { return {&SlotLbl[row], &AreaLbl[row]}; }
+  void EditRow(int row) override { Note("edit" + std::to_string(row)); }
+  void DeleteRow(int row) override { Note("delete" + std::to_string(row)); }
   void Form_Load() override { Note("load"); }
   void Form_Click() override { Note("form"); }
   void Form_MouseMove() override { Note("move"); }
@@ -104,8 +109,10 @@ class EveryControl : public Form {
   OptionButton  TwoOpt      {FirstFrame, "TwoOpt",     {2760, 2520, 2160, 315}, "Option two", false, Noting("two")};
   OptionButton  OffOpt      {FirstFrame, "OffOpt",     {5160, 2520, 2160, 315}, "Option off", false, Noting("off")};
   Frame         HeadFrame   {FirstFrame, "HeadFrame",  { 360, 2880, 7980, 495}};
-  Frame         TableFrame  {FirstFrame, "TableFrame", { 360, 3420, 7980, 2400}, Fill::Table};
+  RowTable      TableFrame  {FirstFrame, "TableFrame", { 360, 3420, 7980, 2400}, *this, ChosenFrame, RowMark, RowsVScroll};
   Frame         RowsFrame   {TableFrame, "RowsFrame",  {   0,    0, 7980, 3840}};
+  RowFrame      ChosenFrame {RowsFrame, "ChosenFrame", "ChosenMarkFrame", {0, 0, 7980, 465}, 480};
+  RowSign       RowMark     {RowsFrame, "RowMark", {600, 150, 180, 180}, 480};
   ControlArray<Label> SlotLbl = Rows<Label>("SlotLbl", 1, 8, 120, 600, "7", TextRole::TableText);
   ControlArray<Label> AreaLbl = Rows<Label>("AreaLbl", 1, 8, 840, 1320, "a text that its cell can't hold", TextRole::TableText);
   VScrollBar    RowsVScroll {FirstFrame, "RowsVScroll",{8340, 3420, 300, 2400}, &EveryControl::RowsVScroll_Change};

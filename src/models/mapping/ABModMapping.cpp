@@ -8,7 +8,7 @@
 namespace vk32 {
 namespace {
 
-enum Mode { Add, Edit, Delete };
+using enum MappingTable::Mode;
 
 constexpr int ReferenceBase = 10000;  // a reference code is the digit in front of a four-digit address
 
@@ -122,6 +122,7 @@ void ABModMapping::CommitMap() {
   WriteRecord(s);
   WriteRow(s);
   table.AdjustAbModMapVScrollBar();
+  if (table.RowsTable().Row > 0) table.RowsTable().Choose(s);
   table.WithdrawUndo();
   UnloadMe();
   if (mode == Add) ++app_.globals.AbModMapCount;

@@ -43,24 +43,36 @@ std::vector<std::string> ListTexts(const MappingCodes& codes) {
   return texts;
 }
 
-void MappingTable::ProcessAddMapCmd() { OpenEditor(Rows, "There is no more slots available in the Mapping Table.", 0); }
+void MappingTable::ProcessAddMapCmd() {
+  OpenEditorUnless(Rows, "There is no more slots available in the Mapping Table.", Add);
+}
 
-void MappingTable::ProcessEditMapCmd() { OpenEditor(0, "There is no entries in the Mapping Table to edit.", 1); }
+void MappingTable::ProcessEditMapCmd() {
+  OpenEditorUnless(0, "There is no entries in the Mapping Table to edit.", Edit);
+}
 
-void MappingTable::ProcessDelMapCmd() { OpenEditor(0, "There is no entries in the Mapping Table to delete.", 2); }
+void MappingTable::ProcessDelMapCmd() {
+  OpenEditorUnless(0, "There is no entries in the Mapping Table to delete.", Delete);
+}
 
-void MappingTable::OpenEditor(int refusedCount, const char* message, std::int16_t mode) {
+void MappingTable::OpenEditorUnless(int refusedCount, const char* message, Mode mode) {
   if (CountRowsInUse() == refusedCount) {
     app_.forms.MsgBox(message, MessageIcon::Critical);
     return;
   }
+  OpenEditor(mode, mode == Add ? 0 : RowsTable().Row);
+}
+
+void MappingTable::OpenEditor(Mode mode, int row) {
   app_.globals.AbModMapMode = mode;
-  app_.forms.Load("ABModMapping").Visible = true;
+  Form& editor = app_.forms.Load("ABModMapping");
+  if (row > 0) editor.Get<ComboBox>("SlotLst").Text = Str(row);
+  editor.Visible = true;
 }
 
 void MappingTable::ProcessClrMapTableCmd() {
   Globals& globals = app_.globals;
-  const auto restore = [&globals, rows = KeepRows(ScrollBar()), records = globals.AbModMapTable,
+  const auto restore = [&globals, rows = KeepRows(RowsTable().bar), records = globals.AbModMapTable,
                         count = globals.AbModMapCount] {
     rows();
     globals.AbModMapTable = records;

@@ -26,10 +26,13 @@ const MappingCodes& DataTypes();
 const MappingCodes& ModbusReferences();
 std::vector<std::string> ListTexts(const MappingCodes& codes);
 
-/// Reaches the rows by name: AbModMapSlotLbl and the six others, elements 1 to 20, AbModMapVScroll and
+/// Reaches the rows by name: AbModMapSlotLbl and the six others, elements 1 to 20, AbModMapTableFrame and
 /// UndoClrMapTableCmd. A row is in use when its AbModMapAddrLbl is not empty.
 class MappingTable : public SlotRows {
  public:
+  /// What the editor does: AbModMapMode.
+  enum Mode : std::int16_t { Add, Edit, Delete };
+
   MappingTable(App& app, Form& owner) : app_(app), owner_(owner) {}
 
   // The commands of the wizard's page.
@@ -43,19 +46,23 @@ class MappingTable : public SlotRows {
   // Mode 1 opens a gap at the slot, any other mode closes the slot. A slot beyond the table faults.
   void AdjustAbModMapData(int mode, int slot);
   void AdjustAbModMappingTable(int mode, int slot) { MoveRows(mode, slot); }
-  void AdjustAbModMapVScrollBar() { AdjustScrollBar(ScrollBar()); }
+  void AdjustAbModMapVScrollBar() { AdjustScrollBar(RowsTable()); }
   /// Rewrites rows 1 to AbModMapCount from the records; the rows below stay, and so does the scroll bar.
   void UpdateAbModMapTableFromData();
 
   bool InUse(int row) const override { return !Cell("AbModMapAddrLbl", row).Caption.Value().empty(); }
   std::vector<Label*> RowLabels(int row) const override;
   Label& Cell(const char* column, int row) const { return owner_.Get<Label>(column, row); }
+  void EditRow(int row) override { OpenEditor(Edit, row); }
+  void DeleteRow(int row) override { OpenEditor(Delete, row); }
+  RowTable& RowsTable() const { return owner_.Get<RowTable>("AbModMapTableFrame"); }
 
  private:
-  void OpenEditor(int refusedCount, const char* message, std::int16_t mode);
+  void OpenEditorUnless(int refusedCount, const char* message, Mode mode);
+  /// Row 0: on the slot that the editor begins with.
+  void OpenEditor(Mode mode, int row);
   void ClearAbModMapRecord(int slot);
   void MarkRow(int, bool) override {}
-  VScrollBar& ScrollBar() const { return owner_.Get<VScrollBar>("AbModMapVScroll"); }
   UndoClearButton& UndoButton() const { return owner_.Get<UndoClearButton>("UndoClrMapTableCmd"); }
 
   App& app_;

@@ -1,8 +1,7 @@
 // The mapping slots, the image and the file record of the RB2000 and RB3000.
 #include "models/serial/SerialWizard.h"
 
-#include <cmath>
-#include <limits>
+#include <algorithm>
 
 #include "core/Convert.h"
 #include "core/DoesNotFit.h"
@@ -15,29 +14,12 @@ constexpr int SlotTabIndex = 10000;     // behind the pages, before the foot
 constexpr int TimeOutInterval = 15000;  // ms
 enum SlotCode { Good = 0, Invalid = 1, Missing = 2 };
 
-/// The number that the text starts with, rounded; a number too large to hold is out of every range.
-double WholeValue(const std::string& text) {
-  try {
-    return std::nearbyint(Val(text));
-  } catch (const RuntimeFault&) {
-    return std::numeric_limits<double>::infinity();
-  }
-}
-
-/// 1 to 9999, 10001 to 19999, 30001 to 39999, 40001 to 49999.
-bool IsModbusAddress(double value) {
-  constexpr double ranges[][2] = {{0, 10000}, {10000, 20000}, {30000, 40000}, {40000, 50000}};
-  for (const auto& [above, below] : ranges) {
-    if (value > above && value < below) return true;
-  }
-  return false;
-}
-
 }  // namespace
 
 SerialWizard::SerialWizard(App& app_, const char* name, int finalizeTop, int applyTop)
     : ImageWizard(app_, name, TimeOutInterval, finalizeTop, applyTop) {
   for (int i = 0; i < SerialImage::SlotCount; ++i) SlotNumLbl[i].Caption = Str(i + 1);
+  slots.MarkRow(0);
 }
 
 std::vector<Frame*> SerialWizard::MappingFrames() const {
@@ -115,26 +97,19 @@ void SerialWizard::SetupSlot(int slot) {
 }
 
 void SerialWizard::ValidateMappingSlots(int& result) {
-  result = Good;
-  for (int i = 0; i < SerialImage::SlotCount && result == Good; ++i) result = ValidateSlot(i);
-  if (result == Missing) app.forms.MsgBox("Missing Entry Detected", MessageIcon::Critical, "Error!");
-  if (result == Invalid) app.forms.MsgBox("Invalid Entry Detected", MessageIcon::Critical, "Error!");
+  const auto fault = slots.FindFault();
+  result = !fault ? Good : fault->missing ? Missing : Invalid;
+  if (!fault) return;
+  const std::string hint = slots.WordsOf(*fault);
+  app.forms.MsgBox(fault->missing ? "Missing Entry Detected" : "Invalid Entry Detected", MessageIcon::Critical,
+                   "Error!");
+  ShowRefused(slots.FieldOf(fault->slot, fault->field), hint);
 }
 
-int SerialWizard::ValidateSlot(int slot) const {
-  const std::string texts[] = {ModStartTxt[slot].Text, ModEndTxt[slot].Text, ABFileTxt[slot].Text,
-                               ABWordTxt[slot].Text};
-  // Looks forward only: an empty field is missing when one before it is filled.
-  bool empty = true;
-  for (const std::string& text : texts) {
-    if (text.empty() && !empty) return Missing;
-    if (!text.empty()) empty = false;
-  }
-  for (const std::string& address : {texts[0], texts[1]}) {
-    if (!address.empty() && !IsModbusAddress(WholeValue(address))) return Invalid;
-  }
-  const double file = WholeValue(texts[2]), word = WholeValue(texts[3]);
-  return file < 0 || file > 999 || word < 0 || word > 9999 ? Invalid : Good;
+std::string SerialWizard::SlotWords(int slot) {
+  const int first = PaneOf(slot) * PaneSlots + 1;
+  const int last = std::min(first + PaneSlots - 1, SerialImage::SlotCount);
+  return "Slot " + Str(slot + 1) + " (slots " + Str(first) + " to " + Str(last) + "):";
 }
 
 void SerialWizard::BuildParameters() {

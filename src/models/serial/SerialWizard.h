@@ -8,6 +8,7 @@
 #include "forms/ControlArray.h"
 #include "models/registers/ImageWizard.h"
 #include "models/serial/SerialImage.h"
+#include "models/serial/SlotTable.h"
 
 namespace vk32 {
 
@@ -17,6 +18,10 @@ class SerialWizard : public ImageWizard {
   void ShowFloatColumn(bool visible);
   /// `result`: 0 if all slots are good; 1 an invalid entry, 2 a missing one, after telling the user.
   void ValidateMappingSlots(int& result);
+  /// Shows the pane that the slot lies in.
+  void ShowPaneOf(int slot) { ShowPane(PaneOf(slot)); }
+  /// "Slot 16 (slots 15 to 28):"
+  static std::string SlotWords(int slot);
   bool SlotsAreValid() {
     int result = 0;
     ValidateMappingSlots(result);
@@ -43,9 +48,9 @@ class SerialWizard : public ImageWizard {
   void SetDecoding(int code) { Register(SerialImage::AddressDecoding) = code; }
 
  private:
-  static constexpr int Panes = 3;
-  static int PaneOf(int slot) { return slot / 14; }
-  static int RowTop(int slot) { return 1920 + 360 * (slot % 14); }
+  static constexpr int Panes = 3, PaneSlots = 14;
+  static int PaneOf(int slot) { return slot / PaneSlots; }
+  static int RowTop(int slot) { return 1920 + 360 * (slot % PaneSlots); }
 
   void ShowPane(int pane);
   void NextMappingCmd_Click(int pane) { ShowPane(pane + 1); }
@@ -58,7 +63,7 @@ class SerialWizard : public ImageWizard {
 
   void StoreField(int slot, int field, const TextBox& text);
   void SetupSlot(int slot);
-  int ValidateSlot(int slot) const;
+  Place HintPlace() const override { return {7140, 7035, 3120, 480}; }
   std::string FieldThatDoesNotFit();
 
   template <class T, class... Rest>
@@ -94,6 +99,9 @@ class SerialWizard : public ImageWizard {
 
   // Each slot: one row
   ControlArray<Label>    SlotNumLbl  = PerSlot<Label>   ("SlotNumLbl",   360,  600, "");
+  ControlArray<Image>    SlotMark    {"SlotMark", 0, SerialImage::SlotCount - 1, [this](ControlName element, int slot) {
+      return std::make_unique<Image>(MappingFrame[PaneOf(slot)], element, Place{900, RowTop(slot) + 67, 180, 180}, Symbol::Cross);
+  }};
   ControlArray<TextBox>  ModStartTxt = PerSlot<TextBox> ("ModStartTxt", 1200, 1560, &SerialWizard::ModStartTxt_Change);
   ControlArray<TextBox>  ModEndTxt   = PerSlot<TextBox> ("ModEndTxt",   3000, 1560, &SerialWizard::ModEndTxt_Change);
   ControlArray<TextBox>  ABFileTxt   = PerSlot<TextBox> ("ABFileTxt",   4800, 1080, &SerialWizard::ABFileTxt_Change);
@@ -109,6 +117,8 @@ class SerialWizard : public ImageWizard {
                                              pane == 0 ? "Next 14 Slots --->" : "Next 12 Slots --->", &SerialWizard::NextMappingCmd_Click);
   }};
   // clang-format on
+
+  SlotTable slots{*this};
 };
 
 }  // namespace vk32

@@ -68,10 +68,12 @@ void SlotRows::MoveRows(int mode, int slot) {
   if (last > 0) EmptyRow(last);
 }
 
-void SlotRows::AdjustScrollBar(VScrollBar& bar) const {
+void SlotRows::AdjustScrollBar(RowTable& table) const {
+  VScrollBar& bar = table.bar;
   bar.SmallChange = RowHeight;
   bar.LargeChange = VisibleRows * RowHeight;
   bar.Max = std::max(0, CountRowsInUse() - VisibleRows) * RowHeight;
+  table.FollowRows();
 }
 
 }  // namespace vk32

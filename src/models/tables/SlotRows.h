@@ -5,26 +5,23 @@
 #include <string>
 #include <vector>
 
-#include "forms/Controls.h"
+#include "forms/Tables.h"
 
 namespace vk32 {
 
 /// Rows 1 to n are in use, with no gap.
-class SlotRows {
+class SlotRows : public RowSource {
  public:
   static constexpr int Rows = 20;
 
-  virtual ~SlotRows() = default;
-
   virtual bool InUse(int row) const = 0;
-  int CountRowsInUse() const;
+  int CountRowsInUse() const override;
   // Numbers of slots, for a list.
   std::vector<std::string> SlotsInUse() const;
   /// Those and the first free one, if there is one.
   std::vector<std::string> SlotsToAdd() const;
 
-  /// The labels of a row, the slot's number first. A row behind the last faults.
-  virtual std::vector<Label*> RowLabels(int row) const = 0;
+  // RowLabels begins with the slot's number. A row behind the last faults.
 
  protected:
   /// Where it takes more than the labels to be in use.
@@ -36,7 +33,7 @@ class SlotRows {
   /// Moves the rows from `slot` on: mode 1 opens a gap at the slot, any other mode closes the row there.
   void MoveRows(int mode, int slot);
   /// A row a small step, five a large one.
-  void AdjustScrollBar(VScrollBar& bar) const;
+  void AdjustScrollBar(RowTable& table) const;
 
  private:
   /// With the number of its new place.

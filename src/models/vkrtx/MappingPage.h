@@ -45,8 +45,9 @@ class MappingPage {
                                               "The mapping table is used to map data between Allen-Bradley and Modbus formats."};
   Label               AbModMapFrameLbl       {AbModMappingFrame, "AbModMapFrameLbl",     {360, 1440, 4200,  315}, "Mapping Table", TextRole::Heading};
   Frame               AbModMapHeadFrame      {AbModMappingFrame, "AbModMapHeadFrame",    {360, 1800, 7980,  735}};
-  Frame               AbModMapTableFrame     {AbModMappingFrame, "AbModMapTableFrame",   {360, 2640, 7980, 2400}, Fill::Table};
+  RowTable            AbModMapTableFrame     {AbModMappingFrame, "AbModMapTableFrame",   {360, 2640, 7980, 2400}, table, AbModRowFrame, AbModMapMark, AbModMapVScroll};
   Frame               AbModMapFrame          {AbModMapTableFrame, "AbModMapFrame",       {  0,    0, 7980, 9720}};
+  RowFrame            AbModRowFrame          {AbModMapFrame, "AbModRowFrame", "AbModRowMarkFrame", {0, 0, 7980, 465}, 480};
   ControlArray<Label> AbModMapSlotLbl        = Column("AbModMapSlotLbl",         120,  420, "Slot");
   ControlArray<Label> AbModMapAddrLbl        = Column("AbModMapAddrLbl",         600,  900, "Address Range");
   ControlArray<Label> AbModMapModStartLbl    = Column("AbModMapModStartLbl",    1560,  780, "Modbus Start");
@@ -54,6 +55,7 @@ class MappingPage {
   ControlArray<Label> AbModMapDataTypeLbl    = Column("AbModMapDataTypeLbl",    3480,  660, "Data Type");
   ControlArray<Label> AbModMapDataPointsLbl  = Column("AbModMapDataPointsLbl",  4200,  660, "Data Points");
   ControlArray<Label> AbModMapAbFncLbl       = Column("AbModMapAbFncLbl",       4920, 2820, "Allen Bradley Function");
+  RowSign             AbModMapMark           {AbModMapFrame, "AbModMapMark", {360, 150, 180, 180}, 480};
   VScrollBar          AbModMapVScroll        {AbModMappingFrame, "AbModMapVScroll", {8340, 2640,  300, 2400}, [this] { AbModMapFrame.Top = -AbModMapVScroll.Value; }};
   CommandButton       AddMapCmd              {AbModMappingFrame, "AddMapCmd",       { 360, 5280, 1560,  390}, "Add Map", [this] { table.ProcessAddMapCmd(); }};
   CommandButton       EditMapCmd             {AbModMappingFrame, "EditMapCmd",      {2040, 5280, 1560,  390}, "Edit Map", [this] { table.ProcessEditMapCmd(); }};

@@ -10,6 +10,7 @@ namespace vk32 {
 namespace {
 
 constexpr std::int16_t EtherNetIPPort = 2222;  // of every entry
+constexpr std::size_t LongestAddress = 15;
 
 }  // namespace
 
@@ -20,15 +21,24 @@ void NodeIpPage::SetUpModbusModel() {
   app_.globals.NodeIpPortCount = 0;
 }
 
-bool NodeIpPage::RowIsValid(const std::string& node, const std::string& address) {
-  if (node.empty() != address.empty()) return false;
-  if (node.empty()) return true;
+std::string NodeIpPage::CellName(int row, std::size_t column) const {
+  return "slot " + Str(row) + ", " + (column == 0 ? NodeIpNodeLbl : NodeIpIpAddrLbl).Caption.Value();
+}
+
+std::string NodeIpPage::FaultOf(std::size_t column, const std::string& text) const {
+  if (column == 1) return IsIPAddress(text) && text.size() <= LongestAddress ? "" : "not an IP address";
   try {
-    const double number = CDbl(node);
-    return number >= 0 && number <= 255 && IsIPAddress(address);
+    const double number = CDbl(text);
+    if (number >= 0 && number <= 255) return {};
   } catch (const RuntimeFault&) {
-    return false;  // not a number at all
+    // Not a number at all.
   }
+  return "not a number from 0 to 255";
+}
+
+bool NodeIpPage::RowIsValid(const std::string& node, const std::string& address) const {
+  if (node.empty() || address.empty()) return node.empty() && address.empty();
+  return FaultOf(0, node).empty() && IsIPAddress(address);
 }
 
 bool NodeIpPage::CheckNodeIpTable() {

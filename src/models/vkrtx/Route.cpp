@@ -76,6 +76,7 @@ void Route::PerformRouteCmd_Click() {
     routing.RouteIPAddressLbl[slot].Caption = DestinationLst.Text.Value() == EthernetText ? IPAddressTxt.Words() : "";
     routing.RouteInUse[slot] = FlagTrue;
     routing.AdjustRouteVScrollBar();
+    if (routing.RoutesTableFrame.Row > 0) routing.RoutesTableFrame.Choose(slot);
     routing.UndoClrTableCmd.Withdraw();
     UnloadMe();
   } catch (const RuntimeFault&) {

@@ -48,17 +48,27 @@ void RoutingPage::AddRouteCmd_Click() {
 
 void RoutingPage::EditRouteCmd_Click() {
   if (Refused(CountRowsInUse() == 0, "There is no entries in the Routing Table to edit.")) return;
+  if (RoutesTableFrame.Row > 0) return EditRow(RoutesTableFrame.Row);
   OpenEditor(1);
 }
 
-void RoutingPage::OpenEditor(std::int16_t mode) {
+Form& RoutingPage::OpenEditor(std::int16_t mode) {
   // An editor that is open keeps its mode, and what was typed into it.
   if (!app_.forms.Find("Route")) app_.globals.RouteFormMode = mode;
-  app_.forms.Show("Route");
+  return app_.forms.Show("Route");
 }
+
+void RoutingPage::EditRow(int row) {
+  const bool isOpen = app_.forms.Find("Route") != nullptr;
+  Form& editor = OpenEditor(1);
+  if (!isOpen) editor.Get<ComboBox>("SlotLst").Text = Str(row);
+}
+
+void RoutingPage::DeleteRow(int row) { app_.forms.Show("DelRoute").Get<ComboBox>("SlotLst").Text = Str(row); }
 
 void RoutingPage::DelRouteCmd_Click() {
   if (Refused(CountRowsInUse() == 0, "There is no entries in the Routing Table to delete.")) return;
+  if (RoutesTableFrame.Row > 0) return DeleteRow(RoutesTableFrame.Row);
   app_.forms.Show("DelRoute");
 }
 

@@ -27,7 +27,9 @@ class RoutingPage : public SlotRows {
   }
   /// Mode 1 opens a gap at the slot, any other mode closes the row there. A move beyond row 20 faults 9.
   void AdjustRouteTable(int mode, int slot) { MoveRows(mode, slot); }
-  void AdjustRouteVScrollBar() { AdjustScrollBar(RouteVScroll); }
+  void AdjustRouteVScrollBar() { AdjustScrollBar(RoutesTableFrame); }
+  void EditRow(int row) override;
+  void DeleteRow(int row) override;
   /// Makes Routes, 1 to `count`, from the rows. DoesNotFit if an end of a range is no 16-bit number.
   void ReadRouteRows(int count);
   /// Takes the message time-out into the parameters. DoesNotFit if it is no 16-bit number.
@@ -43,7 +45,7 @@ class RoutingPage : public SlotRows {
   void DelRouteCmd_Click();
   void ClrTableCmd_Click();
   void ClearTable();
-  void OpenEditor(std::int16_t mode);
+  Form& OpenEditor(std::int16_t mode);
   bool Refused(bool refuse, const char* message);
   void MarkRow(int row, bool inUse) override { RouteInUse[row] = inUse ? FlagTrue : FlagFalse; }
 
@@ -74,8 +76,9 @@ class RoutingPage : public SlotRows {
                           "routing information is entered is important."};
   Frame RoutesHeadFrame  {RoutingFrame, "RoutesHeadFrame",  {360, 2100, 7980,  495}};
   Label RouteDstLbl      {RoutesHeadFrame, "RouteDstLbl",   {2280, 0, 1800, 255}, "Destination Range", TextRole::TableHead};
-  Frame RoutesTableFrame {RoutingFrame, "RoutesTableFrame", {360, 2640, 7980, 2400}, Fill::Table};
+  RowTable RoutesTableFrame {RoutingFrame, "RoutesTableFrame", {360, 2640, 7980, 2400}, *this, RouteRowFrame, RouteMark, RouteVScroll};
   Frame RoutesFrame      {RoutesTableFrame, "RoutesFrame",  {  0,    0, 7980, 9600}};
+  RowFrame RouteRowFrame {RoutesFrame, "RouteRowFrame", "RouteRowMarkFrame", {0, 0, 7980, 465}, 480};
   ControlArray<Label> RouteSlotLbl            = Column("RouteSlotLbl",             120,  600, "Slot",             { 120,   0,  600, 495});
   ControlArray<Label> RouteSrcPortLbl         = Column("RouteSrcPortLbl",          840, 1320, "Source Port",      { 840,   0, 1320, 495});
   ControlArray<Label> RouteDstLowLbl          = Column("RouteDstLowLbl",          2280,  840, "Low",              {2280, 255,  840, 240});
@@ -84,6 +87,7 @@ class RoutingPage : public SlotRows {
   ControlArray<Label> RouteIPAddressLbl       {"RouteIPAddressLbl", 1, Rows, [this](ControlName element, int row) {
     return std::make_unique<Label>(RoutesFrame, element, Place{5760, RowTop(row), 2160, 240}, "");
   }};
+  RowSign       RouteMark          {RoutesFrame, "RouteMark", {600, 150, 180, 180}, 480};
   VScrollBar    RouteVScroll       {RoutingFrame, "RouteVScroll",       {8340, 2640,  300, 2400}, [this] { RoutesFrame.Top = -RouteVScroll.Value; }};
   CommandButton AddRouteCmd        {RoutingFrame, "AddRouteCmd",        { 360, 5280, 1560,  390}, "Add Route", [this] { AddRouteCmd_Click(); }};
   CommandButton EditRouteCmd       {RoutingFrame, "EditRouteCmd",       {2040, 5280, 1560,  390}, "Edit Route", [this] { EditRouteCmd_Click(); }};

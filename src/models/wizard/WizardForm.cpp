@@ -40,6 +40,7 @@ void WizardForm::Begin(std::int16_t lastPage) {
 }
 
 void WizardForm::ShowCurrentPage() {
+  pageHint.Hide();
   ShowWizardStep(app.globals.CurrentPage);
   ShowWizardFrame(app.globals.CurrentPage);
   UpdateWizardButtons(*this, app.globals.CurrentPage, app.globals.LastPage);
@@ -124,6 +125,16 @@ bool WizardForm::TakeOver(const std::function<void()>& step) {
     return false;
   }
 }
+
+void WizardForm::ShowHint(const std::string& hint) { pageHint.Show(hint, HintPlace(), nullptr); }
+
+void WizardForm::ShowRefused(const Control& value, const std::string& hint) {
+  if (!IsLoaded()) return;
+  pageHint.Show(hint, HintPlace(), &value);
+  if (value.Shown()) SetFocus(value);
+}
+
+void WizardForm::ControlChanged(const Control& control) { pageHint.Follow(control); }
 
 void WizardForm::CancelCmd_Click() { UnloadMe(); }
 

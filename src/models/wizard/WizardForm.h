@@ -9,6 +9,7 @@
 #include "app/App.h"
 #include "core/ConfigurationForm.h"
 #include "link/Conversation.h"
+#include "models/wizard/PageHint.h"
 #include "shell/WizardPages.h"
 
 namespace vk32 {
@@ -22,6 +23,8 @@ class WizardForm : public ConfigurationForm {
   void ShowWizardStep(int page);
   /// Shows the first frame of the page and hides all others. A number that is no page does nothing.
   void ShowWizardFrame(int page);
+  /// Says something on the page that shows, until a value changes or another page comes.
+  void ShowHint(const std::string& hint);
 
  protected:
   /// `timeOutInterval`: of TimeOutTmr at load, in ms; the tops: of the last two lines of the side menu.
@@ -49,9 +52,15 @@ class WizardForm : public ConfigurationForm {
   /// parameters are what they were.
   bool TakeOver(const std::function<void()>& step);
 
+  /// After the user has been told that the value is refused: leads to it.
+  void ShowRefused(const Control& value, const std::string& hint);
+  /// Of a hint's words, on the form: in two lines below the fields.
+  virtual Place HintPlace() const { return {4500, 7035, 7980, 480}; }
+
   App& app;
 
  private:
+  void ControlChanged(const Control& control) override;
   void NextCmd_Click();
   void BackCmd_Click();
   void UploadCmd_Click();
@@ -92,6 +101,8 @@ class WizardForm : public ConfigurationForm {
   Image       StatusMark      {*this, "StatusMark",      { 240, 8497,   180, 180}, Symbol::Cross};
   Label       StatusLbl       {*this, "StatusLbl",       { 240, 8415,  9450, 345}, "", TextRole::Small};
   ProgressBar StatusBar       {*this, "StatusBar",       {9930, 8520,  2550, 120}};
+
+  PageHint    pageHint        {*this};
 
   Timer       TimeOutTmr;
   FileDialog  OpenSaveConfigDialog {*this, "OpenSaveConfigDialog"};
