@@ -13,7 +13,7 @@
 namespace vk32 {
 namespace {
 
-constexpr int BoxSize = 15, TextLeft = BareMarkWidth;
+constexpr int BoxSize = 15, TextLeft = ToPixels(BareMarkWidth);
 
 QRect BoxPlace(const QWidget& widget) { return {0, (widget.height() - BoxSize) / 2, BoxSize, BoxSize}; }
 
@@ -56,7 +56,7 @@ void MarkWidget<Button, MarkControl>::Sync() {
 
 template <class Button, class MarkControl>
 bool MarkWidget<Button, MarkControl>::ShowsWords() const {
-  return this->width() > BareMarkWidth;
+  return this->width() > ToPixels(BareMarkWidth);
 }
 
 template <class Button, class MarkControl>

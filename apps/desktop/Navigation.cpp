@@ -1,8 +1,7 @@
-// How a form is walked by keys, and what its controls are called.
+// How a form is walked by keys.
 #include "Navigation.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <set>
 
 #include "Text.h"
@@ -13,112 +12,8 @@
 namespace vk32 {
 namespace {
 
-constexpr int SameRow = 6;        // px between the middles of what stands in one row
-constexpr int CompanionGap = 10;  // px from a control to the label that speaks for it
-
 const Label* AsLabel(const Control* control) {
   return control->GetKind() == Control::Kind::Label ? static_cast<const Label*>(control) : nullptr;
-}
-
-bool IsMark(const Control& control) {
-  return control.GetKind() == Control::Kind::CheckBox || control.GetKind() == Control::Kind::OptionButton;
-}
-
-/// The words a control brings itself.
-QString OwnWords(const Control& control) {
-  switch (control.GetKind()) {
-    case Control::Kind::TextBox:
-    case Control::Kind::ComboBox: return {};
-    default: return FromWords(control.Words());
-  }
-}
-
-std::vector<const Label*> LabelsBeside(const Control& control) {
-  std::vector<const Label*> labels;
-  for (const Control* other : control.OwnerForm().Controls()) {
-    const Label* label = AsLabel(other);
-    if (label && label->Parent() == control.Parent() && label->Visible && !label->Caption.Value().empty()) {
-      labels.push_back(label);
-    }
-  }
-  return labels;
-}
-
-bool InOneRow(const QRect& a, const QRect& b) {
-  return std::abs(a.center().y() - b.center().y()) <= std::max(SameRow, std::abs(a.height() - b.height()) / 2);
-}
-
-/// The label right above a field, from the same left edge.
-const Control* WordsAbove(const Control& control) {
-  const QRect place = PlaceOnForm(control);
-  for (const Label* label : LabelsBeside(control)) {
-    const QRect area = PlaceOnForm(*label);
-    const int gap = place.top() - area.bottom() - 1;
-    if (label->role == TextRole::Body && area.left() == place.left() && gap >= 0 && gap <= CompanionGap) return label;
-  }
-  return nullptr;
-}
-
-bool CanNameItsRow(const Control& control) {
-  if (const Label* label = AsLabel(&control))
-    return label->role == TextRole::Body || label->role == TextRole::TableText;
-  return IsMark(control);
-}
-
-/// What brings words and ends, in the same row, where the control begins or before.
-const Control* WordsAtLeft(const Control& control) {
-  const QRect place = PlaceOnForm(control);
-  const Control* found = nullptr;
-  for (const Control* other : control.OwnerForm().Controls()) {
-    if (!CanNameItsRow(*other) || other->Parent() != control.Parent() || !other->Visible || other->Words().empty()) {
-      continue;
-    }
-    const QRect area = PlaceOnForm(*other);
-    if (!InOneRow(area, place) || area.right() > place.left()) continue;
-    if (!found || area.left() > PlaceOnForm(*found).left()) found = other;
-  }
-  return found;
-}
-
-const Control* WordsOf(const Control& field) {
-  const Control* words = WordsAtLeft(field);
-  return words ? words : WordsAbove(field);
-}
-
-/// The heads of the column that the control stands in, from top to bottom.
-QString ColumnHeads(const Control& control) {
-  const QRect place = PlaceOnForm(control);
-  std::vector<const Label*> heads;
-  for (const Label* label : LabelsBeside(control)) {
-    const QRect area = PlaceOnForm(*label);
-    const int middle = place.center().x();
-    if (label->role == TextRole::TableHead && area.bottom() < place.top() + SameRow && area.left() <= middle &&
-        middle <= area.right()) {
-      heads.push_back(label);
-    }
-  }
-  std::stable_sort(heads.begin(), heads.end(),
-                   [](const Label* a, const Label* b) { return PlaceOnForm(*a).top() < PlaceOnForm(*b).top(); });
-  QStringList words;
-  for (const Label* head : heads) words += FromWords(head->Caption.Value());
-  return words.join(u' ');
-}
-
-/// The nearest heading or title above the control, in its frame or in one around that; or the title of the window.
-QString HeadingAbove(const Control& control) {
-  for (const Control* inner = &control; inner; inner = inner->Parent()) {
-    const int place = PlaceOnForm(*inner).top();
-    const Label* found = nullptr;
-    for (const Label* label : LabelsBeside(*inner)) {
-      const bool heads = label->role == TextRole::Heading || label->role == TextRole::HeadingLink ||
-                         label->role == TextRole::Title || label->role == TextRole::Product;
-      const int top = PlaceOnForm(*label).top();
-      if (heads && top < place && (!found || top > PlaceOnForm(*found).top())) found = label;
-    }
-    if (found) return FromWords(found->Caption.Value());
-  }
-  const std::string& caption = control.OwnerForm().Caption;
-  return caption.empty() ? QString::fromLatin1(control.Name()) : FromWords(caption);
 }
 
 /// The control whose words show the letter that leads to `control`.
@@ -185,10 +80,6 @@ bool IsReachable(const Control& control) {
     if (!at->Enabled) return false;
   }
   return true;
-}
-
-bool IsLink(const Label& label) {
-  return label.role == TextRole::Link || label.role == TextRole::HeadingLink || label.role == TextRole::BodyLink;
 }
 
 bool IsField(const Control& control) {
@@ -260,39 +151,13 @@ Control* ButtonFor(const Form& form, WindowKey key) {
   return nullptr;
 }
 
-const Label* CompanionOf(const Control& control) {
-  const QRect place = PlaceOnForm(control);
-  if (!IsMark(control) || place.width() > BareMarkWidth) return nullptr;
-  for (const Label* label : LabelsBeside(control)) {
-    const QRect area = PlaceOnForm(*label);
-    const int gap = area.left() - place.right() - 1;
-    if (label->IsClickable() && !IsLink(*label) && InOneRow(area, place) && gap >= 0 && gap <= CompanionGap) {
-      return label;
-    }
-  }
-  return nullptr;
-}
-
 QRect PlaceOnForm(const Control& control) {
-  int left = control.Left, top = control.Top;
-  for (const Frame* frame = control.Parent(); frame; frame = frame->Parent()) {
-    left += frame->Left;
-    top += frame->Top;
-  }
-  return QRect(QPoint(ToPixels(left), ToPixels(top)),
-               QPoint(ToPixels(left + control.Width) - 1, ToPixels(top + control.Height) - 1));
+  const Place place = PlaceOf(control);
+  return QRect(QPoint(ToPixels(place.left), ToPixels(place.top)),
+               QPoint(ToPixels(place.left + place.width) - 1, ToPixels(place.top + place.height) - 1));
 }
 
-QString AccessibleName(const Control& control) {
-  if (QString words = OwnWords(control); !words.isEmpty()) return words;
-  if (const Label* companion = CompanionOf(control)) {
-    return FromWords(companion->Caption.Value());
-  }
-  QStringList words;
-  if (const QString heads = ColumnHeads(control); !heads.isEmpty()) words += heads;
-  if (const Control* label = WordsOf(control)) words += FromWords(label->Words());
-  return words.isEmpty() ? HeadingAbove(control) : words.join(u' ');
-}
+QString AccessibleName(const Control& control) { return FromWords(NameOf(control)); }
 
 Mnemonics ChooseMnemonics(const Form& form) {
   std::vector<Control*> candidates;

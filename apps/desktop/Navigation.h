@@ -1,4 +1,4 @@
-// How a form is walked by keys, and what its controls are called: worked out from the controls alone.
+// How a form is walked by keys: worked out from the controls alone.
 #pragma once
 
 #include <QChar>
@@ -7,6 +7,7 @@
 #include <map>
 #include <vector>
 
+#include "forms/FieldNames.h"
 #include "forms/Form.h"
 
 namespace vk32 {
@@ -15,8 +16,6 @@ namespace vk32 {
 bool IsReachable(const Control& control);
 /// Of a kind that can have the focus.
 bool TakesFocus(const Control& control);
-/// A label that is underlined and can have the focus.
-bool IsLink(const Label& label);
 bool IsField(const Control& control);
 bool IsButton(const Control& control);
 
@@ -30,14 +29,9 @@ Control* FirstField(const Form& form, const std::vector<const Frame*>& frames);
 /// The reachable button that a key of the window stands for, or nullptr.
 Control* ButtonFor(const Form& form, WindowKey key);
 
-/// Up to this width in pixels, a check box or an option is a bare mark without words.
-constexpr int BareMarkWidth = 22;
-/// The clickable label at its right that speaks for a bare box or option; nullptr for all that have words themselves.
-const Label* CompanionOf(const Control& control);
-
 /// In pixels from the form's corner.
 QRect PlaceOnForm(const Control& control);
-/// What assistive technology calls the control: its own words, or those that stand by it. Never empty.
+/// What assistive technology calls the control. Never empty.
 QString AccessibleName(const Control& control);
 
 /// The letters that work together with Alt now.

@@ -31,7 +31,7 @@ App::~App() { forms.UnloadAll(); }  // while the port of a conversation can stil
 
 std::string ProgramVersion() { return VK32_VERSION; }
 
-void StartProgram(App& app) {
+void RegisterForms(App& app) {
   RegisterShell(app);
   RegisterForm<DownloadingMsg>(app);
   RegisterForm<Firmware>(app);
@@ -46,6 +46,10 @@ void StartProgram(App& app) {
   RegisterForm<Route>(app);
   RegisterForm<DelRoute>(app);
   RegisterForm<ABModMapping>(app);
+}
+
+void StartProgram(App& app) {
+  RegisterForms(app);
   app.forms.dispatcher.Dispatch([&] { app.forms.Show("Splash"); });
 }
 

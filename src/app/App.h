@@ -41,6 +41,8 @@ void RegisterForm(App& app) {
   app.forms.Register(F::FormName, [&app] { return std::make_shared<F>(app); });
 }
 
+/// Makes every form of the program known.
+void RegisterForms(App& app);
 /// Makes every form of the program known, loads the splash page and shows it.
 void StartProgram(App& app);
 

@@ -1,6 +1,7 @@
 // The two transfer styles: numbered blocks, and one image.
 #include "core/ConfigMod.h"
 
+#include <algorithm>
 #include <span>
 #include <utility>
 #include <vector>
@@ -62,7 +63,7 @@ bool ReadBlock(Conversation& conversation, Bytes& reply) {
 
 /// What the user does on the pages meanwhile must not get between the blocks: they are decoded behind the last wait,
 /// with those that came before a failure.
-bool ReadBlocks(Conversation& conversation, ConfigurationForm& form) {
+Taken ReadBlocks(Conversation& conversation, ConfigurationForm& form) {
   Globals& globals = conversation.app.globals;
   std::vector<std::pair<std::int16_t, Bytes>> replies;
   bool good = true;
@@ -74,12 +75,13 @@ bool ReadBlocks(Conversation& conversation, ConfigurationForm& form) {
     replies.emplace_back(block, reply);
   }
   if (good) Send(conversation, EndOfExchange);
-  if (conversation.IsOver()) return false;
+  if (conversation.IsOver()) return Taken::Nothing;
   for (const auto& [block, reply] : replies) {
     globals.BlockNumber = block;
     form.RemoveData(reply);
   }
-  return good;
+  if (good) return Taken::All;
+  return replies.empty() ? Taken::Nothing : Taken::Part;
 }
 
 /// The part of an image upload behind "TR" and the length: the image, without its header and checksum.
@@ -94,14 +96,17 @@ Bytes ReadImage(Conversation& conversation, std::int32_t total, std::int32_t hea
   return data;
 }
 
-void TakeImage(Conversation& conversation, const Bytes& data, ConfigurationForm& form) {
+/// `length`: of the whole image, as the device announced it.
+Taken TakeImage(Conversation& conversation, const Bytes& data, std::size_t length, ConfigurationForm& form) {
   Globals& globals = conversation.app.globals;
   if (data.size() / 2 > globals.RegisterHigh.size()) {
     TellTimeOut(conversation);  // longer than any image: not this product
-    return;
+    return Taken::Nothing;
   }
   globals.LoadRegisters(data, 0);
   form.Parameter_Setup_RB();
+  if (data.size() >= length) return Taken::All;
+  return data.size() < 2 ? Taken::Nothing : Taken::Part;
 }
 
 }  // namespace
@@ -146,37 +151,42 @@ bool DownloadBlocks(Conversation& conversation) {
   return done;
 }
 
-void UploadImage(Conversation& conversation, ConfigurationForm& form) {
+Taken UploadImage(Conversation& conversation, ConfigurationForm& form) {
   const std::int32_t headerLength = conversation.product == "RB2000" || conversation.product == "RB3000" ? 10 : 12;
   SetTimeOut(conversation, ReadInterval);
   conversation.app.globals.CommFailed = FlagFalse;
   OpenExchange(conversation);
   conversation.CommFlush();
+  Taken taken = Taken::Nothing;
   Bytes reply;
   if (Send(conversation, ImageRequest)) ReadBytes(conversation, reply, 4);
   if (reply.size() >= 4 && Mid(reply, 1, 2) == ImageReplyStart) {
     const std::int32_t total = Asc(reply, 3) + 256 * Asc(reply, 4) + 2;
     const Bytes data = ReadImage(conversation, total, headerLength);
-    if (!conversation.IsOver()) TakeImage(conversation, data, form);
+    const auto length = static_cast<std::size_t>(std::max(0, total - headerLength - 2));  // without the checksum
+    if (!conversation.IsOver()) taken = TakeImage(conversation, data, length, form);
   } else {
     conversation.Answered(false);
   }
   conversation.CommClose();
+  return taken;
 }
 
-void UploadBlocks(Conversation& conversation, ConfigurationForm& form) {
+Taken UploadBlocks(Conversation& conversation, ConfigurationForm& form) {
   Globals& globals = conversation.app.globals;
   globals.CommFailed = FlagFalse;
   SetTimeOut(conversation, ReadInterval);
   globals.BlockAddressHigh = 0;
   OpenExchange(conversation);
-  if (ReadBlocks(conversation, form)) {
+  const Taken taken = ReadBlocks(conversation, form);
+  if (taken == Taken::All) {
     form.Parameter_Setup_VK();
   } else {
     TellTimeOut(conversation);
     globals.CommFailed = FlagTrue;
   }
   conversation.CommClose();
+  return taken;
 }
 
 bool SendReboot(Conversation& conversation) {

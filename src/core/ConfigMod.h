@@ -7,6 +7,9 @@ namespace vk32 {
 
 class Conversation;
 
+/// What an upload has given the parameters.
+enum class Taken { Nothing, Part, All };
+
 // Every operation opens the port at its start and closes it at its end. A failure is told to the user by one error box;
 // nothing is tried again. Once the conversation is over nothing more is sent, told or taken over.
 
@@ -16,9 +19,9 @@ bool DownloadImage(Conversation& conversation);
 /// with which it stores them, has left.
 bool DownloadBlocks(Conversation& conversation);
 /// Fills the registers from the device and calls Parameter_Setup_RB. A device that does not answer ends it silently.
-void UploadImage(Conversation& conversation, ConfigurationForm& form);
+Taken UploadImage(Conversation& conversation, ConfigurationForm& form);
 /// Reads the blocks of BlockList, decodes each by RemoveData, calls Parameter_Setup_VK. CommFailed tells how it went.
-void UploadBlocks(Conversation& conversation, ConfigurationForm& form);
+Taken UploadBlocks(Conversation& conversation, ConfigurationForm& form);
 /// Restarts the device. No reply is awaited. False if the message did not leave; nobody has been told.
 bool SendReboot(Conversation& conversation);
 

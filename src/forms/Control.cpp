@@ -19,17 +19,23 @@ Control::Control(Kind kind, const Container& container, ControlName name, Place 
       ForeColor(*this, "ForeColor", SystemButtonText),
       BackColor(*this, "BackColor", SystemButtonFace),
       kind_(kind),
-      container_(container),
+      form_(container.OwnerForm()),
+      parent_(container.AsFrame()),
       name_(name) {
   auto& controls = OwnerForm().controls_;
   TabIndex = static_cast<int>(controls.size());
   controls.push_back(this);
+  Surroundings().children_.push_back(this);
 }
 
 Control::~Control() {
-  auto& controls = OwnerForm().controls_;
-  controls.erase(std::find(controls.begin(), controls.end(), this));
+  std::erase(Surroundings().children_, this);
+  std::erase(OwnerForm().controls_, this);
 }
+
+Container& Control::Surroundings() const { return parent_ ? static_cast<Container&>(*parent_) : form_; }
+
+const std::vector<Control*>& Control::Siblings() const { return Surroundings().Children(); }
 
 std::string_view Control::KindName() const {
   switch (kind_) {

@@ -61,10 +61,15 @@ class Container {
   Form& OwnerForm() const { return form_; }
   /// nullptr: the form itself.
   Frame* AsFrame() const { return frame_; }
+  /// What lies in it directly, in the order of its declaration.
+  const std::vector<Control*>& Children() const { return children_; }
 
  private:
+  friend class Control;
+
   Form& form_;
   Frame* frame_;
+  std::vector<Control*> children_;
 };
 
 class Control : public Element {
@@ -93,9 +98,11 @@ class Control : public Element {
   std::optional<int> Index() const { return name_.index; }
   /// "ModStartTxt(3)", or the plain name.
   std::string FullName() const;
-  Form& OwnerForm() const { return container_.OwnerForm(); }
+  Form& OwnerForm() const { return form_; }
   /// The frame that it lies in, or nullptr.
-  Frame* Parent() const { return container_.AsFrame(); }
+  Frame* Parent() const { return parent_; }
+  /// What lies in the same frame, or on the form itself, this control among it.
+  const std::vector<Control*>& Siblings() const;
   /// It, its frames and its form are visible. Timers and file dialogs stand nowhere on a form.
   bool Shown() const;
   /// The text or the caption, whichever the kind has.
@@ -121,6 +128,8 @@ class Control : public Element {
   Handler OnMouseMove;
   /// The place in the tab order; the order of declaration unless the form sets another.
   int TabIndex = 0;
+  /// What it is called where no words that stand by it say so.
+  std::string SpokenName;
 
  protected:
   Control(Kind kind, const Container& container, ControlName name, Place place);
@@ -136,8 +145,11 @@ class Control : public Element {
   Act Reachable() const;
   void Dispatch(const std::function<void()>& act);
 
+  Container& Surroundings() const;
+
   Kind kind_;
-  Container container_;
+  Form& form_;
+  Frame* parent_;
   ControlName name_;
 };
 

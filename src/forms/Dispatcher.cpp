@@ -13,7 +13,7 @@ void Dispatcher::Dispatch(const std::function<void()>& act) {
   ++depth_;
   try {
     act();
-    if (depth_ == 1 && behind_) behind_();
+    if (behind_) behind_(depth_ == 1);
   } catch (const ProgramEnd&) {
     // The way out of the program: everything between here and there has been unwound.
   } catch (const RuntimeFault& fault) {

@@ -30,8 +30,8 @@ class Dispatcher {
   /// Runs when the program ends, by a fault or by End.
   void AtEnd(std::function<void()> closePorts) { atEnd_ = std::move(closePorts); }
 
-  /// Runs at the end of each outermost act, as a part of it.
-  void BehindEachAct(std::function<void()> behind) { behind_ = std::move(behind); }
+  /// Runs at the end of each act, as a part of it; an act that runs inside of another is not the outermost.
+  void BehindEachAct(std::function<void(bool outermost)> behind) { behind_ = std::move(behind); }
 
   /// Keeps an object alive until no act is under way.
   void KeepWhileActing(std::shared_ptr<void> object);
@@ -47,7 +47,8 @@ class Dispatcher {
 
   EventLoop& loop_;
   Screen& screen_;
-  std::function<void()> atEnd_, behind_;
+  std::function<void()> atEnd_;
+  std::function<void(bool)> behind_;
   std::vector<std::shared_ptr<void>> kept_;
   int depth_ = 0;
   bool ended_ = false;

@@ -80,6 +80,8 @@ class Form : public Element, public Container {
   virtual void Form_Close();
   /// A property of one of its controls has changed.
   virtual void ControlChanged(const Control&) {}
+  /// An act is over, whichever form it was on: brings up to date what is made from the controls.
+  virtual void BehindAct() {}
 
   /// Unloads this form.
   void UnloadMe();

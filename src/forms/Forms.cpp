@@ -8,7 +8,10 @@
 namespace vk32 {
 
 Forms::Forms(EventLoop& loop, Screen& screen) : dispatcher(loop, screen), screen_(screen) {
-  dispatcher.BehindEachAct([this] { EndIfNothingShows(); });
+  dispatcher.BehindEachAct([this](bool outermost) {
+    for (const auto& form : loaded_) form->BehindAct();
+    if (outermost) EndIfNothingShows();
+  });
 }
 
 void Forms::Register(const std::string& name, Factory factory) { factories_[name] = std::move(factory); }

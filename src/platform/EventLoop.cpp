@@ -46,6 +46,19 @@ void TimerQueue::RunDue(Time now) {
   }
 }
 
+std::tm EventLoop::LocalTime() const {
+  const std::time_t now = std::time(nullptr);
+  std::tm local{};
+  localtime_r(&now, &local);
+  return local;
+}
+
+std::string EventLoop::TimeOfDay() const {
+  const std::tm local = LocalTime();
+  char text[sizeof "21:40"];
+  return {text, std::strftime(text, sizeof text, "%H:%M", &local)};
+}
+
 TimerQueue::Id EventLoop::StartTimer(Time delay, std::function<void()> tick) {
   const TimerQueue::Id id = timers_.Start(Now() + delay, std::move(tick));
   TimersChanged();

@@ -4,9 +4,11 @@
 #include <algorithm>
 #include <chrono>
 #include <cstdint>
+#include <ctime>
 #include <functional>
 #include <map>
 #include <optional>
+#include <string>
 #include <utility>
 
 namespace vk32 {
@@ -58,6 +60,10 @@ class EventLoop {
   virtual ~EventLoop() = default;
 
   virtual Time Now() const = 0;
+  /// The date and the time of day where the user is.
+  virtual std::tm LocalTime() const;
+  /// "21:40"
+  std::string TimeOfDay() const;
 
   /// Runs `tick` once after `delay`. Returns the number by which StopTimer takes it back.
   TimerQueue::Id StartTimer(Time delay, std::function<void()> tick);

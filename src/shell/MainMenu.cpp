@@ -80,11 +80,7 @@ void MainMenu::GoToProductMenu(std::string_view product) {
 void MainMenu::GoToProductMenuWithModel(std::string_view name) {
   if (!Leave(app_.globals.CurrentProduct, name)) return;
   UnloadMe();
-  for (const Model& model : Models()) {
-    if (model.name != name) continue;
-    app_.globals.CurrentModel = model.name;
-    app_.globals.BlockList = model.blockList;
-  }
+  SelectModel(app_.globals, name);
   app_.forms.Show("ProductMenu");
 }
 

@@ -50,4 +50,12 @@ void SelectProduct(Globals& globals, std::string_view name) {
   if (!product.blockList.empty()) globals.BlockList = product.blockList;
 }
 
+void SelectModel(Globals& globals, std::string_view name) {
+  for (const Model& model : Models()) {
+    if (model.name != name) continue;
+    globals.CurrentModel = model.name;
+    globals.BlockList = model.blockList;
+  }
+}
+
 }  // namespace vk32

@@ -35,5 +35,7 @@ const Product& FindProduct(std::string_view name);
 
 /// Sets CurrentProduct, BaudRate, LEDPatternText, and BlockList where the product has one.
 void SelectProduct(Globals& globals, std::string_view name);
+/// Sets CurrentModel and BlockList. A name that is no model does nothing.
+void SelectModel(Globals& globals, std::string_view name);
 
 }  // namespace vk32

@@ -13,9 +13,10 @@ void ShowPageStep(const std::vector<WizardPage>& pages, int page, Frame& mark) {
 
 void ShowPageFrame(const std::vector<WizardPage>& pages, int page) {
   if (page < 0 || page >= static_cast<int>(pages.size())) return;
-  const Frame* shown = pages[static_cast<std::size_t>(page)].frames.front();
+  const Frame* shown = pages[static_cast<std::size_t>(page)].panes.front();
   for (const WizardPage& other : pages) {
-    for (Frame* frame : other.frames) frame->Visible = frame == shown;
+    for (Frame* frame : other.panes) frame->Visible = frame == shown;
+    for (Frame* frame : other.others) frame->Visible = frame == shown;
   }
 }
 

@@ -29,7 +29,7 @@ void ExpectNothingCutOff(const Control& control, const QWidget& widget, const Th
   } else if (const auto* picture = dynamic_cast<const ImageButton*>(&control)) {
     const PictureButtonRow* row = FindPicture(picture->Picture);
     EXPECT_TRUE(!row || widget.size() == QSize(row->width, row->height));
-  } else if (TakesFocus(control) && !control.Words().empty() && widget.width() > BareMarkWidth &&
+  } else if (TakesFocus(control) && !control.Words().empty() && widget.width() > ToPixels(BareMarkWidth) &&
              control.GetKind() != Control::Kind::TextBox) {
     const TextBlock words(FromBytes(control.Words()), theme.Font(TextRole::Body), widget.width() - MarkTextLeft,
                           control.Height > 315 ? Wrapping::Words : Wrapping::None);

@@ -22,6 +22,14 @@ class Outside {
 class VirtualEventLoop : public EventLoop {
  public:
   Time Now() const override { return now_; }
+  /// It starts at 21:40.
+  std::tm LocalTime() const override {
+    const auto minutes = std::chrono::duration_cast<std::chrono::minutes>(now_).count() + 21 * 60 + 40;
+    std::tm local{};
+    local.tm_year = 126, local.tm_mon = 10, local.tm_mday = 25;
+    local.tm_hour = static_cast<int>(minutes / 60 % 24), local.tm_min = static_cast<int>(minutes % 60);
+    return local;
+  }
   void RunDue() override {
     ++passes_;
     AdvanceTo(now_);

@@ -84,11 +84,12 @@ bool Configuration_VK5300::Download(Conversation& conversation) {
   return DownloadImage(conversation);
 }
 
-void Configuration_VK5300::Upload(Conversation& conversation) {
-  UploadBlocks(conversation, *this);
+Taken Configuration_VK5300::Upload(Conversation& conversation) {
+  const Taken block = UploadBlocks(conversation, *this);
   SendReboot(conversation);
   WaitMilliseconds(conversation, RestartTime);
-  UploadImage(conversation, *this);
+  const Taken half = UploadImage(conversation, *this);
+  return block == half ? block : Taken::Part;
 }
 
 void Configuration_VK5300::WaitMilliseconds(Conversation& conversation, int time) {

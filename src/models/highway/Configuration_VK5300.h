@@ -26,7 +26,7 @@ class Configuration_VK5300 : public ImageWizard {
   void Form_Load() override;
   std::vector<WizardPage> Pages() override;
   bool LeavePage() override;
-  void Upload(Conversation& conversation) override;
+  Taken Upload(Conversation& conversation) override;
   void BuildParameters() override;
   bool Download(Conversation& conversation) override;
   std::span<const FixedByte> FixedBytes() const override;

@@ -41,6 +41,7 @@ class MappingTable : public SlotRows {
   void ProcessDelMapCmd();
   /// Empties rows, records and count, without a question; UndoClrMapTableCmd brings them back.
   void ProcessClrMapTableCmd();
+  using SlotRows::PutInOrder;
   void WithdrawUndo() { UndoButton().Withdraw(); }
 
   // Mode 1 opens a gap at the slot, any other mode closes the slot. A slot beyond the table faults.

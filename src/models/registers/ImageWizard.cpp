@@ -1,8 +1,6 @@
 // The parameter image of a wizard, and its way to and from the device.
 #include "models/registers/ImageWizard.h"
 
-#include "core/ConfigMod.h"
-
 namespace vk32 {
 
 void ImageWizard::BuildParameterImage() {
@@ -10,7 +8,7 @@ void ImageWizard::BuildParameterImage() {
   app.globals.ConfigImage = app.globals.RegistersToString(0, RegisterCount());
 }
 
-void ImageWizard::Upload(Conversation& conversation) { UploadImage(conversation, *this); }
+Taken ImageWizard::Upload(Conversation& conversation) { return UploadImage(conversation, *this); }
 
 bool ImageWizard::Download(Conversation& conversation) { return DownloadImage(conversation); }
 

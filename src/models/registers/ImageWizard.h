@@ -26,7 +26,7 @@ class ImageWizard : public WizardForm {
   /// Of the image, from register 0 on.
   virtual int RegisterCount() const = 0;
 
-  void Upload(Conversation& conversation) override;
+  Taken Upload(Conversation& conversation) override;
   void BuildParameters() override { BuildParameterImage(); }
   bool Download(Conversation& conversation) override;
 

@@ -8,7 +8,7 @@ namespace vk32 {
 
 namespace {
 
-enum Page { ProtocolPage = 2, MappingPage = 3 };
+enum Page { MappingPage = 3 };
 
 }  // namespace
 
@@ -46,18 +46,15 @@ void Configuration_RB2000::Form_Load() {
   for (RegisterList* list : Lists()) list->SelectDefault();
   ChbModSlaveSpecificAddrLst.SelectDefault();
   ChbModSlaveSpecificAddrLst.Visible = false;
+  ChbModSlaveSpecificAddrLst.SpokenName = "Specific Address";  // the words beside it are its check box's
   SetSlotTabOrder();
   ShowFloatColumn(true);
 }
 
-bool Configuration_RB2000::LeavePage() {
-  std::int16_t& page = app.globals.CurrentPage;
-  if (page == ProtocolPage && IsMaster()) ++page;
-  return page != MappingPage || IsMaster() || SlotsAreValid();
-}
+bool Configuration_RB2000::Passes(int page) const { return page == MappingPage && IsMaster(); }
 
-void Configuration_RB2000::PassPagesBack() {
-  if (app.globals.CurrentPage == MappingPage && IsMaster()) --app.globals.CurrentPage;
+bool Configuration_RB2000::LeavePage() {
+  return app.globals.CurrentPage != MappingPage || IsMaster() || SlotsAreValid();
 }
 
 void Configuration_RB2000::ChbModDeviceTypeLst_Click() {

@@ -22,7 +22,7 @@ class Configuration_RB2000 : public SerialWizard {
   void Form_Load() override;
   std::vector<WizardPage> Pages() override;
   bool LeavePage() override;
-  void PassPagesBack() override;
+  bool Passes(int page) const override;
   std::span<const FixedByte> FixedBytes() const override;
 
   void ChbModDeviceTypeLst_Click();

@@ -6,7 +6,7 @@
 namespace vk32 {
 namespace {
 
-enum Page { SettingsPage = 1, MappingPage = 2 };
+enum Page { MappingPage = 2 };
 
 }  // namespace
 
@@ -38,16 +38,9 @@ void Configuration_RB3000::Form_Load() {
   ShowFloatColumn(true);
 }
 
-bool Configuration_RB3000::LeavePage() {
-  std::int16_t& page = app.globals.CurrentPage;
-  if (page == MappingPage && !SlotsAreValid()) return false;
-  if (page == SettingsPage && IsMaster()) ++page;
-  return true;
-}
+bool Configuration_RB3000::Passes(int page) const { return page == MappingPage && IsMaster(); }
 
-void Configuration_RB3000::PassPagesBack() {
-  if (app.globals.CurrentPage == MappingPage && IsMaster()) --app.globals.CurrentPage;
-}
+bool Configuration_RB3000::LeavePage() { return app.globals.CurrentPage != MappingPage || SlotsAreValid(); }
 
 void Configuration_RB3000::ModDeviceTypeLst_Click() {
   ModSlaveFrame.Visible = !IsMaster();

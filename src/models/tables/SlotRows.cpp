@@ -38,6 +38,14 @@ void SlotRows::EmptyRow(int row) {
   MarkRow(row, false);
 }
 
+void SlotRows::PutInOrder() const {
+  std::vector<Control*> cells;
+  for (int row = 1; row <= Rows; ++row) {
+    for (Label* label : RowLabels(row)) cells.push_back(label);
+  }
+  PutInTabOrder(cells);
+}
+
 void SlotRows::CopyRow(int from, int to) {
   const auto source = RowLabels(from), target = RowLabels(to);
   target[0]->Caption = Str(to);

@@ -27,6 +27,8 @@ class SlotRows : public RowSource {
   /// Where it takes more than the labels to be in use.
   virtual void MarkRow(int row, bool inUse) = 0;
   void EmptyRow(int row);
+  /// Row by row, where the columns were declared one by one.
+  void PutInOrder() const;
   /// What brings the labels and the scroll bar back as they are now.
   std::function<void()> KeepRows(VScrollBar& bar) const;
 

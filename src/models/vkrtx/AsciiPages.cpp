@@ -22,7 +22,8 @@ AsciiPages::AsciiPages(Form& form, App& app, const RoutingPage& routing) : form_
         "Typed Write  -  PLC-5, SLC 5/03 and newer, ControlLogix.  Prototected Typed Logical Write  -  MicroLogix, SLC "
         "5/02 and older.";
   }
-  PutInTabOrder({&EIPClientRoutingChk[0], &EIPClientSlotTxt[0], &EIPClientRoutingChk[1], &EIPClientSlotTxt[1]});
+  PutInTabOrder({&EIPClientIpAddrValLbl[0], &EIPClientRoutingChk[0], &EIPClientSlotTxt[0], &EIPClientIpAddrValLbl[1],
+                 &EIPClientRoutingChk[1], &EIPClientSlotTxt[1]});
   PutInTabOrder({&ASCIIPcccFileTxt[0], &ASCIIPcccWordTxt[0], &ASCIIPcccTypeLst[0], &ASCIIPcccFncLst[0],
                  &ASCIIPcccFileTxt[1], &ASCIIPcccWordTxt[1], &ASCIIPcccTypeLst[1], &ASCIIPcccFncLst[1]});
 }
@@ -35,18 +36,23 @@ void AsciiPages::SetUpDf1Model() {
   }
 }
 
-void AsciiPages::BuildEIPClientList() {
-  Parameters& parameters = app_.globals;
+std::vector<AsciiPages::Client> AsciiPages::ClientsOfRoutes() const {
   std::vector<Client> clients;
-  for (int i = 1; i <= routing_.CountRowsInUse(); ++i) {
-    const RouteRecord& route = parameters.Routes[i];
+  for (int row = 1; row <= routing_.CountRowsInUse(); ++row) {
+    const RouteRecord route = routing_.PortsOf(row);
     if (StartsOnAsciiChannel(route) && route.DestPort == EthernetPort) clients.push_back({{route.IPAddress}});
   }
-  clients.resize(Clients);  // the page has no room for more
+  if (clients.size() > Clients) clients.resize(Clients);  // the page has no room for more
   for (Client& client : clients) KeepUserSettings(client);
+  return clients;
+}
+
+void AsciiPages::BuildEIPClientList() {
+  std::vector<Client> clients = ClientsOfRoutes();
+  clients.resize(Clients);
   for (int i = 0; i < Clients; ++i) {
     const Client& client = clients[static_cast<std::size_t>(i)];
-    parameters.EIPClients[i] = client.record;
+    app_.globals.EIPClients[i] = client.record;
     ShowClient(i, client);
   }
 }
@@ -68,8 +74,8 @@ void AsciiPages::KeepUserSettings(Client& client) const {
 
 void AsciiPages::ShowClient(int i, const Client& client) {
   const bool used = !client.record.IPAddress.empty();
-  for (Control* control :
-       std::initializer_list<Control*>{&EIPClientIpAddrLbl[i], &EIPClientIpAddrValLbl[i], &EIPClientRoutingChk[i]}) {
+  for (Control* control : std::initializer_list<Control*>{&EIPClientHeadLbl[i], &EIPClientIpAddrLbl[i],
+                                                          &EIPClientIpAddrValLbl[i], &EIPClientRoutingChk[i]}) {
     control->Visible = used;
   }
   EIPClientIpAddrValLbl[i].Caption = client.record.IPAddress;
@@ -84,13 +90,33 @@ void AsciiPages::EIPClientRoutingChk_Click(int i) {
   app_.globals.EIPClients[i].Routing = static_cast<std::int16_t>(checked);
 }
 
+bool AsciiPages::Converts(int channel) const {
+  for (int row = 1; row <= routing_.CountRowsInUse(); ++row) {
+    const RouteRecord route = routing_.PortsOf(row);
+    if (StartsOnAsciiChannel(route) && route.SourcePort == (channel == 0 ? ChannelAPort : ChannelBPort)) return true;
+  }
+  return false;
+}
+
+std::vector<Foretold> AsciiPages::Foretell() const {
+  std::vector<Foretold> foretold;
+  std::vector<Client> clients = ClientsOfRoutes();
+  clients.resize(Clients);
+  for (int i = 0; i < Clients; ++i) {
+    const auto& [record, slotText] = clients[static_cast<std::size_t>(i)];
+    const bool used = !record.IPAddress.empty(), routed = record.Routing == 1;
+    foretold.push_back({&EIPClientIpAddrValLbl[i], used, record.IPAddress});
+    foretold.push_back({&EIPClientRoutingChk[i], used, routed ? "Yes" : "No"});
+    foretold.push_back({&EIPClientSlotTxt[i], used && routed, slotText});
+    foretold.push_back({&ASCIIPcccConvFrame[i], Converts(i), {}});
+  }
+  return foretold;
+}
+
 void AsciiPages::FindConversionChannels() {
   Parameters& parameters = app_.globals;
-  for (int i = 1; i <= routing_.CountRowsInUse(); ++i) {
-    const RouteRecord& route = parameters.Routes[i];
-    if (!StartsOnAsciiChannel(route)) continue;
-    (route.SourcePort == ChannelAPort ? parameters.ConvChannelA : parameters.ConvChannelB) = 1;
-  }
+  parameters.ConvChannelA = Converts(0) ? 1 : 0;
+  parameters.ConvChannelB = Converts(1) ? 1 : 0;
   parameters.ConvNeeded = parameters.ConvChannelA == 1 || parameters.ConvChannelB == 1 ? FlagTrue : FlagFalse;
 }
 

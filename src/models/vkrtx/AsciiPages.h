@@ -22,9 +22,19 @@ class AsciiPages {
   AsciiPages(Form& form, App& app, const RoutingPage& routing);
 
   void SetUpDf1Model();
+  struct Client {
+    EIPClientRecord record;
+    std::string slotText = "0";
+  };
+  /// Those that the routes ask for, at most two, with what the user set for their addresses.
+  std::vector<Client> ClientsOfRoutes() const;
+  /// A route starts on the channel while that speaks ASCII.
+  bool Converts(int channel) const;
+  /// What both pages will show.
+  std::vector<Foretold> Foretell() const;
   /// Makes EIPClients and the blocks of the client page from the routes; what the user set for an address stays.
   void BuildEIPClientList();
-  /// Sets ConvChannelA, ConvChannelB and ConvNeeded from the routes. The caller clears the three before.
+  /// Sets ConvChannelA, ConvChannelB and ConvNeeded from the routes.
   void FindConversionChannels();
   /// Shows the panels of the channels that need conversion, the first at the top.
   void ArrangeConversionPage();
@@ -36,11 +46,6 @@ class AsciiPages {
   void SetupConversion();
 
  private:
-  struct Client {
-    EIPClientRecord record;
-    std::string slotText = "0";
-  };
-
   void KeepUserSettings(Client& client) const;
   void ShowClient(int i, const Client& client);
   void EIPClientRoutingChk_Click(int i);
@@ -81,6 +86,11 @@ class AsciiPages {
                                                  "The options below are for setting up any routing that may be necessary for directing Ethernet/IP packets to the Controller.  "
                                                  "This is necessary if the device uses a module to provide Ethernet functionality.  An example of a setup that would require "
                                                  "routing is a ControlLogix Processor with a 1756-ENBT module for Ethernet/IP communication."};
+  ControlArray<Label>    EIPClientHeadLbl       {"EIPClientHeadLbl", 0, 1, [this](ControlName element, int i) {
+    auto head = std::make_unique<Label>(EIPClientSetupFrame, element, Place{360, 2160 + 1440 * i, 8280, 315}, i == 0 ? "Client 1" : "Client 2", TextRole::Heading);
+    head->Visible = false;
+    return head;
+  }};
   ControlArray<Label>    EIPClientIpAddrLbl     = PerClient<Label>   ("EIPClientIpAddrLbl",    0,  360, 2640, "Client IP Address:");
   ControlArray<Label>    EIPClientIpAddrValLbl  = PerClient<Label>   ("EIPClientIpAddrValLbl", 0, 3120, 2160, "");
   ControlArray<CheckBox> EIPClientRoutingChk    {"EIPClientRoutingChk", 0, 1, [this](ControlName element, int i) {

@@ -36,7 +36,7 @@ Configuration_VKRTX& VKRTXWizard(App& app) {
 Configuration_VKRTX::Configuration_VKRTX(App& app_) : WizardForm(app_, FormName, TimeOutInterval, 6300, 6660) {}
 
 std::vector<WizardPage> Configuration_VKRTX::Pages() {
-  // The first frame of a page is shown; the other model's stay hidden with it.
+  // The other model's frames stay hidden with a page.
   std::vector<WizardPage> pages{
       {&OpenConfigLbl, {&ConfigFrame}},
       {&SerComSetLbl, {&ports.SerComFrame}},
@@ -46,12 +46,12 @@ std::vector<WizardPage> Configuration_VKRTX::Pages() {
       {&EthProtSetLbl, {&ports.EthProtoFrame}},
   };
   if (IsDf1Model()) {
-    pages.push_back({&RoutingSetLbl, {&routing.RoutingFrame, &nodeIp.NodeIpFrame}});
-    pages.push_back({&RoutingSetLbl, {&ascii.EIPClientSetupFrame, &mapping.AbModMappingFrame}});
+    pages.push_back({&RoutingSetLbl, {&routing.RoutingFrame}, {&nodeIp.NodeIpFrame}});
+    pages.push_back({&RoutingSetLbl, {&ascii.EIPClientSetupFrame}, {&mapping.AbModMappingFrame}});
     pages.push_back({&ConvSetLbl, {&ascii.ConversionFrame}});
   } else {
-    pages.push_back({&RoutingSetLbl, {&nodeIp.NodeIpFrame, &routing.RoutingFrame}});
-    pages.push_back({&ConvSetLbl, {&mapping.AbModMappingFrame, &ascii.EIPClientSetupFrame, &ascii.ConversionFrame}});
+    pages.push_back({&RoutingSetLbl, {&nodeIp.NodeIpFrame}, {&routing.RoutingFrame}});
+    pages.push_back({&ConvSetLbl, {&mapping.AbModMappingFrame}, {&ascii.EIPClientSetupFrame, &ascii.ConversionFrame}});
   }
   pages.push_back({&ApplySetLbl, {&ApplyFrame}});
   return pages;
@@ -59,6 +59,7 @@ std::vector<WizardPage> Configuration_VKRTX::Pages() {
 
 void Configuration_VKRTX::Form_Load() {
   Begin(IsDf1Model() ? 9 : 8);
+  ModelLbl.Caption = app.globals.CurrentModel;
   if (app.globals.ComPortText == "None") SaveOpt.Value = true;
   ports.SetDefaults();
   ethernet.SetDefaults();
@@ -84,8 +85,8 @@ void Configuration_VKRTX::Form_Unload() {
 bool Configuration_VKRTX::LeavePage() {
   std::int16_t& page = app.globals.CurrentPage;
   if (page == Ethernet && app.globals.DHCPEnabled == 0 && CheckEthernetFields(app, *this) == 1) return false;
-  if (page == SerialProtocolA && !ports.ChannelBIsEnabled()) ++page;
-  if (page == EthernetProtocol && IsModbusModel() && ports.ChannelAIsMaster()) ++page;
+  if (page == SerialProtocolA && Passes(SerialProtocolB)) ++page;
+  if (page == EthernetProtocol && IsModbusModel() && Passes(Routing)) ++page;
   if (page == Routing && IsDf1Model()) {
     if (!LeaveRouting()) return false;
     if (app.globals.EIPClients[0].IPAddress.empty()) ++page;
@@ -93,9 +94,6 @@ bool Configuration_VKRTX::LeavePage() {
     if (!nodeIp.CheckNodeIpTable()) return false;
   }
   if (page == Clients && IsDf1Model()) {
-    app.globals.ConvChannelA = 0;
-    app.globals.ConvChannelB = 0;
-    app.globals.ConvNeeded = FlagFalse;
     ascii.FindConversionChannels();
     if (app.globals.ConvNeeded == FlagTrue) {
       ascii.ArrangeConversionPage();
@@ -105,6 +103,18 @@ bool Configuration_VKRTX::LeavePage() {
   }
   WithdrawUndo();
   return true;
+}
+
+bool Configuration_VKRTX::Passes(int page) const {
+  if (page == SerialProtocolB) return !ports.ChannelBIsEnabled();
+  if (IsModbusModel()) return page == Routing && ports.ChannelAIsMaster();
+  if (!IsDf1Model()) return false;
+  if (page == Clients) return ascii.ClientsOfRoutes().empty();
+  return page == Conversion && !ascii.Converts(0) && !ascii.Converts(1);
+}
+
+std::vector<Foretold> Configuration_VKRTX::Foretell() const {
+  return IsDf1Model() ? ascii.Foretell() : std::vector<Foretold>();
 }
 
 void Configuration_VKRTX::WithdrawUndo() {
@@ -122,15 +132,15 @@ bool Configuration_VKRTX::LeaveRouting() {
 void Configuration_VKRTX::PassPagesBack() {
   WithdrawUndo();
   std::int16_t& page = app.globals.CurrentPage;
-  if (page == SerialProtocolB && !ports.ChannelBIsEnabled()) --page;
-  if (page == Routing && IsModbusModel() && ports.ChannelAIsMaster()) --page;
+  if (page == SerialProtocolB && Passes(page)) --page;
+  if (page == Routing && IsModbusModel() && Passes(page)) --page;
   if (IsDf1Model()) {
     if (page == Conversion && app.globals.ConvNeeded == FlagFalse) page = Clients;
     if (page == Clients && app.globals.EIPClients[0].IPAddress.empty()) page = Routing;
   }
 }
 
-void Configuration_VKRTX::Upload(Conversation& conversation) { UploadBlocks(conversation, *this); }
+Taken Configuration_VKRTX::Upload(Conversation& conversation) { return UploadBlocks(conversation, *this); }
 
 bool Configuration_VKRTX::Download(Conversation& conversation) { return DownloadBlocks(conversation); }
 

@@ -30,7 +30,9 @@ class Configuration_VKRTX : public WizardForm {
   std::vector<WizardPage> Pages() override;
   bool LeavePage() override;
   void PassPagesBack() override;
-  void Upload(Conversation& conversation) override;
+  bool Passes(int page) const override;
+  std::vector<Foretold> Foretell() const override;
+  Taken Upload(Conversation& conversation) override;
   void BuildParameters() override { BuildParameterBlocks(); }
   bool Download(Conversation& conversation) override;
   void Record(RecordFile& file, std::string& product, std::string& modelTag) override;

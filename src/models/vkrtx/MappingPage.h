@@ -11,7 +11,10 @@ constexpr const char* MappingPageTitle = "Allen-Bradley/Modbus Mapping";
 
 class MappingPage {
  public:
-  MappingPage(Form& form, App& app) : form_(form), app_(app) { AbModMapTableFrame.Caption = "Routing Table"; }
+  MappingPage(Form& form, App& app) : form_(form), app_(app) {
+    AbModMapTableFrame.Caption = "Routing Table";
+    table.PutInOrder();
+  }
 
   /// Hands the form to the editor, as the owner of the table.
   void SetUpModbusModel() {

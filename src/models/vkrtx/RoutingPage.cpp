@@ -29,7 +29,12 @@ std::int16_t ProtocolOf(const Port& port, const Parameters& parameters) {
 
 }  // namespace
 
-RoutingPage::RoutingPage(Form& form, App& app) : form_(form), app_(app) {}
+RoutingPage::RoutingPage(Form& form, App& app) : form_(form), app_(app) {
+  PutInOrder();
+  for (int row = 1; row <= Rows; ++row) {
+    RouteIPAddressLbl[row].SpokenName = "IP Address";  // its column has no head
+  }
+}
 
 void RoutingPage::SetUpDf1Model() {
   ClearTable();
@@ -92,16 +97,22 @@ std::string RoutingPage::RowName(int row, const char* field) {
 
 void RoutingPage::ReadRouteRows(int count) {
   for (int i = 1; i <= count; ++i) {
-    RouteRecord& route = Route(i);
-    const std::string& destination = RouteDestinationPortLbl[i].Caption;
-    ReadPort(RouteSrcPortLbl[i].Caption, route.SourcePort, route.SourceProtocol);
+    RouteRecord route = PortsOf(i);
     route.DestLow = TextNumber(RouteDstLowLbl[i].Caption, Val, RowName(i, "Low"), EnterByte);
     route.DestHigh = TextNumber(RouteDstHighLbl[i].Caption, Val, RowName(i, "High"), EnterByte);
-    ReadPort(destination, route.DestPort, route.DestProtocol);
-    // A channel that speaks ASCII reaches the Ethernet port as an EtherNet/IP client.
-    if (destination == EthernetText && StartsOnAsciiChannel(route)) route.DestProtocol = EthernetIPProtocol;
-    route.IPAddress = RouteIPAddressLbl[i].Caption;
+    Route(i) = route;
   }
+}
+
+RouteRecord RoutingPage::PortsOf(int row) const {
+  RouteRecord route = app_.globals.Routes[row];
+  const std::string& destination = RouteDestinationPortLbl[row].Caption;
+  ReadPort(RouteSrcPortLbl[row].Caption, route.SourcePort, route.SourceProtocol);
+  ReadPort(destination, route.DestPort, route.DestProtocol);
+  // A channel that speaks ASCII reaches the Ethernet port as an EtherNet/IP client.
+  if (destination == EthernetText && StartsOnAsciiChannel(route)) route.DestProtocol = EthernetIPProtocol;
+  route.IPAddress = RouteIPAddressLbl[row].Caption;
+  return route;
 }
 
 void RoutingPage::ReadPort(const std::string& text, std::int16_t& code, std::int16_t& protocol) const {

@@ -27,6 +27,8 @@ class RoutingPage : public SlotRows {
   }
   /// Mode 1 opens a gap at the slot, any other mode closes the row there. A move beyond row 20 faults 9.
   void AdjustRouteTable(int mode, int slot) { MoveRows(mode, slot); }
+  /// The route of a row but for its range, which need not be a number yet.
+  RouteRecord PortsOf(int row) const;
   void AdjustRouteVScrollBar() { AdjustScrollBar(RoutesTableFrame); }
   void EditRow(int row) override;
   void DeleteRow(int row) override;

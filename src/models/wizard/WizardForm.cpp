@@ -1,6 +1,11 @@
 // What the configuration wizards of all products share.
 #include "models/wizard/WizardForm.h"
 
+#include <filesystem>
+#include <sstream>
+#include <utility>
+
+#include "core/Convert.h"
 #include "core/DoesNotFit.h"
 #include "core/OpenSave.h"
 #include "link/VKComSubs.h"
@@ -13,6 +18,27 @@ constexpr int FootTabIndex = 20000;  // behind all controls of the pages
 constexpr const char* HowToEnd = "Wait until it has ended, or end it by CANCEL in the wizard.";
 constexpr Purpose ReadingConfiguration{"Reading the configuration", HowToEnd};
 constexpr Purpose WritingConfiguration{"Writing the configuration", HowToEnd};
+
+/// The title says all that the step says: "Serial Communication Settings" of "Serial Settings".
+bool SaysAllOf(const std::string& title, const std::string& step) {
+  std::istringstream titleWords(title), stepWords(step);
+  for (std::string wanted, word; stepWords >> wanted;) {
+    while (word != wanted && titleWords >> word) continue;
+    if (word != wanted) return false;
+    word.clear();
+  }
+  return true;
+}
+
+/// The shorter name of the two, where the step leads to no other page.
+std::string PageName(const WizardPage& page) {
+  std::string title;
+  for (const Control* control : page.panes.front()->Children()) {
+    const auto* label = dynamic_cast<const Label*>(control);
+    if (label && label->role == TextRole::Title) title = label->Caption;
+  }
+  return SaysAllOf(title, page.step->Caption) ? page.step->Caption : title;
+}
 
 }  // namespace
 
@@ -63,12 +89,15 @@ void WizardForm::SetTabOrder() {
 void WizardForm::NextCmd_Click() {
   std::int16_t& page = app.globals.CurrentPage;
   const std::int16_t shown = page;
-  if (!OpenIfAskedFor() || !LeavePage()) {
+  const bool opens = page == 0 && OpenConfigChk.Value == 1;
+  if ((opens && !OpenFileAskedFor()) || !LeavePage()) {
     page = shown;
     return;
   }
   if (page == app.globals.LastPage) return Finish();
-  if (page < app.globals.LastPage) ++page;
+  while (page < app.globals.LastPage) {
+    if (!Passes(++page)) break;
+  }
   ShowCurrentPage();
 }
 
@@ -81,16 +110,59 @@ void WizardForm::BackCmd_Click() {
   ShowCurrentPage();
 }
 
-bool WizardForm::OpenIfAskedFor() {
-  if (app.globals.CurrentPage != 0 || OpenConfigChk.Value == 0) return true;
-  return OpenConfigFile(app, *this, app.globals.CurrentProduct, ModelTag());
+void WizardForm::PassPagesBack() {
+  while (Passes(app.globals.CurrentPage)) --app.globals.CurrentPage;
+}
+
+bool WizardForm::OpenFileAskedFor() {
+  if (!OpenConfigFile(app, *this, app.globals.CurrentProduct, ModelTag())) return false;
+  const std::string file = FileName();
+  ValuesCome("Opened " + file, "since " + file + " was opened");
+  return true;
 }
 
 void WizardForm::UploadCmd_Click() {
   const auto conversation = Conversation::Begin(app, *this, ReadingConfiguration);
   if (!conversation) return;
   ShowConfigureReminder(app);
-  Upload(*conversation);
+  const Taken taken = Upload(*conversation);
+  if (taken == Taken::Nothing || !IsLoaded()) return;
+  const std::string port = "COM" + Str(conversation->port), time = app.forms.dispatcher.Loop().TimeOfDay();
+  if (taken == Taken::All) {
+    ValuesCome("Read from " + port + ", " + time, "since it was read from " + port + " at " + time);
+  } else {
+    origin.SetPart("Partly read from " + port + ", " + time);
+  }
+}
+
+void WizardForm::ValuesCome(const std::string& source, const std::string& since) {
+  origin.Set({source, since, List()});
+  stale_ = false;
+}
+
+void WizardForm::ControlChanged(const Control& control) {
+  // What stands on no page shows no value.
+  if (control.Parent()) stale_ = true;
+  pageHint.Follow(control);
+}
+
+void WizardForm::BehindAct() {
+  if (!origin.IsKnown()) return ValuesCome("Factory values", "from the factory values");
+  if (std::exchange(stale_, false)) origin.Count(List());
+}
+
+std::string WizardForm::FileName() const {
+  return std::filesystem::path(OpenSaveConfigDialog.FileName.Value()).filename().string();
+}
+
+Listing WizardForm::List() {
+  std::vector<ListedPage> listed;
+  const std::vector<WizardPage> pages = Pages();
+  for (int page = 1; page < static_cast<int>(pages.size()) - 1; ++page) {
+    const WizardPage& shown = pages[static_cast<std::size_t>(page)];
+    listed.push_back({PageName(shown), shown.panes, Passes(page)});
+  }
+  return ListPages(listed, Foretell());
 }
 
 void WizardForm::Finish() {
@@ -133,8 +205,6 @@ void WizardForm::ShowRefused(const Control& value, const std::string& hint) {
   pageHint.Show(hint, HintPlace(), &value);
   if (value.Shown()) SetFocus(value);
 }
-
-void WizardForm::ControlChanged(const Control& control) { pageHint.Follow(control); }
 
 void WizardForm::CancelCmd_Click() { UnloadMe(); }
 

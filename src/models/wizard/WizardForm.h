@@ -7,8 +7,11 @@
 #include <vector>
 
 #include "app/App.h"
+#include "core/ConfigMod.h"
 #include "core/ConfigurationForm.h"
 #include "link/Conversation.h"
+#include "listing/Listing.h"
+#include "models/wizard/ValueOrigin.h"
 #include "models/wizard/PageHint.h"
 #include "shell/WizardPages.h"
 
@@ -23,6 +26,10 @@ class WizardForm : public ConfigurationForm {
   void ShowWizardStep(int page);
   /// Shows the first frame of the page and hides all others. A number that is no page does nothing.
   void ShowWizardFrame(int page);
+  /// All pages between the first and the last, those that are passed and fields that don't show included.
+  Listing List();
+  /// Asks for a file and opens it. False if that did not lead to an open file; the user has been told.
+  bool OpenFileAskedFor();
   /// Says something on the page that shows, until a value changes or another page comes.
   void ShowHint(const std::string& hint);
 
@@ -37,10 +44,14 @@ class WizardForm : public ConfigurationForm {
   /// over pages that are passed. False if the page is not to be left.
   virtual bool LeavePage() { return true; }
   /// Counts CurrentPage, which is one less already, down over pages that are passed on the way back.
-  virtual void PassPagesBack() {}
+  virtual void PassPagesBack();
+  /// The page is not shown on the way, by what the pages before it say now.
+  virtual bool Passes(int) const { return false; }
+  /// What controls will show when their page is reached, where they don't say so yet.
+  virtual std::vector<Foretold> Foretell() const { return {}; }
 
   /// Reads the parameters from the device into the pages.
-  virtual void Upload(Conversation& conversation) = 0;
+  virtual Taken Upload(Conversation& conversation) = 0;
   /// Makes what is sent and saved from the parameters. DoesNotFit if the device can't hold a value.
   virtual void BuildParameters() = 0;
   /// Writes the parameters to the device. False on a failure; the user has been told.
@@ -61,6 +72,7 @@ class WizardForm : public ConfigurationForm {
 
  private:
   void ControlChanged(const Control& control) override;
+  void BehindAct() override;
   void NextCmd_Click();
   void BackCmd_Click();
   void UploadCmd_Click();
@@ -72,12 +84,16 @@ class WizardForm : public ConfigurationForm {
   void AdaptToPort();
   /// The buttons at the foot come behind all pages.
   void SetTabOrder();
-  /// False if the open dialog, asked for on the welcome page, did not lead to an open file.
-  bool OpenIfAskedFor();
   /// Carries out the selected option; unloads the form when it is done.
   void Finish();
+  /// The values that the pages show now come from there.
+  void ValuesCome(const std::string& source, const std::string& since);
+  /// Of the file that was picked last, without its folder.
+  std::string FileName() const;
   bool IsTalking() const { return app.conversation != nullptr && &app.conversation->form == this; }
   void OpenConfigChkLbl_Click();
+
+  bool stale_ = true;  // a page has changed since the changes were counted
 
  public:
   // clang-format off
@@ -86,10 +102,13 @@ class WizardForm : public ConfigurationForm {
   Frame       FootLineFrame  {*this, "FootLineFrame",  {3840, 7620, 9000,   15}, Fill::Hairline};
   Frame       StepMarkFrame  {*this, "StepMarkFrame",  {   0, 1440,   60,  315}, Fill::Accent};
   Label       DeviceLbl      {*this, "DeviceLbl",      { 240,  240, 3360,  480}, "", TextRole::Product};
+  Label       ModelLbl       {*this, "ModelLbl",       { 240,  660, 3360,  240}, "", TextRole::Small};
   Label       WelcomeLbl     {*this, "WelcomeLbl",     { 240, 1080, 3480,  315}, "Welcome Screen", TextRole::Heading};
   Label       OpenConfigLbl  {*this, "OpenConfigLbl",  { 240, 1440, 3480,  315}, "Welcome / Open Configuration", TextRole::Step};
   Label       FinalizeSetLbl;
   Label       ApplySetLbl;
+
+  ValueOrigin origin         {*this};
 
   ImageButton UploadCmd      {*this, "UploadCmd",      { 4200, 7815, 2055, 390}, &WizardForm::UploadCmd_Click};
   ImageButton BackCmd        {*this, "BackCmd",        { 8760, 7815, 1050, 390}, &WizardForm::BackCmd_Click};

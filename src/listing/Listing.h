@@ -1,0 +1,60 @@
+// What the pages of a wizard show, as rows of text, and where two of them differ.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "forms/Controls.h"
+
+namespace vk32 {
+
+struct ListedValue {
+  std::string key;                 // name of the control that holds it: the same in every wizard of the product
+  std::string page, group, field;  // together no other row of the listing has them; the group may be empty
+  std::string value;               // as the control shows it; of a check box "Yes" or "No", of options the chosen one's
+  std::string unit;                // of the value; may be empty
+  Control* control;                // of options the first one; valid as long as its form
+  bool shown = true;               // False: the page is passed, or does not show the field now
+
+  /// With its unit, as a person reads it.
+  std::string Text() const { return value.empty() || unit.empty() ? value : value + " " + unit; }
+  /// "Serial Settings/Channel A/Baud Rate": what a person names the field by.
+  std::string Path() const { return page + "/" + (group.empty() ? "" : group + "/") + field; }
+};
+/// In the order of the pages and of their fields; tables row by row, with the rows that are empty.
+using Listing = std::vector<ListedValue>;
+
+/// A page of a wizard, in all its panes.
+struct ListedPage {
+  std::string name;
+  std::vector<Frame*> frames;
+  bool passed;
+};
+
+/// What a control will show when its page is reached, where it does not say so yet.
+struct Foretold {
+  const Control* control;
+  bool shown;
+  std::optional<std::string> value;  // the control's own if there is none
+};
+
+/// Reads the controls, whether they are on the screen or not; touches none and runs nothing.
+Listing ListPages(const std::vector<ListedPage>& pages, const std::vector<Foretold>& foretold);
+/// Those that are shown.
+Listing Shown(Listing listing);
+
+struct Difference {
+  std::string page, group, field;
+  std::optional<std::string> left, right;  // with their units; nothing: only the other side has the field
+
+  /// "Serial Settings: Channel A, Baud Rate"
+  std::string Words() const { return page + ": " + (group.empty() ? "" : group + ", ") + field; }
+};
+
+/// Field by field, in the order of the pages.
+std::vector<Difference> Compare(const Listing& left, const Listing& right);
+/// What `now` shows and `before` had otherwise, though it may not have shown it.
+std::vector<Difference> Changes(const Listing& before, const Listing& now);
+
+}  // namespace vk32

@@ -1,0 +1,102 @@
+// What the wizards list, and where they say that it comes from.
+#include "listing/Listing.h"
+
+#include <set>
+
+#include "app/Backstage.h"
+#include "models/WizardUser.h"
+#include "models/wizard/WizardForm.h"
+
+namespace vk32 {
+namespace {
+
+WizardForm& WizardOf(WizardUser& user) { return dynamic_cast<WizardForm&>(*user.app.forms.Find(user.form)); }
+
+std::string Lines(const std::vector<Difference>& differences) {
+  std::string lines;
+  for (const auto& difference : differences) {
+    lines += difference.Words() + " " + difference.left.value_or("-") + " > " + difference.right.value_or("-") + "\n";
+  }
+  return lines;
+}
+
+TEST(Listing, EveryFieldHasANameOfItsOwn) {
+  const std::map<std::string, std::string> names{
+      {"RB2000ChbConnectionLst", "Serial Settings/CHB - Modbus Serial Settings/Connection"},
+      {"RB2000ABWordTxt(39)", "Address Mapping/Slot 40/Allan-Bradley Datafile Word"},
+      {"RB2000ChbModMasterNXYYZOpt",
+       "Protocol Settings/CHB - Modbus Protocol Settings/Destination Data Table Address Decoding"},
+      {"RB3000NXYYZOpt", "Modbus Settings/Destination Data Table Address Decoding"},
+      {"RBCardDhpOpt", "DH+ Communication Settings/DH+ Parameters/Network Mode"},
+      {"VK5300SocketTimeOutTxt", "Ethernet Settings/Socket Timeout"},
+      {"VK-RTX-DF1RouteIPAddressLbl(20)", "Routing Table Setup/Slot 20/IP Address"},
+      {"VK-RTX-DF1EIPClientIpAddrValLbl(1)", "Ethernet/IP Client Setup/Client 2/Client IP Address"},
+      {"VK-RTX-DF1Df1ErrorLst(1)", "Serial Protocol Settings/Channel B/Error Checking"},
+      {"VK-RTX-ModbusNodeIpNodeTxt(10)", "Slave/IP Address Mapping/Slot 10/Slave ID"}};
+  std::size_t found = 0;
+  for (const Model& model : Models) {
+    WizardUser user(model.kind);
+    std::set<std::string> paths;
+    for (const ListedValue& value : WizardOf(user).List()) {
+      EXPECT_TRUE(paths.insert(value.Path()).second && !value.field.empty()) << model.kind << value.key << value.Path();
+      const auto name = names.find(model.kind + value.key);
+      if (name == names.end()) continue;
+      EXPECT_EQ(value.Path(), name->second);
+      ++found;
+    }
+  }
+  EXPECT_EQ(found, names.size());
+}
+
+TEST(Listing, ComparesByFieldInTheOrderOfThePages) {
+  const auto row = [](const char* key, const char* value) {
+    return ListedValue{key, "Page", "", key, value, "s", nullptr};
+  };
+  EXPECT_EQ(Lines(Compare({row("a", "1"), row("gone", ""), row("c", "3"), row("d", "4")},
+                          {row("new", "9"), row("a", "1"), row("c", "5"), row("last", "7")})),
+            "Page: new - > 9 s\nPage: gone  > -\nPage: c 3 s > 5 s\nPage: d 4 s > -\nPage: last - > 7 s\n");
+}
+
+TEST(Listing, KnowsWhatPagesWillShow) {
+  WizardUser user("VK-RTX-DF1");
+  user.Use(Dhcp + "to SerProtoFrame(0)\nselect SerProtoLst(0) ASCII\nto RoutingFrame\nclick AddRouteCmd\n"
+           "fill Route 1|Channel A|1|1|Ethernet|10.0.0.1\nclick Route.PerformRouteCmd");
+  const Listing before = WizardOf(user).List();
+  user.Use("to ApplyFrame");
+  EXPECT_EQ(Lines(Compare(Shown(before), Shown(WizardOf(user).List()))), "");
+  EXPECT_EQ(user.Use("back EIPClientSetupFrame\ncheck EIPClientRoutingChk(0) on\nsee ChangedLbl"), "9 values changed");
+  user.Use("finish SaveOpt");
+
+  // A second program sees the same in the file, without a walk over the pages.
+  Backstage second(user.loop, user.driver, user.names);
+  WizardForm* opened = second.Open(user.file.Path());
+  ASSERT_TRUE(opened) << second.screen.told.back();
+  EXPECT_EQ(Lines(Compare(Shown(before), Shown(opened->List()))),
+            "Ethernet/IP Client Setup: Client 1, Routing Required No > Yes\n"
+            "Ethernet/IP Client Setup: Client 1, Controller Slot Number - > 0\n"
+            "Protocol Conversion Settings: ASCII - PCCC Conversion Settings - Channel A, File Number  > 0\n"
+            "Protocol Conversion Settings: ASCII - PCCC Conversion Settings - Channel A, Element Number  > 0\n");
+  EXPECT_FALSE(second.Open("/nowhere/plant.cfg"));
+}
+
+TEST(Listing, SaysWhereTheValuesComeFrom) {
+  GatewayDevice device("RB2000");
+  ScriptedDevice broken;  // ends behind the station address
+  broken.On("TEE", {{Time(0), "TR" + FromHex("CA 01") + Bytes(10, 'h') + Bytes(14, '\0') + "\5\0\x55\x55"}}).On("\6");
+  const std::string change = "to ProtocolSettingsFrame\nselect ChbModProtocolLst ASCII\n";
+  const std::tuple<FakeDevice*, std::string, const char*> rows[] = {
+      {&device, "", "Factory values|No changes"},
+      {&device, change + "select ChaDf1StationAddrLst 1\n", "Factory values|1 value changed"},
+      {&device, change + "select ChbModProtocolLst RTU\n", "Factory values|No changes"},
+      {&device, change + "click UploadCmd\n", "reminder\nRead from COM3, 21:40|No changes"},
+      {&broken, change + "click UploadCmd\n", "reminder\nPartly read from COM3, 21:40|1 value changed"},
+      {nullptr, change + "finish SaveOpt\nclick ProductMenu.ConfigureCmd\nopen\n" + change, "Opened plant.cfg|No changes"},
+  };
+  for (const auto& [port, acts, told] : rows) {
+    WizardUser user("RB2000", port);
+    EXPECT_EQ(user.Use(acts + "see SourceLbl ChangedLbl"), told) << acts;
+  }
+}
+
+}  // namespace
+}  // namespace vk32
