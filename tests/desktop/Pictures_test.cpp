@@ -43,7 +43,7 @@ void ExpectKept(const QString& name, QWidget& window) {
   }
 }
 
-TEST_F(PicturesTest, DISABLED_WindowsLookAsKept) {
+TEST_F(PicturesTest, WindowsLookAsKept) {
   WindowOf(form).activateWindow();
   WidgetOf(form.FlagChk).setFocus();
   form.NextCmd.Press();
