@@ -1,6 +1,7 @@
 // The screen of the text front end.
 #include "script/ScriptScreen.h"
 
+#include <sstream>
 #include <utility>
 
 #include "script/Quoting.h"
@@ -34,6 +35,8 @@ Answer ScriptScreen::Ask(const MessageBoxRequest& request) {
   const Answer answer = NextAnswer(request.buttons);
   print_(std::string("box ") + IconName(request.icon) + " " + Quote(request.title) + " " + Quote(request.text) +
          " -> " + ButtonName(answer));
+  std::istringstream details(request.details);
+  for (std::string line; std::getline(details, line);) print_("detail " + Quote(line));
   Judge(request);
   if (confirms_ > 0) {
     --confirms_;

@@ -38,7 +38,8 @@ class Forms {
   /// The loaded forms, topmost last.
   const std::vector<std::shared_ptr<Form>>& Loaded() const { return loaded_; }
 
-  Answer MsgBox(const std::string& text, MessageIcon icon, const std::string& title = "VK32");
+  Answer MsgBox(const std::string& text, MessageIcon icon, const std::string& title = "VK32",
+                const std::string& details = {});
   /// A Yes/No question; true for Yes.
   bool AskYesNo(const std::string& text, bool yesBreaksSomething, const std::string& title = "VK32");
   std::optional<std::string> AskFile(const FileDialogRequest& request);

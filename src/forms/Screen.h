@@ -22,6 +22,7 @@ struct MessageBoxRequest {
   std::string title;
   MessageButtons buttons = MessageButtons::OK;
   bool yesBreaksSomething = false;  // then No has the focus at first
+  std::string details{};            // lines parted by LF: what is known of a failure; below the text, to be copied
 };
 
 struct FileDialogRequest {

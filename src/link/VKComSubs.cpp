@@ -19,15 +19,17 @@ constexpr const char* BannerName = "offline manager";
 constexpr Purpose TestingPort{"The test of the port", "Wait until it has ended."};
 
 /// Lets the clock of the form run, and `pass` again and again, until `done` or the end of the time. Clears the flag
-/// first. The timer is disabled on return.
-void WaitUntil(Conversation& conversation, const std::function<bool()>& done,
+/// first. The timer is disabled on return. `bytes`: how many it waits for; 0: for an ACK.
+void WaitUntil(Conversation& conversation, int bytes, const std::function<bool()>& done,
                const std::function<void(const std::function<bool()>& over)>& pass) {
   Globals& globals = conversation.app.globals;
   Timer& timer = conversation.TimeOutTmr();
   const auto over = [&] { return done() || globals.TimeOutFlag == FlagTrue || conversation.IsOver(); };
   globals.TimeOutFlag = FlagFalse;
   timer.Enabled = true;
+  conversation.exchange.WaitBegins(bytes);
   while (!over()) pass(over);
+  conversation.exchange.WaitEnds();
   timer.Enabled = false;
   if (conversation.IsOver()) globals.TimeOutFlag = FlagTrue;
   conversation.Answered(globals.TimeOutFlag == FlagFalse);
@@ -37,7 +39,7 @@ void WaitUntil(Conversation& conversation, const std::function<bool()>& done,
 std::int32_t ReadUntilTimeOut(Conversation& conversation, Bytes& buffer, std::int32_t count) {
   std::int32_t received = 0;
   WaitUntil(
-      conversation, [&] { return received >= count; },
+      conversation, count, [&] { return received >= count; },
       [&](const auto& over) {
         Bytes chunk;
         received += PollPort(conversation, chunk, count - received, over);
@@ -81,7 +83,7 @@ std::int32_t PollPort(Conversation& conversation, Bytes& chunk, std::int32_t max
 Flag WaitForAck(Conversation& conversation) {
   Bytes reply;
   WaitUntil(
-      conversation, [&] { return reply == Bytes(1, Ack); },
+      conversation, 0, [&] { return reply == Bytes(1, Ack); },
       [&](const auto& over) { PollPort(conversation, reply, 1, over); });
   return conversation.app.globals.TimeOutFlag;
 }
@@ -142,9 +144,10 @@ bool SendAndWaitForAck(Conversation& conversation, const Bytes& message) {
 
 void TellTimeOut(Conversation& conversation) {
   conversation.Answered(false);
+  conversation.exchange.End(false);
   if (conversation.IsOver()) return;
   conversation.app.forms.MsgBox("A timeout or error has occured while communicating to the " + conversation.product,
-                                MessageIcon::Critical, "Error!");
+                                MessageIcon::Critical, "Error!", conversation.exchange.Details());
 }
 
 void SetDeviceLink(Conversation& conversation) {
@@ -161,7 +164,7 @@ void CheckComPort(App& app, Form& menu) {
     std::string error;
     app.comm.CommGetError(error);
     app.forms.MsgBox("UNABLE TO OPEN COM PORT,  Error: " + error, MessageIcon::Information,
-                     "INVALID COM PORT!!! Please Select Again.");
+                     "INVALID COM PORT!!! Please Select Again.", conversation->exchange.Details());
     menu.Get<ComboBox>("COMCbo").Show("None");
     app.globals.ComPortText = "None";
   }
@@ -173,9 +176,11 @@ bool DetectOfflineManager(Conversation& conversation) {
   const int interval = timer.Interval;
   timer.Interval = ProbeInterval;
   conversation.app.globals.TimeOutFlag = FlagFalse;
+  conversation.exchange.Begin(Exchange::Kind::Reading);
   conversation.CommOpen();  // "Port in use." after an earlier try: the probe goes on with the open port
   Bytes text;
   bool found = false;
+  conversation.exchange.Next("the question for the Offline Manager");
   if (Send(conversation, RecoveryProbe)) {
     ReadUntilTimeOut(conversation, text, BannerLength);
     std::transform(text.begin(), text.end(), text.begin(),

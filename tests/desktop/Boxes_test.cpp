@@ -1,5 +1,7 @@
 // Message boxes, file dialogs, texts, and the end of the program.
+#include <QClipboard>
 #include <QFileDialog>
+#include <QLabel>
 #include <tuple>
 
 #include "DesktopTest.h"
@@ -30,6 +32,22 @@ TEST_F(BoxesTest, TheTextStandsAsItIsWithItsBlanks) {
     EXPECT_EQ(box.windowTitle(), "Title");
     Press(box, Qt::Key_Return, {}, "\r");
   });
+}
+
+TEST_F(BoxesTest, DetailsAreThereToBeCopiedAndTheFormBelowWaitsForTheUser) {
+  const QString details = "COM3: <nothing> came.\nSent last: 06";
+  form.Busy = true;
+  Ask({"Failed", MessageIcon::Critical, "VK32", MessageButtons::OK, false, details.toStdString()},
+      [&](MessageBox& box) {
+        EXPECT_EQ(WindowOf(form).cursor().shape(), Qt::ArrowCursor);
+        auto* copy = box.findChildren<QPushButton*>().front();
+        const QRect lines = box.findChild<QLabel*>()->geometry();
+        EXPECT_TRUE(box.TextPlace().bottom() < lines.top() && lines.bottom() < copy->y() && lines.height() > 30);
+        Press(*copy, Qt::Key_Space, {}, " ");
+        EXPECT_EQ(QGuiApplication::clipboard()->text(), details);
+        Press(box, Qt::Key_Escape);
+      });
+  EXPECT_EQ(WindowOf(form).cursor().shape(), Qt::WaitCursor);
 }
 
 TEST_F(BoxesTest, KeysAnswerAndEnterDoesNotBreakAnything) {

@@ -56,6 +56,8 @@ class Harness {
   Time mark_{0};
 
  public:
+  /// Of all boxes.
+  std::string details;
   VirtualEventLoop loop;
   TestScreen screen;
   FakeSerialDriver driver;

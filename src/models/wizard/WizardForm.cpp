@@ -47,10 +47,7 @@ WizardForm::WizardForm(App& app_, const char* name, int timeOutInterval, int fin
       app(app_),
       FinalizeSetLbl(*this, "FinalizeSetLbl", {240, finalizeTop, 3480, 315}, "Finalize Settings", TextRole::Heading),
       ApplySetLbl(*this, "ApplySetLbl", {240, applyTop, 3480, 315}, "Apply Settings", TextRole::Step),
-      TimeOutTmr(*this, "TimeOutTmr", timeOutInterval, true, &WizardForm::TimeOutTmr_Timer) {
-  StatusMark.Visible = false;
-  StatusBar.Visible = false;
-}
+      TimeOutTmr(*this, "TimeOutTmr", timeOutInterval, true, &WizardForm::TimeOutTmr_Timer) {}
 
 void WizardForm::ShowWizardStep(int page) { ShowPageStep(Pages(), page, StepMarkFrame); }
 
@@ -79,6 +76,12 @@ void WizardForm::AdaptToPort() {
   DownOptLbl.Enabled = port;
   DownSaveOptLbl.Enabled = port;
   UploadCmd.Visible = port;
+  if (!port) {
+    status.Tell("No port is chosen");
+    ApplyHintLbl.Caption =
+        "No port is chosen: the configuration can only be saved. To download it, choose a port in the " +
+        app.globals.CurrentProduct + " Main Menu.";
+  }
 }
 
 void WizardForm::SetTabOrder() {
@@ -122,7 +125,7 @@ bool WizardForm::OpenFileAskedFor() {
 }
 
 void WizardForm::UploadCmd_Click() {
-  const auto conversation = Conversation::Begin(app, *this, ReadingConfiguration);
+  const auto conversation = Conversation::Begin(app, *this, ReadingConfiguration, &status);
   if (!conversation) return;
   ShowConfigureReminder(app);
   const Taken taken = Upload(*conversation);
@@ -168,7 +171,7 @@ Listing WizardForm::List() {
 void WizardForm::Finish() {
   const bool downloads = DownOpt.Value || DownSaveOpt.Value, saves = SaveOpt.Value || DownSaveOpt.Value;
   std::shared_ptr<Conversation> conversation;
-  if (downloads) conversation = Conversation::Begin(app, *this, WritingConfiguration);
+  if (downloads) conversation = Conversation::Begin(app, *this, WritingConfiguration, &status);
   if (downloads && !conversation) return;
   // The wizard closes at the end, and its conversation with it.
   if (!downloads && IsTalking() && RefusedByConversation(app)) return;

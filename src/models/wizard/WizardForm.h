@@ -11,8 +11,9 @@
 #include "core/ConfigurationForm.h"
 #include "link/Conversation.h"
 #include "listing/Listing.h"
-#include "models/wizard/ValueOrigin.h"
 #include "models/wizard/PageHint.h"
+#include "models/wizard/ValueOrigin.h"
+#include "shell/StatusLine.h"
 #include "shell/WizardPages.h"
 
 namespace vk32 {
@@ -117,9 +118,7 @@ class WizardForm : public ConfigurationForm {
 
   Frame       StatusFrame     {*this, "StatusFrame",     {   0, 8400, 12840, 360}, Fill::Side};
   Frame       StatusLineFrame {*this, "StatusLineFrame", {   0, 8400, 12840,  15}, Fill::Hairline};
-  Image       StatusMark      {*this, "StatusMark",      { 240, 8497,   180, 180}, Symbol::Cross};
-  Label       StatusLbl       {*this, "StatusLbl",       { 240, 8415,  9450, 345}, "", TextRole::Small};
-  ProgressBar StatusBar       {*this, "StatusBar",       {9930, 8520,  2550, 120}};
+  StatusLine  status          {*this, {240, 8415, 9450, 345}, Place{9930, 8520, 2550, 120}};
 
   PageHint    pageHint        {*this};
 
@@ -156,6 +155,7 @@ class WizardForm : public ConfigurationForm {
   OptionButton DownSaveOpt    {ApplyFrame, "DownSaveOpt",    {360, 2760,  315,  315}, "Download and Save Configuration", false};
   Label        DownSaveOptLbl {ApplyFrame, "DownSaveOptLbl", {720, 2760, 4200,  315}, "Download and Save Configuration",
                                TextRole::Body, [this] { DownSaveOpt.Value = true; }};
+  Label        ApplyHintLbl   {ApplyFrame, "ApplyHintLbl",   {5040, 2040, 3600, 960}, "", TextRole::Small};
   // clang-format on
 };
 
