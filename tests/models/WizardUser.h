@@ -101,7 +101,7 @@ struct WizardUser : Harness {
   std::string State() const {
     std::string state;
     for (const Control* control : ControlsOf(form)) {
-      if (!control->Parent()) continue;
+      if (!control->Parent() || std::string_view(control->Name()).starts_with("Restore")) continue;
       if (dynamic_cast<const RowFrame*>(control)) continue;  // shows where the user is
       for (const char* name : {"Text", "Value", "Visible", "Caption"}) {
         if (const auto* found = control->FindProperty(name)) state += " " + control->FullName() + found->AsText();

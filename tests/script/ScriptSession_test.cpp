@@ -109,7 +109,7 @@ TEST_F(ScriptSessionTest, WhatIsNotThereIsRefused) {
                  "check takes on or off;check Every.FlagChk;check Every.FlagChk On",
                  "scroll takes a number from Min to Max;scroll Every.RowsVScroll 1x;scroll Every.RowsVScroll;"
                  "scroll Every.RowsVScroll 1441;scroll Every.RowsVScroll -1",
-                 "answer takes yes or no;answer maybe;answer",
+                 "answer takes yes, no, save, discard or cancel;answer maybe;answer",
                  "expect takes the text of a box, or its beginning;expect",
                  "there is no terminal at which Enter could be pressed;confirm",
                  "a number of milliseconds is missing;wait;wait -1;until Every.Caption x y;after x quit",
