@@ -136,6 +136,7 @@ TEST(EndToEnd, PortNameOfASimulatorIsItsOwn) {
   const std::vector<std::string> rb2000{"RB2000", "--port", "COM5"};
   Pair pair(rb2000);
   const std::string port = pair.runtime + "/vk32/COM5", other = pair.runtime + "/other";
+  EXPECT_EQ(fs::status(pair.runtime + "/vk32").permissions(), fs::perms::owner_all);
   fs::create_directory(other);
   fs::create_symlink("../vk32", other + "/vk32");
   for (const auto& [runtime, why] :

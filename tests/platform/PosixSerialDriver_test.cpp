@@ -177,11 +177,15 @@ TEST_F(PosixSerialDriverTest, BusyPortNamesItsHolder) {
 TEST_F(PosixSerialDriverTest, ForbiddenPortNamesTheGroup) {
   if (geteuid() != 0) GTEST_SKIP() << "only the superuser can become a user who may not open the port";
   ASSERT_EQ(chown(path_.c_str(), 0, 1), 0);
-  ASSERT_EQ(chmod(path_.c_str(), 0660), 0);
-  const auto told =
-      path_ + " belongs to the group daemon: add yourself with \"sudo usermod -aG daemon nobody\" and log";
-  const auto isTold = [&] { return driver_.ErrorText(EACCES).starts_with("Permission denied: " + told); };
-  EXPECT_EXIT(_exit(setuid(65534) == 0 && Open() == EACCES && isTold()), testing::ExitedWithCode(1), "");
+  const std::pair<mode_t, std::string> rows[] = {
+      {0660, " belongs to the group daemon: add yourself with \"sudo usermod -aG daemon nobody\" and log"},
+      {0600, " is open to root alone"}};
+  for (const auto& [mode, words] : rows) {
+    ASSERT_EQ(chmod(path_.c_str(), mode), 0);
+    const std::string told = "Permission denied: " + path_ + words;
+    const auto isTold = [&] { return driver_.ErrorText(EACCES).starts_with(told); };
+    EXPECT_EXIT(_exit(setuid(65534) == 0 && Open() == EACCES && isTold()), testing::ExitedWithCode(1), "");
+  }
   chmod(path_.c_str(), 0666);
   for (int killed = 0; killed < 2; ++killed) {  // and leaves it free
     EXPECT_EXIT(_exit(setuid(65534) == 0 ? Open() : 255), testing::ExitedWithCode(0), "");
