@@ -192,8 +192,9 @@ void FormWindow::Refresh() {
   for (const Control* control : std::exchange(changed_, {})) {
     const std::size_t index = entryOf_[control];
     const bool appears = control->Visible && entries_[index].widget->AsWidget().isHidden();
-    if (appears && control->GetKind() == Control::Kind::Frame)
-      shownFrames.push_back(static_cast<const Frame*>(control));
+    // What is only drawn, as the background of a row, is no page that takes the focus.
+    if (const auto* frame = dynamic_cast<const Frame*>(control); appears && frame && frame->fill == Fill::None)
+      shownFrames.push_back(frame);
     PopulateIfVisible(entries_[index]);
     Apply(entries_[index]);
   }

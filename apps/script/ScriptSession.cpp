@@ -200,8 +200,15 @@ void ScriptSession::Controls(std::string_view arguments) {
 // What is prepared, and time
 
 void ScriptSession::AnswerBox(std::string_view arguments) {
-  if (arguments != "yes" && arguments != "no") throw Refused("answer takes yes or no");
-  screen_.QueueAnswer(arguments == "yes" ? Answer::Yes : Answer::No);
+  const std::pair<std::string_view, Answer> answers[] = {{"yes", Answer::Yes},
+                                                         {"no", Answer::No},
+                                                         {"save", Answer::Save},
+                                                         {"discard", Answer::Discard},
+                                                         {"cancel", Answer::Cancel}};
+  for (const auto& [word, answer] : answers) {
+    if (arguments == word) return screen_.QueueAnswer(answer);
+  }
+  throw Refused("answer takes yes, no, save, discard or cancel");
 }
 
 void ScriptSession::Expect(std::string_view arguments) {

@@ -34,7 +34,7 @@ Kind KindOf(const std::string& path) {
 
 Answer SilentScreen::Ask(const MessageBoxRequest& request) {
   told.push_back(request.text);
-  return request.buttons == MessageButtons::OK ? Answer::OK : Answer::No;
+  return Declining(request.buttons);
 }
 
 Backstage::Backstage(EventLoop& loop, SerialDriver& driver, PortNames& ports) : app(loop, screen, driver, ports) {

@@ -10,7 +10,7 @@ namespace vk32 {
 
 class WizardForm;
 
-/// Shows nothing and answers by itself: OK and No, and one file to every dialog.
+/// Shows nothing and answers by itself: OK, No and Cancel, and one file to every dialog.
 class SilentScreen : public Screen {
  public:
   void FormLoaded(Form&) override {}

@@ -13,8 +13,13 @@ class Form;
 class TextBox;
 
 enum class MessageIcon { None, Critical, Question, Exclamation, Information };
-enum class MessageButtons { OK, YesNo };
-enum class Answer { OK, Yes, No };
+enum class MessageButtons { OK, YesNo, SaveDiscardCancel };
+enum class Answer { OK, Yes, No, Save, Discard, Cancel };
+/// What a box gives that is closed without a click on one of its buttons: nothing changes.
+inline Answer Declining(MessageButtons buttons) {
+  if (buttons == MessageButtons::OK) return Answer::OK;
+  return buttons == MessageButtons::YesNo ? Answer::No : Answer::Cancel;
+}
 
 struct MessageBoxRequest {
   std::string text;  // lines parted by CR LF or LF, blanks as they stand

@@ -164,6 +164,22 @@ Listing Shown(Listing listing) {
   return listing;
 }
 
+void SetValue(Control& control, const std::string& value) {
+  if (ValueOf(control) == value) return;
+  switch (control.GetKind()) {
+    case Control::Kind::TextBox: static_cast<TextBox&>(control).Text = value; break;
+    case Control::Kind::ComboBox: static_cast<ComboBox&>(control).Text = value; break;
+    case Control::Kind::CheckBox: static_cast<CheckBox&>(control).Value = value == "Yes" ? 1 : 0; break;
+    case Control::Kind::Label: static_cast<Label&>(control).Caption = value; break;
+    case Control::Kind::OptionButton:
+      for (Control* other : control.Siblings()) {
+        if (AsOption(other) && other->Words() == value) static_cast<OptionButton*>(other)->Value = true;
+      }
+      break;
+    default: break;
+  }
+}
+
 std::vector<Difference> Compare(const Listing& left, const Listing& right) {
   const Places inLeft = PlacesOf(left), inRight = PlacesOf(right);
   std::vector<Difference> differences;

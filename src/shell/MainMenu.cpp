@@ -1,6 +1,7 @@
 // The menu of products and models.
 #include "shell/MainMenu.h"
 
+#include "core/ConfigurationForm.h"
 #include "link/Conversation.h"
 #include "shell/Products.h"
 #include "shell/Subs.h"
@@ -52,7 +53,11 @@ bool MainMenu::Leave(std::string_view product, std::string_view model) {
   const Globals& globals = app_.globals;
   if (product == globals.CurrentProduct && model == globals.CurrentModel) return true;
   if (RefusedByConversation(app_)) return false;
-  for (const Product& other : Products()) app_.forms.Unload(other.wizard);
+  for (const Product& other : Products()) {
+    auto* wizard = dynamic_cast<ConfigurationForm*>(app_.forms.Find(other.wizard));
+    if (wizard && !wizard->MayGo()) return false;
+    app_.forms.Unload(other.wizard);
+  }
   for (const char* tool : {"Firmware", "OfflineMngr", "DeviceInfo"}) app_.forms.Unload(tool);
   return true;
 }

@@ -50,6 +50,9 @@ class AllFormsTest : public DesktopTest {
       SCOPED_TRACE(stop->FullName());
       PressIn(form, Qt::Key_Tab, {}, "\t");
       EXPECT_TRUE(HasFocus(*stop));
+      PressIn(form, Qt::Key_Backtab, Qt::ShiftModifier);
+      EXPECT_EQ(HasFocus(*stop), stops.size() == 1);
+      PressIn(form, Qt::Key_Tab, {}, "\t");
       const QRect place = PlaceOnForm(*stop);
       for (const int y : {place.top() + 3, place.bottom() - 3}) {
         const QWidget* top = window.childAt({place.center().x(), y});

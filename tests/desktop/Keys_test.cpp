@@ -1,5 +1,7 @@
 // The windows are walked and used by keys alone.
+#include <QHelpEvent>
 #include <QKeySequence>
+#include <QToolTip>
 
 #include "DesktopTest.h"
 #include "Text.h"
@@ -108,6 +110,9 @@ TEST_F(KeysTest, NamesAndLettersComeFromTheWordsBesideAndAboveAndFromTheHeadsOfA
   EXPECT_NE(Picture(form.BareLbl), plain) << "its letter is underlined";
   SendKey(WidgetOf(form.NameTxt), QEvent::KeyRelease, Qt::Key_Alt, {}, {});
   EXPECT_EQ(Picture(form.BareLbl), plain);
+  QHelpEvent help(QEvent::ToolTip, {5, 5}, WidgetOf(form.NextCmd).mapToGlobal(QPoint(5, 5)));
+  QCoreApplication::sendEvent(&WidgetOf(form.NextCmd), &help);
+  EXPECT_EQ(QToolTip::text(), "NEXT (Alt+N)");
   PressIn(Show("About"), Qt::Key_Escape, {}, "\x1B");  // which presses its only button
   EXPECT_FALSE(app.forms.Find("About"));
 }

@@ -43,10 +43,6 @@ TEST_F(WidgetsTest, PropertiesAreFollowed) {
   EXPECT_EQ(As<LabelWidget>(form.SlotLbl[1]).Tip(), "");
   const Qt::WindowFlags flags = WindowOf(form).windowHandle()->flags();
   EXPECT_EQ(flags & (Qt::WindowCloseButtonHint | Qt::WindowMinimizeButtonHint), Qt::WindowMinimizeButtonHint);
-  // One that is off looks like one that the form has marked by its colour.
-  for (const Control* field : {&form.OffTxt, &form.GrayTxt, &form.NameTxt}) {
-    EXPECT_EQ(Picture(*field).pixelColor(80, 5), QColor(field == &form.NameTxt ? 0xFFFFFF : 0xE0E0E0));
-  }
   const QWidget* made = &WidgetOf(form.TitleLbl);
   for (const bool shown : {false, true}) form.SecondFrame.Visible = shown, Settle();
   EXPECT_EQ(&WidgetOf(form.TitleLbl), made);

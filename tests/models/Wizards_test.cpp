@@ -4,11 +4,11 @@
 namespace vk32 {
 namespace {
 
-void ChangeEverything(WizardUser& user) {
+void ChangeEverything(WizardUser& user, bool texts = true) {
   for (Control* control : user.app.forms.Find(user.form)->Controls()) {
     if (auto* list = dynamic_cast<ComboBox*>(control)) list->ListIndex = static_cast<int>(list->Entries().size()) - 1;
-    if (auto* box = dynamic_cast<TextBox*>(control)) box->Text = "7";
-    if (auto* check = dynamic_cast<CheckBox*>(control)) check->Value = 1;
+    if (auto* box = dynamic_cast<TextBox*>(control); box && texts) box->Text = "7";
+    if (auto* check = dynamic_cast<CheckBox*>(control); check && check->Visible) check->Value = 1;
     if (auto* option = dynamic_cast<OptionButton*>(control)) option->Value = true;
   }
 }
@@ -30,6 +30,52 @@ TEST(Wizards, StartAnewEachTime) {
     EXPECT_EQ(user.State(), before);
     EXPECT_EQ(Finish(fresh, "DownOpt") + Finish(user, "DownOpt"), "reminder\nsuccess\nreminder\nsuccess\n");
     EXPECT_EQ(ToHex(second.gateway.Image()), ToHex(first.gateway.Image()));
+    EXPECT_EQ(second.gateway.BlocksInForce(), first.gateway.BlocksInForce()) << model.kind;
+  }
+}
+
+TEST(Wizards, AskOnceBeforeChangedValuesGo) {
+  for (const bool window : {true, false}) {
+    WizardUser user("RB2000");
+    const auto go = [&](const std::string& answers) {
+      std::string printed = user.Do(answers);
+      if (window) user.app.forms.Find(user.form)->UserCloses();
+      if (!window) printed = user.Do("click MainMenu.RB3000Cmd");
+      return (printed.find("box question") != std::string::npos ? "asked " : "") +
+             std::string(user.app.forms.Find(user.form) ? "open" : "closed");
+    };
+    const std::string change = "to ProtocolSettingsFrame\nselect ChbModProtocolLst ASCII\nclick ProductMenu.ReturnCmd";
+    user.Use(change);
+    for (const char* stays : {"answer cancel", "answer save\nfile cancel", "answer save\nfile /nowhere/plant.cfg"}) {
+      EXPECT_TRUE(go(stays).ends_with("open")) << stays;
+    }
+    EXPECT_TRUE(go("answer save\nfile " + user.file.Path()).ends_with("closed"));
+    EXPECT_NE(user.file.Content(), "");
+    WizardUser same("RB2000");
+    same.app.forms.Find(same.form)->UserCloses();
+    EXPECT_FALSE(same.app.forms.Find(same.form)) << "unchanged, it does not ask";
+  }
+}
+
+TEST(Wizards, OfferWhatACancelledOneHeld) {
+  const std::string row = "fill Route 1|Channel A|1|1|Ethernet|1.1.1.1\nclick Route.PerformRouteCmd\n",
+                    map = "fill ABModMapping 1|Typed R/W|7|0|4X|1|3|Integer|2|9\nclick ABModMapping.MapCmd\n";
+  const std::map<std::string, std::string> tables{{"VK-RTX-DF1", "to RoutingFrame\nclick AddRouteCmd\n" + row},
+                                                  {"VK-RTX-Modbus", "to AbModMappingFrame\nclick AddMapCmd\n" + map}};
+  for (const Model& model : Models) {
+    GatewayDevice first(model.kind), second(model.kind);
+    WizardUser direct(model.kind, &first), user(model.kind, &second);
+    for (WizardUser* each : {&direct, &user}) {
+      ChangeEverything(*each, false);
+      each->Use("check OpenConfigChk off\n" +
+                std::string(each->app.forms.Find(each->form)->Find("EthDHCPLst") ? Dhcp : "") +
+                (tables.contains(model.kind) ? tables.at(model.kind) : ""));
+    }
+    user.app.forms.dispatcher.Dispatch([] {});  // whose end counts what was changed behind the user's back
+    const std::string changed = user.Use("see ChangedLbl");
+    EXPECT_EQ(user.Use("again\ncheck RestoreChk on\nclick NextCmd\nsee ChangedLbl"), changed);
+    EXPECT_EQ(direct.Use("finish DownOpt") + user.Use("finish DownOpt"), "reminder\nsuccess\nreminder\nsuccess\n");
+    EXPECT_EQ(ToHex(second.gateway.Image()), ToHex(first.gateway.Image())) << model.kind;
     EXPECT_EQ(second.gateway.BlocksInForce(), first.gateway.BlocksInForce()) << model.kind;
   }
 }

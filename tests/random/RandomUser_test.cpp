@@ -13,8 +13,6 @@
 namespace vk32 {
 namespace {
 
-using namespace std::chrono_literals;
-
 int Setting(const char* name, int otherwise) {
   const char* text = std::getenv(name);
   return text != nullptr ? std::atoi(text) : otherwise;
@@ -169,7 +167,9 @@ class RandomUser {
   }
 
   void SeeBox(const MessageBoxRequest& box) {
-    if (box.buttons == MessageButtons::YesNo) h.screen.QueueAnswer(Pick(2) == 0 ? Answer::Yes : Answer::No);
+    const Answer answers[] = {Answer::Yes, Answer::No, Answer::Save, Answer::Discard, Answer::Cancel};
+    if (box.buttons == MessageButtons::YesNo) h.screen.QueueAnswer(answers[Pick(2)]);
+    if (box.buttons == MessageButtons::SaveDiscardCancel) h.screen.QueueAnswer(answers[2 + Pick(3)]);
     if (box.text.starts_with("Press the Configure button")) {
       for (auto& [port, lines] : lines_) lines.back()->Remind();
     }

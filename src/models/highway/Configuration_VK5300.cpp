@@ -63,7 +63,7 @@ void Configuration_VK5300::DhNetworkLst_Click() {
   app.globals.HighwayDefaultsOn = FlagTrue;
 }
 
-void Configuration_VK5300::BuildParameters() {
+void Configuration_VK5300::BuildParameters(bool) {
   ethernet.CollectTextFields();
   Parameters sent = app.globals;
   sent.EthernetProtocol = ABEthernetProtocol;

@@ -112,7 +112,7 @@ std::string SerialWizard::SlotWords(int slot) {
   return "Slot " + Str(slot + 1) + " (slots " + Str(first) + " to " + Str(last) + "):";
 }
 
-void SerialWizard::BuildParameters() {
+void SerialWizard::BuildParameters(bool) {
   try {
     BuildParameterImage();
   } catch (const RuntimeFault&) {

@@ -32,7 +32,7 @@ class SerialWizard : public ImageWizard {
   SerialWizard(App& app, const char* name, int finalizeTop, int applyTop);
 
   int RegisterCount() const override { return SerialImage::Registers; }
-  void BuildParameters() override;
+  void BuildParameters(bool sent) override;
   void Record(RecordFile& file, std::string& product, std::string& modelTag) override;
 
   /// Selects the option of the destination address decoding; a byte that is no decoding leaves them.

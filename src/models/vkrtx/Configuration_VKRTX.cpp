@@ -113,6 +113,13 @@ bool Configuration_VKRTX::Passes(int page) const {
   return page == Conversion && !ascii.Converts(0) && !ascii.Converts(1);
 }
 
+void Configuration_VKRTX::CellsRestored() {
+  routing.NumberRows();
+  routing.AdjustRouteVScrollBar();
+  mapping.table.NumberRows();
+  mapping.table.AdjustAbModMapVScrollBar();
+}
+
 std::vector<Foretold> Configuration_VKRTX::Foretell() const {
   return IsDf1Model() ? ascii.Foretell() : std::vector<Foretold>();
 }
@@ -151,7 +158,7 @@ void Configuration_VKRTX::CollectTextFields() {
   if (IsModbusModel()) ports.CollectRequestTimeout();
 }
 
-void Configuration_VKRTX::BuildParameterBlocks() {
+void Configuration_VKRTX::BuildParameters(bool sent) {
   CollectTextFields();
   Globals& globals = app.globals;
   auto blocks = globals.BlockTable;
@@ -170,7 +177,7 @@ void Configuration_VKRTX::BuildParameterBlocks() {
                                    [](const Bytes& block) { return block.size() > BlockFrame::LongestData; });
   if (!tooLong) {
     globals.BlockTable = std::move(blocks);
-  } else if (!SaveOpt.Value) {
+  } else if (sent) {
     throw DoesNotFit(std::string(MappingPageTitle) + ", Mapping Table",
                      "A download takes 19 maps at most: delete one, or choose Save Configuration.");
   }

@@ -59,11 +59,16 @@ void WizardForm::Begin(std::int16_t lastPage) {
   ShowCurrentPage();
   DeviceLbl.Caption = app.globals.CurrentProduct;
   AdaptToPort();
+  OfferKept();
   SetTabOrder();
 }
 
 void WizardForm::ShowCurrentPage() {
   pageHint.Hide();
+  ShowPage();
+}
+
+void WizardForm::ShowPage() {
   ShowWizardStep(app.globals.CurrentPage);
   ShowWizardFrame(app.globals.CurrentPage);
   UpdateWizardButtons(*this, app.globals.CurrentPage, app.globals.LastPage);
@@ -93,6 +98,7 @@ void WizardForm::NextCmd_Click() {
   std::int16_t& page = app.globals.CurrentPage;
   const std::int16_t shown = page;
   const bool opens = page == 0 && OpenConfigChk.Value == 1;
+  if (page == 0 && RestoreChk.Visible && RestoreChk.Value == 1) Restore();
   if ((opens && !OpenFileAskedFor()) || !LeavePage()) {
     page = shown;
     return;
@@ -117,6 +123,11 @@ void WizardForm::PassPagesBack() {
   while (Passes(app.globals.CurrentPage)) --app.globals.CurrentPage;
 }
 
+bool WizardForm::HasChanged() {
+  if (std::exchange(stale_, false)) origin.Count(List());
+  return !origin.Changed().empty();
+}
+
 bool WizardForm::OpenFileAskedFor() {
   if (!OpenConfigFile(app, *this, app.globals.CurrentProduct, ModelTag())) return false;
   const std::string file = FileName();
@@ -138,10 +149,12 @@ void WizardForm::UploadCmd_Click() {
   }
 }
 
-void WizardForm::ValuesCome(const std::string& source, const std::string& since) {
-  origin.Set({source, since, List()});
-  stale_ = false;
+void WizardForm::Came(Origin from) {
+  origin.Set(std::move(from));
+  stale_ = true;
 }
+
+void WizardForm::ValuesCome(const std::string& source, const std::string& since) { Came({source, since, List()}); }
 
 void WizardForm::ControlChanged(const Control& control) {
   // What stands on no page shows no value.
@@ -151,7 +164,7 @@ void WizardForm::ControlChanged(const Control& control) {
 
 void WizardForm::BehindAct() {
   if (!origin.IsKnown()) return ValuesCome("Factory values", "from the factory values");
-  if (std::exchange(stale_, false)) origin.Count(List());
+  HasChanged();
 }
 
 std::string WizardForm::FileName() const {
@@ -175,16 +188,21 @@ void WizardForm::Finish() {
   if (downloads && !conversation) return;
   // The wizard closes at the end, and its conversation with it.
   if (!downloads && IsTalking() && RefusedByConversation(app)) return;
-  if (!TakeOver([this] { BuildParameters(); })) return;
+  if (!TakeOver([&] { BuildParameters(downloads); })) return;
+  const Listing taken = List();
   if (downloads) ShowConfigureReminder(app);
   if (saves && !SaveConfigFile(app, *this, app.globals.CurrentProduct, ModelTag())) return;
+  if (saves) Came({"Saved as " + FileName(), "since it was saved as " + FileName(), taken});
   if (downloads) {
     const bool done = Download(*conversation);
-    const std::string product = conversation->product;
+    const std::string product = conversation->product, port = "COM" + Str(conversation->port);
     conversation.reset();
     if (!done || !IsLoaded()) return;
+    const std::string time = app.forms.dispatcher.Loop().TimeOfDay();
+    Came({"Written to " + port + ", " + time, "since it was written to " + port + " at " + time, taken});
     app.forms.MsgBox("Configuration has been downloaded to the " + product, MessageIcon::Information, "Success!");
   }
+  if (HasChanged()) Keep();  // what was entered while the others went to the device
   UnloadMe();
 }
 
@@ -209,7 +227,85 @@ void WizardForm::ShowRefused(const Control& value, const std::string& hint) {
   if (value.Shown()) SetFocus(value);
 }
 
-void WizardForm::CancelCmd_Click() { UnloadMe(); }
+void WizardForm::CancelCmd_Click() {
+  if (HasChanged()) Keep();
+  UnloadMe();
+}
+
+void WizardForm::Form_Close() {
+  if (MayGo()) UnloadMe();
+}
+
+bool WizardForm::MayGo() {
+  if (!HasChanged()) return true;
+  const std::string question = "The configuration of the " + app.globals.CurrentProduct + " has changed " +
+                               origin.Get().since + ": " + origin.ChangedLbl.Caption.Value() +
+                               ".\r\nDo you want to save it in a file?";
+  const Answer answer = app.forms.AskToSave(question);
+  return answer == Answer::Discard || (answer == Answer::Save && SaveChanged());
+}
+
+bool WizardForm::SaveChanged() {
+  // What is made for the file must not get between the blocks of an exchange.
+  if (IsTalking() && RefusedByConversation(app)) return false;
+  return LeaveAllPages() && TakeOver([this] { BuildParameters(false); }) && SaveAskedFor();
+}
+
+bool WizardForm::LeaveAllPages() {
+  std::int16_t& page = app.globals.CurrentPage;
+  const std::int16_t shown = page;
+  for (std::int16_t next = 1; next < app.globals.LastPage; ++next) {
+    page = next;
+    if (Passes(next) || LeavePage()) continue;
+    page = next;
+    ShowPage();
+    return false;
+  }
+  page = shown;
+  return true;
+}
+
+bool WizardForm::SaveAskedFor() {
+  if (SaveConfigFile(app, *this, app.globals.CurrentProduct, ModelTag())) return true;
+  if (const std::string file = FileName(); !file.empty()) {
+    app.forms.MsgBox(file + " could not be written. Choose another folder, or make room in this one.",
+                     MessageIcon::Critical, "Error!");
+  }
+  return false;
+}
+
+std::string WizardForm::KeptName() const { return app.globals.CurrentProduct + " " + ModelTag(); }
+
+void WizardForm::Keep() {
+  const std::string time = app.forms.dispatcher.Loop().TimeOfDay();
+  app.kept[KeptName()] = std::make_shared<KeptValues>(KeptValues{app.globals, List(), origin.Get(), time});
+}
+
+void WizardForm::OfferKept() {
+  const auto kept = app.kept.find(KeptName());
+  const bool offers = kept != app.kept.end();
+  RestoreChk.Visible = offers;
+  RestoreChkLbl.Visible = offers;
+  RestoreChk.Value = 0;
+  if (!offers) return;
+  RestoreChkLbl.Caption = "Restore the values of " + kept->second->time;
+  RestoreChk.Caption = RestoreChkLbl.Caption.Value();
+}
+
+void WizardForm::Restore() {
+  const auto kept = app.kept.at(KeptName());
+  Parameters& parameters = app.globals;
+  parameters = kept->parameters;
+  const Listing fields = List();
+  for (std::size_t i = 0; i < fields.size() && fields[i].key == kept->values[i].key; ++i) {
+    SetValue(*fields[i].control, kept->values[i].value);
+  }
+  parameters = kept->parameters;  // what no field shows, and what the handlers did on the way
+  CellsRestored();
+  Came(kept->origin);
+  app.kept.erase(KeptName());
+  OfferKept();
+}
 
 void WizardForm::TimeOutTmr_Timer() { SetTimeOutFlag(app, *this); }
 

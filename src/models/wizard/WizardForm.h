@@ -31,6 +31,7 @@ class WizardForm : public ConfigurationForm {
   Listing List();
   /// Asks for a file and opens it. False if that did not lead to an open file; the user has been told.
   bool OpenFileAskedFor();
+  bool MayGo() override;
   /// Says something on the page that shows, until a value changes or another page comes.
   void ShowHint(const std::string& hint);
 
@@ -51,10 +52,13 @@ class WizardForm : public ConfigurationForm {
   /// What controls will show when their page is reached, where they don't say so yet.
   virtual std::vector<Foretold> Foretell() const { return {}; }
 
+  /// Behind the values of an earlier wizard, which have been entered into the fields and the cells of tables.
+  virtual void CellsRestored() {}
+
   /// Reads the parameters from the device into the pages.
   virtual Taken Upload(Conversation& conversation) = 0;
-  /// Makes what is sent and saved from the parameters. DoesNotFit if the device can't hold a value.
-  virtual void BuildParameters() = 0;
+  /// Makes what is saved, and `sent` as well, from the parameters. DoesNotFit if the device can't hold a value.
+  virtual void BuildParameters(bool sent) = 0;
   /// Writes the parameters to the device. False on a failure; the user has been told.
   virtual bool Download(Conversation& conversation) = 0;
 
@@ -74,6 +78,7 @@ class WizardForm : public ConfigurationForm {
  private:
   void ControlChanged(const Control& control) override;
   void BehindAct() override;
+  void Form_Close() override;
   void NextCmd_Click();
   void BackCmd_Click();
   void UploadCmd_Click();
@@ -81,14 +86,29 @@ class WizardForm : public ConfigurationForm {
   void TimeOutTmr_Timer();
   /// Shows CurrentPage, with its step and its buttons.
   void ShowCurrentPage();
+  /// The same, with the hint that it may bear.
+  void ShowPage();
   /// Without a port only the work on files is left.
   void AdaptToPort();
   /// The buttons at the foot come behind all pages.
   void SetTabOrder();
   /// Carries out the selected option; unloads the form when it is done.
   void Finish();
+  /// Changes count from there.
+  void Came(Origin from);
   /// The values that the pages show now come from there.
   void ValuesCome(const std::string& source, const std::string& since);
+  bool HasChanged();
+  /// Does what NEXT does on each page that is not passed. False if one is not to be left: it is shown.
+  bool LeaveAllPages();
+  bool SaveChanged();
+  /// False if no file was written.
+  bool SaveAskedFor();
+  /// For the welcome page of the next wizard of this product and model.
+  void Keep();
+  std::string KeptName() const;
+  void OfferKept();
+  void Restore();
   /// Of the file that was picked last, without its folder.
   std::string FileName() const;
   bool IsTalking() const { return app.conversation != nullptr && &app.conversation->form == this; }
@@ -136,9 +156,14 @@ class WizardForm : public ConfigurationForm {
   Label       Label2           {ConfigFrame, "Label2",          {360, 2280, 8280,  540},
                                 "To open a previously saved configuration file, put a checkmark in the Open a Saved Configuration File option "
                                 "below and click NEXT."};
-  CheckBox    OpenConfigChk    {ConfigFrame, "OpenConfigChk",    {360, 3000,  315, 315}, "Open a Saved Configuration File"};
+  CheckBox    OpenConfigChk    {ConfigFrame, "OpenConfigChk",    {360, 3000,  315, 315}, "Open a Saved Configuration File",
+                                [this] { if (OpenConfigChk.Value == 1) RestoreChk.Value = 0; }};
   Label       OpenConfigChkLbl {ConfigFrame, "OpenConfigChkLbl", {720, 3000, 4200, 315}, "Open a Saved Configuration File",
                                 TextRole::Body, &WizardForm::OpenConfigChkLbl_Click};
+  CheckBox    RestoreChk       {ConfigFrame, "RestoreChk",       {360, 3360,  315, 315}, "",
+                                [this] { if (RestoreChk.Value == 1) OpenConfigChk.Value = 0; }};
+  Label       RestoreChkLbl    {ConfigFrame, "RestoreChkLbl",    {720, 3360, 4200, 315}, "", TextRole::Body,
+                                [this] { RestoreChk.Value = 1 - RestoreChk.Value; }};
 
   // Apply page
   Frame        ApplyFrame     {*this, "ApplyFrame", PagePlace};

@@ -20,8 +20,6 @@
 namespace vk32 {
 namespace {
 
-using namespace std::chrono_literals;
-
 constexpr Time IntoTheWait = 100ms;
 constexpr Time Prompt = 400ms;  // 200 ms, and as much for a busy machine; a tool tip that comes later wakes everything
 constexpr Time GivenUp = 2s;
