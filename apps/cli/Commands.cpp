@@ -38,7 +38,7 @@ void ReadInto(World& world, const Target& target, const std::string& port, const
 
 std::string BackUp(World& world, const Target& target, const std::string& port, const fs::path& folder) {
   MakeFolder(folder);
-  const std::string path = folder / (target.product + "-" + DateAndTime() + ".cfg");
+  std::string path = folder / (target.product + "-" + DateAndTime() + ".cfg");
   ReadInto(world, target, port, path);
   return path;
 }

@@ -51,7 +51,7 @@ Target FindTarget(const std::string& text, const std::string& model) {
     const std::string found = FindModel(whole ? model : text.substr(name.size() + 1));
     if (!found.empty()) return {name, found};
     throw Failure(ExitStatus::WrongUsage, "Which model of the " + name + "? Give it as --model " + ModelNames() +
-                                              ", or name " + name + "-DF1 or " + name + "-Modbus.");
+                                              "; a part of the name will do, as in " + name + "-Modbus.");
   }
   throw Failure(ExitStatus::WrongUsage, "There is no product " + text + ". Choose one of " + names + ".");
 }
@@ -94,7 +94,7 @@ std::string FindPort(PortNames& names, const std::string& port) {
   }
   int number = 1;
   while (number < MaxPorts && taken.contains("COM" + std::to_string(number))) ++number;
-  const std::string free = "COM" + std::to_string(number);
+  std::string free = "COM" + std::to_string(number);
   names.Assign(free, path);
   return free;
 }
