@@ -109,8 +109,9 @@ void CheckWidget::DrawMark(QPainter& painter, const QRectF& box) const {
 }
 
 OptionWidget::OptionWidget(OptionButton& option, QWidget& parent, Theme& theme) : MarkWidget(option, parent, theme) {
-  // The form clears the others.
-  setAutoExclusive(false);
+  // The form clears the others, not Qt; yet only what is exclusive is told to be a radio button.
+  alone_.setExclusive(false);
+  alone_.addButton(this);
 }
 
 void OptionWidget::DrawMark(QPainter& painter, const QRectF& box) const {

@@ -73,6 +73,7 @@ ScriptSession::Command ScriptSession::FindCommand(std::string_view name) {
       {"check", &ScriptSession::Check},
       {"scroll", &ScriptSession::Scroll},
       {"move", &ScriptSession::Move},
+      {"help", &ScriptSession::Help},
       {"get", &ScriptSession::Get},
       {"items", &ScriptSession::Items},
       {"forms", &ScriptSession::ListForms},
@@ -172,6 +173,11 @@ void ScriptSession::Move(std::string_view arguments) {
   } else {
     target.form->MouseMove();
   }
+}
+
+void ScriptSession::Help(std::string_view arguments) {
+  const Target target = Resolve(arguments);
+  Require(target.form->Help(), target);
 }
 
 // The questions

@@ -20,6 +20,7 @@ class SilentScreen : public Screen {
   Answer Ask(const MessageBoxRequest& request) override;
   std::optional<std::string> AskFile(const FileDialogRequest&) override { return file; }
   void OpenWebSite(const std::string&) override {}
+  std::string OpenManual(const std::string&) override { return {}; }
   void ProgramFaulted(int, const std::string& description) override { told.push_back(description); }
   void ProgramEnded() override {}
 

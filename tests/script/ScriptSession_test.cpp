@@ -66,6 +66,7 @@ TEST_F(ScriptSessionTest, ActsReachTheControls) {
     for (const std::string& command : Split(commands, ';')) EXPECT_EQ(h.Do(command), "");
     EXPECT_EQ(form.TakeLog(), log);
   }
+  EXPECT_EQ(h.Do("help Every"), "manual \"Every\"\n");
 }
 
 TEST_F(ScriptSessionTest, WhatAUserCanNotDoIsRefused) {

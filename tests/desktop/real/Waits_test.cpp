@@ -28,6 +28,7 @@ constexpr Time GivenUp = 2s;
 class AgreeingScreen : public DesktopScreen {
  public:
   Answer Ask(const MessageBoxRequest& request) override {
+    if (request.buttons == MessageButtons::SaveDiscardCancel) return Answer::Discard;
     return request.buttons == MessageButtons::YesNo ? Answer::Yes : Answer::OK;
   }
   std::optional<std::string> AskFile(const FileDialogRequest&) override { return file.Path(); }
