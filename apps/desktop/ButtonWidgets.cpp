@@ -33,7 +33,7 @@ void PushWidget::Hold(HeldBy by) {
 }
 
 void PushWidget::Activate() {
-  Press();
+  if (IsAttached()) Press();
   if (IsAttached()) Release();
   if (IsAttached()) Click();
 }

@@ -38,7 +38,7 @@ void FormScroll::Fit(QSize form, QSize room) {
   const QSize bars(tooHigh ? width : 0, tooWide ? width : 0);
   const QSize shown = form.boundedTo(room - bars);
   window_.setFixedSize(shown + bars);
-  across_.setGeometry(0, shown.height(), shown.width(), width);
+  across_.setGeometry(0, shown.height(), shown.width() + bars.width(), width);  // the corner, too
   down_.setGeometry(shown.width(), 0, width, shown.height());
   SetUp(across_, form.width(), shown.width());
   SetUp(down_, form.height(), shown.height());

@@ -141,6 +141,7 @@ void ListWidget::focusOutEvent(QFocusEvent* event) {
 }
 
 void ListWidget::showPopup() {
+  if (!IsAttached()) return;
   if (!moved_) Sync();
   if (list_.Locked) return;
   view()->installEventFilter(this);

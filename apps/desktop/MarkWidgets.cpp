@@ -43,7 +43,7 @@ MarkWidget<Button, MarkControl>::MarkWidget(MarkControl& control, QWidget& paren
 
 template <class Button, class MarkControl>
 void MarkWidget<Button, MarkControl>::Clicked() {
-  control_.Click();
+  if (IsAttached()) control_.Click();
   if (IsAttached()) Sync();
 }
 
