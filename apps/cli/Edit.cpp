@@ -52,9 +52,10 @@ std::string Nearest(const Listing& listing, const std::string& name) {
   return nearest;
 }
 
-bool IsMeant(const ListedValue& row, const std::string& name) {
-  const std::string path = Lower(row.Path());
-  return path == name || path.ends_with("/" + name) || Lower(row.page + "/" + row.field) == name;
+/// `path`: of the row, in small letters.
+bool IsMeant(const ListedValue& row, const std::string& path, const std::string& name) {
+  if (path.ends_with(name)) return path.size() == name.size() || path[path.size() - name.size() - 1] == '/';
+  return row.page.size() + 1 + row.field.size() == name.size() && Lower(row.page + "/" + row.field) == name;
 }
 
 [[noreturn]] void Refuse(const ListedValue& row, const std::string& why) {
@@ -125,8 +126,9 @@ std::size_t FindField(const Listing& listing, const std::string& name) {
   const std::string wanted = Lower(name);
   std::vector<std::size_t> meant;
   for (std::size_t i = 0; i < listing.size(); ++i) {
-    if (Lower(listing[i].Path()) == wanted) return i;
-    if (IsMeant(listing[i], wanted)) meant.push_back(i);
+    const std::string path = Lower(listing[i].Path());
+    if (path == wanted) return i;
+    if (IsMeant(listing[i], path, wanted)) meant.push_back(i);
   }
   if (meant.size() == 1) return meant[0];
   if (meant.empty()) {
