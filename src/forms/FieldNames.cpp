@@ -153,7 +153,7 @@ std::string ColumnHeads(const Control& cell) {
   return words;
 }
 
-std::string RowName(const Control& cell) {
+std::string RowName(const Control& cell, const std::function<std::string(const Control&)>& heads) {
   const Control* first = nullptr;
   if (const Frame* table = TableAround(cell)) {
     // Rows of labels, which are empty while they are not in use: the first column is known by its place.
@@ -162,12 +162,12 @@ std::string RowName(const Control& cell) {
       if (inRow && (!first || other->Left < first->Left)) first = other;
     }
     if (!first) first = table;
-  } else if (!ColumnHeads(cell).empty()) {
+  } else if (!heads(cell).empty()) {
     first = WordsAtLeft(cell, false);
   }
   if (!first) return {};
   const std::string words = first->Words().empty() ? std::to_string(first->Index().value_or(0)) : first->Words();
-  return ColumnHeads(*first) + " " + words;
+  return heads(*first) + " " + words;
 }
 
 const Label* HeadingAbove(const Control& control) {

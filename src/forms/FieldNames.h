@@ -2,6 +2,7 @@
 // from labels that are hidden with it.
 #pragma once
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -30,7 +31,8 @@ std::vector<const Label*> HeadsOf(const Control& cell);
 /// Their words.
 std::string ColumnHeads(const Control& cell);
 /// The row that a cell stands in, by the first column and its head: "Slot 3". Empty where there is no table.
-std::string RowName(const Control& cell);
+/// `heads`: ColumnHeads, or what remembers its results.
+std::string RowName(const Control& cell, const std::function<std::string(const Control&)>& heads = ColumnHeads);
 /// The nearest heading above, of what lies in the same frame; nullptr if there is none.
 const Label* HeadingAbove(const Control& control);
 /// The unit at the right of a field; empty if it has none.

@@ -172,6 +172,17 @@ TEST(EndToEnd, SimulatorOnADevice) {
   EXPECT_EQ(sim.Wait(), 1);
 }
 
+TEST(EndToEnd, ConfigurationsTravelOnTheCommandLine) {
+  const TemporaryFile file("card.cfg");
+  const std::string folder = fs::path(file.Path()).parent_path();
+  Process sim("vk32-sim", {"RBCard", "--port", "COM5"}, folder);
+  sim.Line();
+  const std::string device = fs::read_symlink(folder + "/vk32/COM5");
+  EXPECT_EQ(Process("vk32-cli", {"read", "RBCard", "--port", "COM5", "-y", "-o", file.Path()}, folder).Wait(), 0);
+  EXPECT_EQ(Process("vk32-cli", {"write", file.Path(), "--port", device, "-y", "--verify"}, folder).Wait(), 0);
+  EXPECT_EQ(sim.Line().substr(0, 17), "RBCard has stored");
+}
+
 TEST(EndToEnd, ExitStatuses) {
   const TemporaryFile commands("commands.vks");
   commands.Fill("# comment\r\n\r\nclick Splash\r\nget MainMenu.ProductModelLbl.Caption\r\nquit\r\nclick Nothing\r\n");
