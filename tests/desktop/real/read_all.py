@@ -15,13 +15,9 @@ ACCESSIBLE, ROOT = "org.a11y.atspi.Accessible", "/org/a11y/atspi/accessible/root
 ENABLED, EXPANDABLE, FOCUSABLE, MULTILINE, SHOWING = 8, 9, 11, 17, 25  # bits of a state
 
 # Role: whether it has to be named, its states besides being enabled, and its interfaces.
-ROLES = {
-    "frame": (True, set(), set()),
-    "dialog": (True, set(), set()),
-    "panel": (False, set(), set()),
-    "separator": (False, set(), set()),
-    "graphic": (True, set(), set()),
-    "label": (True, set(), set()),
+ROLES = {role: (True, set(), set()) for role in ("frame", "dialog", "graphic", "label", "column header")}
+ROLES |= {role: (False, set(), set()) for role in ("panel", "separator", "cell")}
+ROLES |= {
     "link": (True, {FOCUSABLE}, {"Action"}),
     "push button": (True, {FOCUSABLE}, {"Action"}),
     "check box": (True, {FOCUSABLE}, {"Action"}),
@@ -30,8 +26,6 @@ ROLES = {
     "text": (True, {FOCUSABLE}, {"Text"}),
     "terminal": (True, {FOCUSABLE, MULTILINE}, {"Text"}),
     "table": (True, set(), {"Table"}),
-    "cell": (False, set(), set()),
-    "column header": (True, set(), set()),
     "scroll bar": (True, set(), {"Value"}),
     "progress bar": (True, set(), {"Value"}),
 }
