@@ -9,6 +9,7 @@
 
 #include "cli/Configuration.h"
 #include "cli/FileContent.h"
+#include "forms/FieldNames.h"
 #include "platform/PortHolder.h"
 #include "shell/Products.h"
 
@@ -93,9 +94,7 @@ void ShowDeviceInfo(World& world, const std::string& product, const std::string&
   Json values;
   for (const Control* control : program.FormOf("DeviceInfo").Controls()) {
     if (control->GetKind() != Control::Kind::TextBox) continue;
-    std::string label = control->Name();
-    label.replace(label.size() - 3, 3, "Lbl");
-    const std::string name = program.FormOf("DeviceInfo").Get<Label>(label).Words();
+    const std::string name = NameOf(*control);
     values[name] = control->Words();
     if (!json) world.console.out << name << ": " << control->Words() << "\n";
   }

@@ -51,7 +51,7 @@ struct World {
   void Stop();
   /// Failure if the user has stopped the command.
   void LeaveIfStopped(const std::string& state) const {
-    if (stopped) throw Failure(ExitStatus::Stopped, "Stopped. " + state);
+    if (stopped) throw Failure(ExitStatus::Stopped, state.empty() ? "Stopped." : "Stopped. " + state);
   }
   /// Failure where the user would have to confirm something and nobody can be asked.
   void RequireUser() const;

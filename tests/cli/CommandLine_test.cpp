@@ -134,7 +134,7 @@ TEST(CommandLine, StoppedAtAnyTimeItEndsTheConversation) {
       cli.driver.Plug("COM3", &paced);
       cli.world.console.waitForEnter = [&](const std::string&) { return moment > 0ms || (cli.world.Stop(), false); };
       const Alarm stop(cli.loop, moment, [&] { cli.world.Stop(); });
-      EXPECT_TRUE(cli.Run(command).starts_with("7: Stopped. ")) << command << "\n" << cli.err.str();
+      EXPECT_TRUE(cli.Run(command).starts_with("7: Stopped.")) << command << "\n" << cli.err.str();
       EXPECT_EQ(cli.driver.WaitHandle(1), -1) << command;
       EXPECT_EQ(cli.Content("b.cfg"), "") << command;
     }

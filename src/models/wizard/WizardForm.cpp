@@ -154,12 +154,7 @@ void WizardForm::Came(Origin from) {
   stale_ = true;
 }
 
-void WizardForm::ValuesCome(const std::string& source, const std::string& since) {
-  const Listing values = List();
-  Came({source, since, values});
-  stale_ = false;
-  origin.Count(values);
-}
+void WizardForm::ValuesCome(const std::string& source, const std::string& since) { Came({source, since, List()}); }
 
 void WizardForm::ControlChanged(const Control& control) {
   // What stands on no page, or on the first or the last, shows no value.
