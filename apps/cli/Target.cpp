@@ -5,7 +5,7 @@
 #include <filesystem>
 #include <set>
 
-#include "core/RecordFile.h"
+#include "app/Backstage.h"
 #include "platform/Fault.h"
 #include "shell/Products.h"
 
@@ -57,26 +57,19 @@ Target FindTarget(const std::string& text, const std::string& model) {
 }
 
 Target TargetOfFile(const std::string& path) {
+  FileKind kind;
   try {
-    RecordFile file = RecordFile::ForReading(path);
-    std::string text;
-    for (int line = 0; line < 2; ++line) {  // some products' files begin with the program's version
-      file.Text(text);
-      const auto known = std::ranges::find(Products(), text, &Product::name);
-      if (known == Products().end()) continue;
-      Target target{text, {}};
-      file.Text(text);
-      if (target.product == ProductWithModels) target.model = text;
-      const bool isModel = std::ranges::find(Models(), text, &Model::name) != Models().end();
-      if (!target.model.empty() && !isModel) break;
-      return target;
-    }
-    throw Failure(ExitStatus::FileRefused, path + " names no product and model that VK32 knows.");
+    kind = KindOfFile(path);
   } catch (const RuntimeFault& fault) {
     const bool opened = fault.Code() == RuntimeFault::TypeMismatch || fault.Code() == RuntimeFault::InputPastEndOfFile;
     throw Failure(ExitStatus::FileRefused,
                   path + (opened ? " is no configuration file." : " can't be read: " + fault.Description() + "."));
   }
+  const bool models = kind.product == ProductWithModels;
+  const bool known = std::ranges::find(Products(), kind.product, &Product::name) != Products().end() &&
+                     (!models || std::ranges::find(Models(), kind.model, &Model::name) != Models().end());
+  if (known) return {kind.product, models ? kind.model : ""};
+  throw Failure(ExitStatus::FileRefused, path + " names no product and model that VK32 knows.");
 }
 
 std::string FindPort(PortNames& names, const std::string& port) {

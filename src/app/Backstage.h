@@ -10,6 +10,12 @@ namespace vk32 {
 
 class WizardForm;
 
+struct FileKind {
+  std::string product, model;  // of some products the model says nothing
+};
+/// By the first lines of a configuration file. They may name what there is not. Faults as a RecordFile does.
+FileKind KindOfFile(const std::string& path);
+
 /// Shows nothing and answers by itself: OK, No and Cancel, and one file to every dialog.
 class SilentScreen : public Screen {
  public:
