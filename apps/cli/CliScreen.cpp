@@ -6,8 +6,9 @@
 namespace vk32 {
 namespace {
 
-/// The labels that say how far a job is.
-constexpr std::string_view ProgressLabels[] = {"StatusLbl", "ProgressInfoLbl"};
+/// How far a wizard is stands in words in its status line; the installation of firmware has a bar beside its words.
+constexpr const char* StatusWords = "StatusLbl";
+constexpr const char* InstallationWords = "ProgressInfoLbl";
 
 std::string Percent(const ProgressBar& bar) {
   return bar.Max > 0 ? " " + std::to_string(bar.Value * 100 / bar.Max) + " %" : "";
@@ -43,13 +44,11 @@ void CliScreen::EndProgress() {
 
 void CliScreen::ControlChanged(Control& control, const PropertyBase&) {
   const auto* bar = dynamic_cast<const ProgressBar*>(&control);
-  std::string progress;
-  for (const std::string_view name : ProgressLabels) {
-    const auto* label = dynamic_cast<const Label*>(control.OwnerForm().Find(name));
-    if (label && (bar || label == &control)) progress = label->Caption;
-  }
-  if (progress.empty()) return;
-  if (bar) progress += Percent(*bar);
+  const auto* label = dynamic_cast<const Label*>(control.OwnerForm().Find(bar ? InstallationWords : control.Name()));
+  const bool tells = label && (bar || label->Name() == std::string_view(StatusWords) ||
+                               label->Name() == std::string_view(InstallationWords));
+  if (!tells || label->Words().empty()) return;
+  const std::string progress = label->Words() + (bar ? Percent(*bar) : "");
   if (progress == progress_) return;
   progress_ = progress;
   world_.console.err << "\r\033[K" << progress << std::flush;

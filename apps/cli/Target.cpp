@@ -50,8 +50,8 @@ Target FindTarget(const std::string& text, const std::string& model) {
     if (!models) return {name, {}};
     const std::string found = FindModel(whole ? model : text.substr(name.size() + 1));
     if (!found.empty()) return {name, found};
-    throw Failure(ExitStatus::WrongUsage, "Which model of the " + name + "? Give it as --model " + ModelNames() +
-                                              "; a part of the name will do, as in " + name + "-Modbus.");
+    throw Failure(ExitStatus::WrongUsage,
+                  "Which model of the " + name + "? Give it as --model " + ModelNames() + ", or a part of that.");
   }
   throw Failure(ExitStatus::WrongUsage, "There is no product " + text + ". Choose one of " + names + ".");
 }

@@ -309,7 +309,7 @@ ScriptSession::Target ScriptSession::Resolve(std::string_view name) const {
 }
 
 ScriptSession::Target ScriptSession::TurnTo(std::string_view name) const {
-  const Target target = Resolve(name);
+  Target target = Resolve(name);
   if (target.control && target.control->Shown()) target.form->FocusMoved(target.control);
   return target;
 }
