@@ -1,6 +1,7 @@
 // The widget of a text box of many lines.
 #include "TerminalWidget.h"
 
+#include <QAccessible>
 #include <QApplication>
 #include <QClipboard>
 #include <QFontMetricsF>
@@ -45,6 +46,9 @@ void TerminalWidget::Sync() {
     anchor_ = selectionEnd_ = 0;
     Wrap(start);
     top_ = LastTop();
+    const int from = static_cast<int>(change);
+    QAccessibleTextInsertEvent inserted(this, from, QAccessible::isActive() ? Part(from, Length()) : QString());
+    QAccessible::updateAccessibility(&inserted);
   }
   update();
 }
@@ -210,6 +214,40 @@ void TerminalWidget::mouseReleaseEvent(QMouseEvent*) {
 QString TerminalWidget::SelectedText() const {
   const auto [from, to] = std::minmax(anchor_, std::min(selectionEnd_, Text().size()));
   return FromBytes(std::string_view(Text()).substr(from, to - from)).remove(u'\r');
+}
+
+int TerminalWidget::Length() const { return IsAttached() ? static_cast<int>(Text().size()) : 0; }
+
+QString TerminalWidget::Part(int from, int to) const {
+  const int start = std::clamp(from, 0, Length());
+  const auto length = static_cast<std::size_t>(std::clamp(to, start, Length()) - start);
+  return length == 0 ? QString() : FromBytes(std::string_view(Text()).substr(static_cast<std::size_t>(start), length));
+}
+
+int TerminalWidget::CursorPosition() const { return IsAttached() ? std::min(box_.SelStart.Value(), Length()) : 0; }
+
+QRect TerminalWidget::CharacterPlace(int position) const {
+  const auto at = static_cast<std::size_t>(std::clamp(position, 0, Length()));
+  const std::size_t row = RowOf(at);
+  return CellsOf(static_cast<int>(row) - top_, rows_[row], at, at + 1).toAlignedRect();
+}
+
+int TerminalWidget::PositionNear(QPoint place) const { return static_cast<int>(PositionAt(place)); }
+
+std::pair<int, int> TerminalWidget::Selection() const {
+  const auto [from, to] = std::minmax(anchor_, selectionEnd_);
+  return {static_cast<int>(from), std::min(static_cast<int>(to), Length())};
+}
+
+void TerminalWidget::Select(int from, int to) {
+  anchor_ = static_cast<std::size_t>(std::clamp(from, 0, Length()));
+  selectionEnd_ = static_cast<std::size_t>(std::clamp(to, 0, Length()));
+  update();
+}
+
+void TerminalWidget::ShowPosition(int position) {
+  const int row = static_cast<int>(RowOf(static_cast<std::size_t>(std::clamp(position, 0, Length()))));
+  if (row < top_ || row >= top_ + VisibleRows()) ScrollTo(row);
 }
 
 void TerminalWidget::focusInEvent(QFocusEvent* event) {

@@ -85,6 +85,11 @@ std::optional<std::string> ScriptScreen::AskFile(const FileDialogRequest& reques
 
 void ScriptScreen::OpenWebSite(const std::string& url) { print_("web " + Quote(url)); }
 
+std::string ScriptScreen::OpenManual(const std::string& form) {
+  print_("manual " + Quote(form));
+  return {};
+}
+
 void ScriptScreen::ProgramFaulted(int number, const std::string& description) {
   faulted_ = true;
   print_("fault " + std::to_string(number) + " " + Quote(description));

@@ -191,6 +191,9 @@ bool DetectOfflineManager(Conversation& conversation) {
                    [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; });
     found = text.find(BannerName) != Bytes::npos && conversation.app.globals.TimeOutFlag == FlagFalse;
   }
+  if (!found && text.size() == BannerLength) {
+    conversation.exchange.Refuse("what came is not from the Offline Manager");
+  }
   timer.Interval = interval;
   conversation.Answered(found);
   conversation.CommFlush();

@@ -326,7 +326,7 @@ TEST(ConfigurationVkRtx, SendsItsChoicesInBlocksAndReadsThemBack) {
       EXPECT_EQ(Split(block)[0] + (data.empty() ? "" : " ") + data, block) << acts;
     }
     // The device and a file give back what they got.
-    EXPECT_EQ(user.Use("again\nclick UploadCmd\nfinish DownSaveOpt"), "reminder\nreminder\nsuccess\n");
+    EXPECT_EQ(user.Use("again\nclick UploadCmd\nfinish DownSaveOptLbl"), "reminder\nreminder\nsuccess\n");
     EXPECT_EQ(device.gateway.BlocksInForce(), sent) << acts;
     EXPECT_EQ(user.Use("again\nopen\nfinish DownOpt"), "reminder\nsuccess\n");
     EXPECT_EQ(device.gateway.BlocksInForce(), sent) << acts;
@@ -345,7 +345,7 @@ TEST(ConfigurationVkRtx, ShowsWhatADeviceSays) {
        "01 01 02 03 09 03 07 01 00 00 07"},
       {Df1, 3, "05 01 A8 C0 00 00 00 00 00 00 00 00 02 07 FF 00 00 00 00 00 09", "EthDHCPLst EthSpeedLst EthIPTxt",
        "Enabled|Auto Detect|192.168.1.5", nothing + "01 FF 00 00 00 00 00 09"},
-      {Df1, 4, "03", "Df1ModeLst(0) Df1ErrorLst(0)", "|CRC", "03"},
+      {Df1, 4, "03", "Df1ModeLst(0) Df1ErrorLst(0)\nget Df1ParamFrame(0).Visible", "|CRCvalue \"True\"\n", "03"},
       {Df1, 50, "32 01 A8 C0 00 05", "EIPClientIpAddrValLbl(0) EIPClientSlotTxt(0)", "192.168.1.50|0", ""},
       {Df1, 100, "FF 27 10 00 FF 01 02 00 FE 01 02 03 04",
        "RouteDestinationPortLbl(1) RouteIPAddressLbl(1) RouteSlotLbl(20)", "Channel B||20", ""},

@@ -13,8 +13,6 @@
 namespace vk32 {
 namespace {
 
-using namespace std::chrono_literals;
-
 int Setting(const char* name, int otherwise) {
   const char* text = std::getenv(name);
   return text != nullptr ? std::atoi(text) : otherwise;

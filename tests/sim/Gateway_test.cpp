@@ -9,8 +9,6 @@
 namespace vk32::sim {
 namespace {
 
-using namespace std::chrono_literals;
-
 const Bytes Ok(1, Ack);
 
 /// What the gateway says to bytes that come at `now`.

@@ -157,8 +157,9 @@ void WizardForm::Came(Origin from) {
 void WizardForm::ValuesCome(const std::string& source, const std::string& since) { Came({source, since, List()}); }
 
 void WizardForm::ControlChanged(const Control& control) {
-  // What stands on no page shows no value.
-  if (control.Parent()) stale_ = true;
+  // What stands on no page, or on the first or the last, shows no value.
+  const Frame* page = control.Parent();
+  if (page && page != &ConfigFrame && page != &ApplyFrame) stale_ = true;
   pageHint.Follow(control);
 }
 
