@@ -140,6 +140,25 @@ TEST(ConfigurationVkRtx, ARouteIsTakenWhole) {
   EXPECT_EQ(user.Use("see RouteDstLowLbl(1) RouteDstLowLbl(2)"), "|");
 }
 
+TEST(ConfigurationVkRtx, AnEditorSaysWhatItLacks) {
+  const std::string map = "fill ABModMapping 1|Typed R/W|7|0|4X|1|8|Integer|";
+  const std::array<std::string, 3> rows[] = {
+      {Df1, "", "Source Port is missing"},
+      {Df1, "fill Route 1|Channel A|x|9|Channel A", "Low: enter a number from 0 to 255"},
+      {Df1, "fill Route 1|Channel A|10|9|Channel A", "Low is above High"},
+      {Df1, "fill Route 1|Channel A|1|9|Ethernet|10", "IP Address: enter four numbers from 0 to 255, parted by points"},
+      {Df1, "fill Route 1|Channel A|1|9|Ethernet|1.1.1.1", ""},
+      {Modbus, "fill ABModMapping 1|Typed R/W|7|0|4X|0", "Data Type is missing"},
+      {Modbus, map + "1|256", "High Address: enter a number from 0 to 255"},
+      {Modbus, map + "1|2", ""}};
+  for (const auto& [model, acts, hint] : rows) {
+    VkRtx user(model.c_str());
+    const bool maps = model == Modbus;
+    user.Use((maps ? Maps + "click AddMapCmd\n" : Routes + "click AddRouteCmd\n") + acts);
+    EXPECT_EQ(user.Use(maps ? "see ABModMapping.HintLbl" : "see Route.HintLbl"), hint) << acts;
+  }
+}
+
 TEST(ConfigurationVkRtx, AsciiRoutesMakeClientsAndPanels) {
   const std::string a = "|Channel A|40|40|Ethernet|10.0.0.", b = "|Channel B|50|50|Ethernet|10.0.0.",
                     a1 = Route("1" + a + "1"),
@@ -395,8 +414,8 @@ TEST(ConfigurationVkRtx, FinishRefusesWhatHasNoBytes) {
         continue;
       }
       EXPECT_TRUE(told.starts_with("box critical \"Error!\" \"" + expected)) << told;
-      EXPECT_EQ(user.Use("page") + user.driver.written + user.file.Content() + user.app.globals.BlockTable[1],
-                "ApplyFrame");
+      EXPECT_EQ(user.Use("shown ApplyFrame") + user.driver.written + user.file.Content(), "-");
+      EXPECT_EQ(user.app.globals.BlockTable[1], "");
       EXPECT_EQ(user.app.globals.SocketTimeout + user.app.globals.RouteCount, 0);
     }
   }

@@ -211,6 +211,19 @@ TEST(Serial, ChecksTheSlots) {
             told("Invalid", "MappingFrame(2)"));
 }
 
+TEST(Serial, MarksTheSlotsThatShowWhatWillNotBeSent) {
+  Rb user("RB2000");
+  user.Use("to MappingFrame(0)\n" + Slot(0, "1|2|3|4") + Slot(1, "1|2|3|4"));
+  user.app.globals.ClearRegisters();
+  user.Decode();
+  const std::string look = "shown SlotMark(0) SlotMark(1) SlotMark(2)\nsee PageHintLbl",
+                    hint = ": what is shown is not what will be sent. Type it again or empty it.";
+  EXPECT_EQ(user.Use(look), "++-Slot 1" + hint);
+  EXPECT_EQ(user.Use(Slot(0, "|||") + look), "-+-Slot 2" + hint);
+  EXPECT_EQ(user.Use("click BackCmd\n" + look + "\nclick NextCmd\n" + look), "----+-Slot 2" + hint);
+  EXPECT_EQ(user.Use(Slot(1, "1|2|3|4") + look), "---");
+}
+
 TEST(Serial, TakesAndGivesAWholeConfiguration) {
   const std::string zeros = ToHex(Bytes(408, '\0')).substr(2);
   for (const auto& [kind, tag, address] : {std::tuple("RB2000", "QRV", "01"), {"RB3000", "Modbus", "00"}}) {
@@ -281,7 +294,7 @@ TEST(Serial, FinishRefusesWhatTheImageCannotHold) {
     WizardUser user(kind, &device);
     user.Use("to MappingFrame(0)\ntype ABFileTxt(4) 70000\nback ConfigFrame\n" + master);
     EXPECT_TRUE(user.Use("finish DownOpt").starts_with("box critical \"Error!\" " + words));
-    EXPECT_EQ(user.Use("page") + user.driver.written, "ApplyFrame");
+    EXPECT_EQ(user.Use("page") + user.driver.written, "MappingFrame(0)");
   }
 }
 
