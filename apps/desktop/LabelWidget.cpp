@@ -75,6 +75,9 @@ Qt::Alignment LabelWidget::Alignment() const {
 }
 
 QColor LabelWidget::TextColor() const {
+  if (theme_.highContrast && label_.role == TextRole::Step && label_.ForeColor == StepOther) {
+    return colors::OtherStepOnContrast;
+  }
   if (label_.ForeColor != SystemButtonText) return colors::FromForm(label_.ForeColor);
   return isEnabled() ? colors::OfRole(label_.role) : colors::Disabled;
 }
@@ -112,7 +115,9 @@ void LabelWidget::resizeEvent(QResizeEvent* event) {
   block_.reset();
 }
 
-bool LabelWidget::TakesMouse() const { return label_.OnClick || label_.OnMouseDown || label_.OnMouseUp; }
+bool LabelWidget::TakesMouse() const {
+  return IsAttached() && (label_.OnClick || label_.OnMouseDown || label_.OnMouseUp);
+}
 
 void LabelWidget::mousePressEvent(QMouseEvent* event) {
   if (!TakesMouse()) return event->ignore();
@@ -144,7 +149,7 @@ void LabelWidget::keyPressEvent(QKeyEvent* event) {
 }
 
 void LabelWidget::Activate() {
-  label_.Press();
+  if (IsAttached()) label_.Press();
   if (IsAttached()) label_.Release();
   if (IsAttached()) label_.Click();
 }

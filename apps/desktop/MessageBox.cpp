@@ -93,7 +93,7 @@ MessageBox::MessageBox(const MessageBoxRequest& request, const Theme& theme, QWi
       icon_(request.icon),
       theme_(theme),
       text_(FromWords(request.text), theme.Font(TextRole::Body), WidestText, Wrapping::Words),
-      answer_(request.buttons == MessageButtons::OK ? Answer::OK : Answer::No) {
+      answer_(Declining(request.buttons)) {
   setWindowTitle(FromWords(request.title));
   setWindowModality(Qt::ApplicationModal);
   // Read out by assistive technology when the box opens.
@@ -162,6 +162,14 @@ void MessageBox::AddButtons(MessageButtons buttons, bool yesBreaksSomething) {
   if (buttons == MessageButtons::OK) {
     AddButton(QStringLiteral("OK"), Answer::OK, right)->setFocus();
     return;
+  }
+  if (buttons == MessageButtons::SaveDiscardCancel) {
+    QPushButton* cancel = AddButton(QStringLiteral("&Cancel"), Answer::Cancel, right);
+    QPushButton* discard = AddButton(QStringLiteral("&Discard"), Answer::Discard, right);
+    QPushButton* save = AddButton(QStringLiteral("&Save"), Answer::Save, right);
+    setTabOrder(save, discard);
+    setTabOrder(discard, cancel);
+    return save->setFocus();
   }
   QPushButton* no = AddButton(QStringLiteral("&No"), Answer::No, right);
   QPushButton* yes = AddButton(QStringLiteral("&Yes"), Answer::Yes, right);

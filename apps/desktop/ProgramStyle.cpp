@@ -25,12 +25,13 @@ bool Has(const QStyleOption& option, QStyle::StateFlag flag) { return option.sta
 
 void DrawField(QPainter& painter, const QStyleOption& option, bool focused) {
   const double thickness = focused ? 2 : 1;
-  DrawBox(painter, option.rect, 3, focused ? colors::Text : colors::Border, option.palette.color(QPalette::Base),
-          thickness, thickness);
+  DrawBox(painter, option.rect, 3, focused ? colors::Text : option.palette.color(QPalette::Dark),
+          option.palette.color(QPalette::Base), thickness, thickness);
 }
 
 void DrawList(QPainter& painter, const QStyleOptionComboBox& option, bool focused) {
   DrawField(painter, option, focused);
+  if (!option.subControls.testFlag(QStyle::SC_ComboBoxArrow)) return;
   const QRect area = option.rect;
   const QColor color = Has(option, QStyle::State_Enabled) ? colors::Text : colors::Disabled;
   DrawChevron(painter, QPointF(area.right() + 1 - 14, area.top() + area.height() / 2.0), Direction::Down, color);

@@ -17,6 +17,7 @@ constexpr int Gap = 4;        // between two columns
 void RowWidget::Sync() {
   LabelWidget::Sync();
   setAccessibleName(text().replace(u'\t', QStringLiteral(", ")));
+  setAccessibleDescription(row_.Chosen ? QStringLiteral("chosen") : QString());
   update();
 }
 

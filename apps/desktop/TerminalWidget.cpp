@@ -1,6 +1,7 @@
 // The widget of a text box of many lines.
 #include "TerminalWidget.h"
 
+#include <QAccessible>
 #include <QApplication>
 #include <QClipboard>
 #include <QFontMetricsF>
@@ -33,7 +34,15 @@ TerminalWidget::TerminalWidget(TextBox& box, QWidget& parent, Theme& theme)
   setAttribute(Qt::WA_InputMethodEnabled, false);
 }
 
-void TerminalWidget::Sync() { update(); }
+void TerminalWidget::Sync() {
+  const std::size_t change = box_.TakeChange();
+  if (change < Text().size() && QAccessible::isActive()) {
+    const int from = static_cast<int>(change);
+    QAccessibleTextInsertEvent inserted(this, from, Part(from, Length()));
+    QAccessible::updateAccessibility(&inserted);
+  }
+  update();
+}
 
 QString TerminalWidget::RowText(const TextRow& row) const {
   QString text = FromBytes(std::string_view(Text()).substr(row.start, row.length));
@@ -183,6 +192,38 @@ void TerminalWidget::contextMenuEvent(QContextMenuEvent* event) {
   add(QStringLiteral("Select &All"), !Text().empty(), [this] { box_.Mark(0, static_cast<int>(Text().size())); });
   // Shown without waiting for it: the device goes on meanwhile, and the form may close.
   menu->popup(event->globalPos());
+}
+
+int TerminalWidget::Length() const { return IsAttached() ? static_cast<int>(Text().size()) : 0; }
+
+QString TerminalWidget::Part(int from, int to) const {
+  const int start = std::clamp(from, 0, Length());
+  const auto length = static_cast<std::size_t>(std::clamp(to, start, Length()) - start);
+  return length == 0 ? QString() : FromBytes(std::string_view(Text()).substr(static_cast<std::size_t>(start), length));
+}
+
+int TerminalWidget::CursorPosition() const { return IsAttached() ? std::min(box_.SelStart.Value(), Length()) : 0; }
+
+QRect TerminalWidget::CharacterPlace(int position) const {
+  const auto at = static_cast<std::size_t>(std::clamp(position, 0, Length()));
+  const int row = box_.Rows().RowOf(at);
+  return CellsOf(row - box_.TopRow, box_.Rows()[row], at, at + 1).toAlignedRect();
+}
+
+int TerminalWidget::PositionNear(QPoint place) const { return static_cast<int>(PositionAt(place)); }
+
+std::pair<int, int> TerminalWidget::Selection() const {
+  return {box_.MarkStart, box_.MarkStart + box_.MarkLength};
+}
+
+void TerminalWidget::Select(int from, int to) {
+  const int start = std::clamp(from, 0, Length());
+  box_.Mark(start, std::clamp(to, start, Length()) - start);
+}
+
+void TerminalWidget::ShowPosition(int position) {
+  const int row = box_.Rows().RowOf(static_cast<std::size_t>(std::clamp(position, 0, Length())));
+  if (row < box_.TopRow || row >= box_.TopRow + VisibleRows()) box_.ScrollTo(row);
 }
 
 void TerminalWidget::focusInEvent(QFocusEvent* event) {

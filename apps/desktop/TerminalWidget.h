@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <string>
+#include <utility>
 
 #include "ControlWidget.h"
 
@@ -20,6 +21,16 @@ class TerminalWidget : public QWidget, public ControlWidget {
   QString VisibleText() const;
   int Columns() const { return box_.screenful.columns; }
   int VisibleRows() const { return box_.screenful.rows; }
+
+  // For assistive technology. Positions are those of the text.
+  int Length() const;
+  QString Part(int from, int to) const;
+  int CursorPosition() const;
+  QRect CharacterPlace(int position) const;
+  int PositionNear(QPoint place) const;
+  std::pair<int, int> Selection() const;
+  void Select(int from, int to);
+  void ShowPosition(int position);
 
  protected:
   void paintEvent(QPaintEvent* event) override;

@@ -89,16 +89,16 @@ std::shared_ptr<Conversation> Firmware::BeginProbe() {
 void Firmware::ProbeAndInstall() {
   const auto conversation = BeginProbe();
   if (!conversation) return;
-  probing_ = true;
+  Busy = probing_ = true;
   const bool found = DetectOfflineManager(*conversation);
-  probing_ = false;
+  Busy = probing_ = false;
   if (conversation->IsOver()) return;
   if (!found) {
     // A port that has gone can only come back by a new open.
     if (conversation->WaitHandle() < 0) conversation_.reset();
     app_.forms.MsgBox(
         "Press the Configuration Button on the " + conversation->product + "\r\nbefore attepmting to continue.",
-        MessageIcon::Information);
+        MessageIcon::Information, "VK32", conversation->exchange.Details());
     SetFocus(BackCmd);
     return;
   }
@@ -107,7 +107,9 @@ void Firmware::ProbeAndInstall() {
   NextCmd.Visible = false;
   BackCmd.Visible = false;
   FirmwareInstalling = true;
+  Busy = true;
   const bool installed = InstallFirmware(*conversation, FirmFileTxt.Text);
+  Busy = false;
   conversation_.reset();
   ProgressInfoLbl.Caption =
       installed ? "Firmware has been successfully installed." : "An error has occured while installing firmware.";

@@ -1,6 +1,7 @@
 // The recovery terminal.
 #include "firmware/OfflineMngr.h"
 
+#include "core/Convert.h"
 #include "firmware/FirmwareFile.h"
 #include "link/Frames.h"
 #include "link/VKComSubs.h"
@@ -74,8 +75,13 @@ void OfflineMngr::tmrTime_Timer() {
   Bytes data;
   if (conversation) conversation->CommRead(data, PollLength);
   if (!IsLoaded()) return;
-  if (data.empty()) {
-    if (conversation) ShowInfo();  // the port may have gone
+  if (data.empty() && conversation && conversation->HasGone()) {
+    conversation->CommClose();
+    LetGoOfClosedPort();
+    app_.forms.MsgBox("The device on COM" + Str(conversation->port) +
+                          " has gone.\r\nPlug it in again, close this window, and open it anew.",
+                      MessageIcon::Critical, "Error!");
+  } else if (data.empty()) {
     // A silent line wakes nobody.
     tmrTime.SleepUntilReadable(conversation ? conversation->WaitHandle() : -1);
   } else {

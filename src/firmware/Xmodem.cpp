@@ -70,7 +70,10 @@ std::uint8_t Xmodem::XmodemReadByte(int limit) {
   StartTimer(limit);
   Bytes byte;
   const auto over = [&] { return !byte.empty() || XmodemTimedOut || conversation_.IsOver(); };
-  while (!over()) PollPort(conversation_, byte, 1, over);
+  // What has gone answers no more; asked behind a read that found nothing.
+  bool gone = false;
+  const auto overOrGone = [&] { return over() || (gone = conversation_.HasGone()); };
+  while (!gone && !over()) PollPort(conversation_, byte, 1, overOrGone);
   XmodemTimer.reset();
   const bool answered = !XmodemTimedOut && !byte.empty() && !conversation_.IsOver();
   conversation_.Answered(answered);

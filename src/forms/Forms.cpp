@@ -114,6 +114,11 @@ bool Forms::AskYesNo(const std::string& text, bool yesBreaksSomething, const std
   return WaitForUser([&] { return screen_.Ask(question); }) == Answer::Yes;
 }
 
+Answer Forms::AskToSave(const std::string& text, const std::string& title) {
+  const MessageBoxRequest question{text, MessageIcon::Question, title, MessageButtons::SaveDiscardCancel, false};
+  return WaitForUser([&] { return screen_.Ask(question); });
+}
+
 std::optional<std::string> Forms::AskFile(const FileDialogRequest& request) {
   return WaitForUser([&] { return screen_.AskFile(request); });
 }

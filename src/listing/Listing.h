@@ -44,6 +44,9 @@ Listing ListPages(const std::vector<ListedPage>& pages, const std::vector<Foreto
 /// Those that are shown.
 Listing Shown(Listing listing);
 
+/// Enters a listed value into its control, unless it is there already, and runs the handler, as the user would.
+void SetValue(Control& control, const std::string& value);
+
 struct Difference {
   std::string page, group, field;
   std::optional<std::string> left, right;  // with their units; nothing: only the other side has the field

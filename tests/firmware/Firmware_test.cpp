@@ -6,8 +6,6 @@
 namespace vk32 {
 namespace {
 
-using namespace std::chrono_literals;
-
 const Bytes Probe = "\x1B", Erase = FromHex("A5 FB"), Leave = FromHex("A5 A5");
 const std::string Failed = "An error has occured while installing firmware.";
 
@@ -66,6 +64,7 @@ TEST(Firmware, TheProbeWantsTheWholeBannerInASecondAndErasesNothingOnceItWasLeft
     h.Do(meanwhile);
     EXPECT_EQ(h.Next().find("Press the Configuration Button on the VK-RTX") == Bytes::npos, !meanwhile.empty());
     EXPECT_EQ(h.driver.written, Probe);
+    EXPECT_TRUE(meanwhile.empty() || !h.app.comm.IsOpen(3));
     EXPECT_EQ(h.Elapsed(), lasts);
   }
 }

@@ -5,8 +5,6 @@
 namespace vk32 {
 namespace {
 
-using namespace std::chrono_literals;
-
 const std::string Menu =
     "\r\n\r\nMain Menu\r\n\r\n  1. Show Firmware Version\r\n  2. Write New Firmware\r\n  3. Restart\r\n\r\nSelection: ";
 /// The terminal is open, on a line to that device.
@@ -82,7 +80,9 @@ TEST(OfflineMngr, AFileGoesAsTextInThePiecesOfTheProductOrByXmodem) {
     GatewayDevice device(product == "VK-RTX" ? "VK-RTX-DF1" : product, {.naks = content.size() == 129 ? 1 : 0});
     Terminal h(product, device);
     h.Do("keys OfflineMngr.Term 2y\nwait 3100");
-    const std::string told = h.Send("answer yes\nanswer " + answer, content);
+    const std::string told =
+        h.Send("after 0 get OfflineMngr.ProgressBar.Visible\nanswer yes\nanswer " + answer, content);
+    EXPECT_TRUE(content.empty() || told.ends_with("value \"True\"\n")) << told;
     EXPECT_EQ(told.find("Xmodem") == Bytes::npos, answer.empty());
     std::erase_if(h.driver.calls, [](const std::string& call) { return !call.starts_with("Write"); });
     EXPECT_TRUE(writes.empty() || h.driver.calls == Split(writes, '|'));
@@ -126,6 +126,13 @@ TEST(OfflineMngr, ADeclinedQuestionAndACancelledDialogSendNothing) {
   }
   EXPECT_EQ(h.driver.written, "\r");
   EXPECT_EQ(h.Get("OfflineMngr.tmrTime.Enabled"), "True");
+}
+
+TEST(OfflineMngr, LetsGoOfADeviceThatHasGone) {
+  GatewayDevice device("RB2000", {.unplugAfter = 20}, true);
+  Terminal h("RB2000", device);
+  EXPECT_EQ(h.Text().substr(0, 13), Menu.substr(0, 13));
+  EXPECT_TRUE(!h.app.comm.IsOpen(3) && h.app.conversation == nullptr);
 }
 
 TEST(OfflineMngr, XmodemFailures) {

@@ -59,7 +59,8 @@ TEST(Listing, ComparesByFieldInTheOrderOfThePages) {
 
 TEST(Listing, KnowsWhatPagesWillShow) {
   WizardUser user("VK-RTX-DF1");
-  user.Use(Dhcp + "to SerProtoFrame(0)\nselect SerProtoLst(0) ASCII\nto RoutingFrame\nclick AddRouteCmd\n"
+  user.Use(Dhcp +
+           "to SerProtoFrame(0)\nselect SerProtoLst(0) ASCII\nto RoutingFrame\nclick AddRouteCmd\n"
            "fill Route 1|Channel A|1|1|Ethernet|10.0.0.1\nclick Route.PerformRouteCmd");
   const Listing before = WizardOf(user).List();
   user.Use("to ApplyFrame");
@@ -90,7 +91,8 @@ TEST(Listing, SaysWhereTheValuesComeFrom) {
       {&device, change + "select ChbModProtocolLst RTU\n", "Factory values|No changes"},
       {&device, change + "click UploadCmd\n", "reminder\nRead from COM3, 21:40|No changes"},
       {&broken, change + "click UploadCmd\n", "reminder\nPartly read from COM3, 21:40|1 value changed"},
-      {nullptr, change + "finish SaveOpt\nclick ProductMenu.ConfigureCmd\nopen\n" + change, "Opened plant.cfg|No changes"},
+      {nullptr, change + "finish SaveOpt\nclick ProductMenu.ConfigureCmd\nopen\n" + change,
+       "Opened plant.cfg|No changes"},
   };
   for (const auto& [port, acts, told] : rows) {
     WizardUser user("RB2000", port);

@@ -27,12 +27,16 @@ class WizardForm : public ConfigurationForm {
   void ShowWizardStep(int page);
   /// Shows the first frame of the page and hides all others. A number that is no page does nothing.
   void ShowWizardFrame(int page);
+  /// Says something on the page that shows, until a value changes or another page comes.
+  void ShowHint(const std::string& hint);
+  /// After the user has been told that the value is refused: leads to it. Only a refused Finish or Save shows another
+  /// page.
+  void ShowRefused(const Control& value, const std::string& hint);
   /// All pages between the first and the last, those that are passed and fields that don't show included.
   Listing List();
   /// Asks for a file and opens it. False if that did not lead to an open file; the user has been told.
   bool OpenFileAskedFor();
-  /// Says something on the page that shows, until a value changes or another page comes.
-  void ShowHint(const std::string& hint);
+  bool MayGo() override;
 
  protected:
   /// `timeOutInterval`: of TimeOutTmr at load, in ms; the tops: of the last two lines of the side menu.
@@ -51,10 +55,13 @@ class WizardForm : public ConfigurationForm {
   /// What controls will show when their page is reached, where they don't say so yet.
   virtual std::vector<Foretold> Foretell() const { return {}; }
 
+  /// Behind the values of an earlier wizard, which have been entered into the fields and the cells of tables.
+  virtual void CellsRestored() {}
+
   /// Reads the parameters from the device into the pages.
   virtual Taken Upload(Conversation& conversation) = 0;
-  /// Makes what is sent and saved from the parameters. DoesNotFit if the device can't hold a value.
-  virtual void BuildParameters() = 0;
+  /// Makes what is saved, and `sent` as well, from the parameters. DoesNotFit if the device can't hold a value.
+  virtual void BuildParameters(bool sent) = 0;
   /// Writes the parameters to the device. False on a failure; the user has been told.
   virtual bool Download(Conversation& conversation) = 0;
 
@@ -64,16 +71,22 @@ class WizardForm : public ConfigurationForm {
   /// parameters are what they were.
   bool TakeOver(const std::function<void()>& step);
 
-  /// After the user has been told that the value is refused: leads to it.
-  void ShowRefused(const Control& value, const std::string& hint);
+  /// True for three good addresses; else the user has been told, and led to the first that is not.
+  bool EthernetFieldsAreValid();
   /// Of a hint's words, on the form: in two lines below the fields.
   virtual Place HintPlace() const { return {4500, 7035, 7980, 480}; }
+
+  /// A page has come.
+  virtual void PageShown() {}
 
   App& app;
 
  private:
   void ControlChanged(const Control& control) override;
+  /// The page that the control lies on, or -1.
+  int PageOf(const Control& control);
   void BehindAct() override;
+  void Form_Close() override;
   void NextCmd_Click();
   void BackCmd_Click();
   void UploadCmd_Click();
@@ -87,10 +100,30 @@ class WizardForm : public ConfigurationForm {
   void SetTabOrder();
   /// Carries out the selected option; unloads the form when it is done.
   void Finish();
+  /// Changes count from there.
+  void Came(Origin from);
   /// The values that the pages show now come from there.
   void ValuesCome(const std::string& source, const std::string& since);
+  bool HasChanged();
+  /// Does what NEXT does on each page that is not passed. False if one is not to be left: it is shown.
+  bool LeaveAllPages();
+  bool SaveChanged();
+  /// False if no file was written.
+  bool SaveAskedFor();
+  /// For the welcome page of the next wizard of this product and model.
+  void Keep();
+  std::string KeptName() const;
+  void OfferKept();
+  void Restore();
   /// Of the file that was picked last, without its folder.
   std::string FileName() const;
+  /// What a hint says, in one line; empty: it has gone, and what was told before is back.
+  void TellInStatus(const std::string& words);
+
+  int shownPage_ = 0;
+  bool leadsAnywhere_ = false;  // a refused value brings its page, whichever shows
+  std::string hintInStatus_, statusBefore_;
+
   bool IsTalking() const { return app.conversation != nullptr && &app.conversation->form == this; }
   void OpenConfigChkLbl_Click();
 
@@ -119,8 +152,7 @@ class WizardForm : public ConfigurationForm {
   Frame       StatusFrame     {*this, "StatusFrame",     {   0, 8400, 12840, 360}, Fill::Side};
   Frame       StatusLineFrame {*this, "StatusLineFrame", {   0, 8400, 12840,  15}, Fill::Hairline};
   StatusLine  status          {*this, {240, 8415, 9450, 345}, Place{9930, 8520, 2550, 120}};
-
-  PageHint    pageHint        {*this};
+  PageHint    pageHint        {*this, [this](const std::string& words) { TellInStatus(words); }};
 
   Timer       TimeOutTmr;
   FileDialog  OpenSaveConfigDialog {*this, "OpenSaveConfigDialog"};
@@ -136,9 +168,14 @@ class WizardForm : public ConfigurationForm {
   Label       Label2           {ConfigFrame, "Label2",          {360, 2280, 8280,  540},
                                 "To open a previously saved configuration file, put a checkmark in the Open a Saved Configuration File option "
                                 "below and click NEXT."};
-  CheckBox    OpenConfigChk    {ConfigFrame, "OpenConfigChk",    {360, 3000,  315, 315}, "Open a Saved Configuration File"};
+  CheckBox    OpenConfigChk    {ConfigFrame, "OpenConfigChk",    {360, 3000,  315, 315}, "Open a Saved Configuration File",
+                                [this] { if (OpenConfigChk.Value == 1) RestoreChk.Value = 0; }};
   Label       OpenConfigChkLbl {ConfigFrame, "OpenConfigChkLbl", {720, 3000, 4200, 315}, "Open a Saved Configuration File",
                                 TextRole::Body, &WizardForm::OpenConfigChkLbl_Click};
+  CheckBox    RestoreChk       {ConfigFrame, "RestoreChk",       {360, 3360,  315, 315}, "",
+                                [this] { if (RestoreChk.Value == 1) OpenConfigChk.Value = 0; }};
+  Label       RestoreChkLbl    {ConfigFrame, "RestoreChkLbl",    {720, 3360, 4200, 315}, "", TextRole::Body,
+                                [this] { RestoreChk.Value = 1 - RestoreChk.Value; }};
 
   // Apply page
   Frame        ApplyFrame     {*this, "ApplyFrame", PagePlace};
