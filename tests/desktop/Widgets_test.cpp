@@ -134,6 +134,7 @@ TEST_F(WidgetsTest, TheMouseReachesWhatWantsItOrElseTheForm) {
   for (const Control* control : clicked) Click(*control);
   EXPECT_EQ(form.TakeLog(), "label down up site form flag:1 two ");
   EXPECT_FALSE(As<QAbstractButton>(form.OneOpt).isChecked());
+  EXPECT_EQ(WidgetOf(form.SiteLbl).cursor().shape(), Qt::PointingHandCursor);
   As<QAbstractButton>(form.FlagChk).toggle();  // as assistive technology does
   for (const Control* control : Controls{&form.SiteLbl, &form.NameLbl, &form.NextCmd})
     MouseMove(WidgetOf(*control), {5, 5});
