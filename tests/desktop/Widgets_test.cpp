@@ -221,6 +221,7 @@ TEST_F(WidgetsTest, TheTerminalWrapsFollowsTheEndAndSendsEveryKey) {
   Press(terminal, Qt::Key_Escape, {}, "\x1B");
   // What is selected goes through the clipboard, and back in as keys.
   constexpr auto Shortcut = Qt::ControlModifier | Qt::ShiftModifier;
+  QGuiApplication::clipboard()->clear();
   MouseMove(terminal, {300, 30});
   Press(terminal, Qt::Key_C, Shortcut);
   EXPECT_EQ(QGuiApplication::clipboard()->text(), "") << "nothing has been selected";
