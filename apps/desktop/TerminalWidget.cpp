@@ -212,9 +212,7 @@ QRect TerminalWidget::CharacterPlace(int position) const {
 
 int TerminalWidget::PositionNear(QPoint place) const { return static_cast<int>(PositionAt(place)); }
 
-std::pair<int, int> TerminalWidget::Selection() const {
-  return {box_.MarkStart, box_.MarkStart + box_.MarkLength};
-}
+std::pair<int, int> TerminalWidget::Selection() const { return {box_.MarkStart, box_.MarkStart + box_.MarkLength}; }
 
 void TerminalWidget::Select(int from, int to) {
   const int start = std::clamp(from, 0, Length());
