@@ -85,6 +85,13 @@ std::optional<std::string> ScriptScreen::AskFile(const FileDialogRequest& reques
 
 void ScriptScreen::OpenWebSite(const std::string& url) { print_("web " + Quote(url)); }
 
+void ScriptScreen::CopyText(const std::string& text) { print_("copied " + Quote(text)); }
+
+std::string ScriptScreen::OpenManual(const std::string& form) {
+  print_("manual " + Quote(form));
+  return {};
+}
+
 void ScriptScreen::ProgramFaulted(int number, const std::string& description) {
   faulted_ = true;
   print_("fault " + std::to_string(number) + " " + Quote(description));

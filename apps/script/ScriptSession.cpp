@@ -73,6 +73,7 @@ ScriptSession::Command ScriptSession::FindCommand(std::string_view name) {
       {"check", &ScriptSession::Check},
       {"scroll", &ScriptSession::Scroll},
       {"move", &ScriptSession::Move},
+      {"help", &ScriptSession::Help},
       {"get", &ScriptSession::Get},
       {"items", &ScriptSession::Items},
       {"forms", &ScriptSession::ListForms},
@@ -172,6 +173,11 @@ void ScriptSession::Move(std::string_view arguments) {
   } else {
     target.form->MouseMove();
   }
+}
+
+void ScriptSession::Help(std::string_view arguments) {
+  const Target target = Resolve(arguments);
+  Require(target.form->Help(), target);
 }
 
 // The questions
@@ -303,7 +309,7 @@ ScriptSession::Target ScriptSession::Resolve(std::string_view name) const {
 }
 
 ScriptSession::Target ScriptSession::TurnTo(std::string_view name) const {
-  const Target target = Resolve(name);
+  Target target = Resolve(name);
   if (target.control && target.control->Shown()) target.form->FocusMoved(target.control);
   return target;
 }

@@ -10,27 +10,21 @@
 namespace vk32 {
 namespace {
 
-struct Kind {
-  std::string product, model;
-};
-
 bool IsProduct(const std::string& name) {
   const auto products = Products();
   return std::any_of(products.begin(), products.end(), [&](const Product& product) { return product.name == name; });
 }
 
-/// By the first lines of the file: product and model, behind the program's version in those of the VK5300. Faults as
-/// a RecordFile does.
-Kind KindOf(const std::string& path) {
+}  // namespace
+
+FileKind KindOfFile(const std::string& path) {
   RecordFile file = RecordFile::ForReading(path);
-  Kind kind;
+  FileKind kind;
   file.Text(kind.product);
-  if (!IsProduct(kind.product)) file.Text(kind.product);
+  if (!IsProduct(kind.product)) file.Text(kind.product);  // behind the program's version
   file.Text(kind.model);
   return kind;
 }
-
-}  // namespace
 
 Answer SilentScreen::Ask(const MessageBoxRequest& request) {
   told.push_back(request.text);
@@ -52,9 +46,9 @@ WizardForm& Backstage::Begin(const std::string& product, const std::string& mode
 }
 
 WizardForm* Backstage::Open(const std::string& path) {
-  Kind kind;
+  FileKind kind;
   try {
-    kind = KindOf(path);
+    kind = KindOfFile(path);
   } catch (const RuntimeFault& fault) {
     screen.told.push_back(path + " can't be read as a configuration file: " + fault.Description());
     return nullptr;

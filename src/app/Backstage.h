@@ -10,6 +10,12 @@ namespace vk32 {
 
 class WizardForm;
 
+struct FileKind {
+  std::string product, model;  // of some products the model says nothing
+};
+/// By the first lines of a configuration file. They may name what there is not. Faults as a RecordFile does.
+FileKind KindOfFile(const std::string& path);
+
 /// Shows nothing and answers by itself: OK, No and Cancel, and one file to every dialog.
 class SilentScreen : public Screen {
  public:
@@ -20,6 +26,7 @@ class SilentScreen : public Screen {
   Answer Ask(const MessageBoxRequest& request) override;
   std::optional<std::string> AskFile(const FileDialogRequest&) override { return file; }
   void OpenWebSite(const std::string&) override {}
+  std::string OpenManual(const std::string&) override { return {}; }
   void ProgramFaulted(int, const std::string& description) override { told.push_back(description); }
   void ProgramEnded() override {}
 

@@ -34,6 +34,7 @@ enum class TextRole {
   TableText,    // row of a dense table
   TableName,    // by which a row is called
   Muted,        // units and second lines
+  MutedRight,   // the same, right-aligned
   Small,        // what is, in the lines beside a page: muted; wraps where it is two lines high
   SplashName,   // on the splash page
   SplashSubtitle,

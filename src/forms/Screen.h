@@ -64,6 +64,10 @@ class Screen {
   /// Shows a modal file dialog; nothing if the user cancelled it.
   virtual std::optional<std::string> AskFile(const FileDialogRequest& request) = 0;
   virtual void OpenWebSite(const std::string& url) = 0;
+  /// Puts a text, with its line ends, into the clipboard of the user's desktop. A screen without one passes it over.
+  virtual void CopyText(const std::string&) {}
+  /// Opens the page of the manual that belongs to the form of that name. Empty, or why it can't be opened.
+  virtual std::string OpenManual(const std::string& form) = 0;
 
   /// A fault that nothing caught ends the program; ProgramEnded follows.
   virtual void ProgramFaulted(int number, const std::string& description) = 0;

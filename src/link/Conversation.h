@@ -56,6 +56,8 @@ class Conversation {
   std::int32_t CommWriteLast(const Bytes& data);
 
   bool IsOpen() const;
+  /// The port is open and its device is not there any more: the port is of use only once it has been opened anew.
+  bool HasGone() const { return IsOpen() && WaitHandle() < 0; }
   /// A descriptor that becomes readable when bytes come; -1: there is none.
   int WaitHandle() const;
   /// The clock of its waits.

@@ -18,20 +18,24 @@ constexpr Time SettlingTime = std::chrono::milliseconds(50);
 constexpr const char* BannerName = "offline manager";
 constexpr Purpose TestingPort{"The test of the port", "Wait until it has ended."};
 
-/// Lets the clock of the form run, and `pass` again and again, until `done` or the end of the time. Clears the flag
-/// first. The timer is disabled on return. `bytes`: how many it waits for; 0: for an ACK.
+/// Lets the clock of the form run, and `pass` again and again, until `done` or the end of the time, which is there as
+/// well once the device has gone: it answers no more. Clears the flag first. The timer is disabled on return. `bytes`:
+/// how many it waits for; 0: for an ACK.
 void WaitUntil(Conversation& conversation, int bytes, const std::function<bool()>& done,
                const std::function<void(const std::function<bool()>& over)>& pass) {
   Globals& globals = conversation.app.globals;
   Timer& timer = conversation.TimeOutTmr();
   const auto over = [&] { return done() || globals.TimeOutFlag == FlagTrue || conversation.IsOver(); };
+  // Asked behind a read that found nothing: what had come before is taken first.
+  bool gone = false;
+  const auto overOrGone = [&] { return over() || (gone = conversation.HasGone()); };
   globals.TimeOutFlag = FlagFalse;
   timer.Enabled = true;
   conversation.exchange.WaitBegins(bytes);
-  while (!over()) pass(over);
+  while (!gone && !over()) pass(overOrGone);
   conversation.exchange.WaitEnds();
   timer.Enabled = false;
-  if (conversation.IsOver()) globals.TimeOutFlag = FlagTrue;
+  if (gone || conversation.IsOver()) globals.TimeOutFlag = FlagTrue;
   conversation.Answered(globals.TimeOutFlag == FlagFalse);
 }
 
@@ -186,6 +190,9 @@ bool DetectOfflineManager(Conversation& conversation) {
     std::transform(text.begin(), text.end(), text.begin(),
                    [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; });
     found = text.find(BannerName) != Bytes::npos && conversation.app.globals.TimeOutFlag == FlagFalse;
+  }
+  if (!found && text.size() == BannerLength) {
+    conversation.exchange.Refuse("what came is not from the Offline Manager");
   }
   timer.Interval = interval;
   conversation.Answered(found);

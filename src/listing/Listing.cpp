@@ -2,8 +2,10 @@
 #include "listing/Listing.h"
 
 #include <algorithm>
+#include <functional>
 #include <map>
 #include <string_view>
+#include <tuple>
 
 #include "forms/FieldNames.h"
 
@@ -101,9 +103,22 @@ std::string FieldName(const Control& control) {
   return words ? WithoutColon(words->Words()) : control.FullName();
 }
 
-ListedValue Row(const std::string& page, const Field& field, const Foretold* told) {
+/// The heads of each column are looked for once: the cells of a long table would cost most of a listing.
+class RememberedHeads {
+ public:
+  const std::string& operator()(const Control& cell) {
+    const auto [at, isNew] = heads_.try_emplace({cell.Parent(), cell.Name(), cell.Left, cell.Visible});
+    if (isNew) at->second = ColumnHeads(cell);
+    return at->second;
+  }
+
+ private:
+  std::map<std::tuple<const Frame*, std::string_view, int, bool>, std::string> heads_;
+};
+
+ListedValue Row(const std::string& page, const Field& field, const Foretold* told, RememberedHeads& columns) {
   const Control& control = *field.control;
-  const std::string row = RowName(control);
+  const std::string row = RowName(control, std::ref(columns));
   const Label* heading = GroupHeading(control);
   ListedValue listed{control.FullName(), page, row, {}, ValueOf(control), {}, field.control, field.shown};
   if (told && told->value) listed.value = *told->value;
@@ -112,7 +127,7 @@ ListedValue Row(const std::string& page, const Field& field, const Foretold* tol
     if (heading && heading->Words() != listed.field) listed.group = heading->Words();
     listed.unit = UnitOf(control);
   } else {
-    const std::string heads = ColumnHeads(control);
+    const std::string& heads = columns(control);
     listed.field = heads.empty() ? control.SpokenName : heads;
   }
   return listed;
@@ -124,6 +139,7 @@ void ListPage(const ListedPage& page, const std::vector<Foretold>& foretold, Lis
     Collect(*frame, !page.passed, false, foretold, fields);
     std::stable_sort(fields.begin(), fields.end(),
                      [](const Field& a, const Field& b) { return a.control->TabIndex < b.control->TabIndex; });
+    RememberedHeads columns;
     std::vector<const Frame*> options;  // the frames whose options have their row
     for (const Field& field : fields) {
       if (AsOption(field.control)) {
@@ -131,7 +147,7 @@ void ListPage(const ListedPage& page, const std::vector<Foretold>& foretold, Lis
         if (std::find(options.begin(), options.end(), parent) != options.end()) continue;
         options.push_back(parent);
       }
-      listing.push_back(Row(page.name, field, Find(foretold, field.control)));
+      listing.push_back(Row(page.name, field, Find(foretold, field.control), columns));
     }
   }
 }

@@ -15,6 +15,9 @@ MainMenu::MainMenu(App& app)
   for (ImageButton* button : {&RB1500Cmd, &RB2500Cmd, &ABEthAsciiDf1ModelCmd, &ABEthModbusModelCmd, &ReturnCmd}) {
     button->Visible = false;
   }
+  // The band lies above; who walks by Tab has come for a product.
+  PutInTabOrder({&VK5300Cmd, &VKRTXCmd, &RB3000Cmd, &RB2000Cmd, &RBCardCmd, &ABEthAsciiDf1ModelCmd,
+                 &ABEthModbusModelCmd, &AboutCmd, &ReturnCmd, &ExitCmd, &WebsiteLbl});
 }
 
 void MainMenu::Form_Load() { VersionLbl.Caption = VersionText(); }

@@ -49,7 +49,7 @@ class ProductMenu : public Form {
   ImageButton ExitCmd       {*this, "ExitCmd",       {5865, 5925, 1425, 450}, &ProductMenu::ExitCmd_Click};
 
  public:
-  StatusLine  status        {*this, {240, 5325, 2550, 315}};
+  StatusLine  status        {*this, {240, 1800, 2430, 960}};
   // clang-format on
 
  private:

@@ -9,14 +9,20 @@ namespace vk32 {
 namespace {
 
 constexpr int MarkSize = 180, WordsBehindMark = 300;  // twips
+constexpr int OneLine = 360, MarkInLine = 30;         // twips
+
+/// Beside the first line.
+Place MarkPlace(Place line) {
+  const int below = line.height <= OneLine ? (line.height - MarkSize) / 2 : MarkInLine;
+  return {line.left, line.top + below, MarkSize, MarkSize};
+}
 
 }  // namespace
 
 StatusLine::StatusLine(Form& form, Place line, std::optional<Place> bar)
     : form_(form),
       line_(line),
-      StatusMark(form, "StatusMark", {line.left, line.top + (line.height - MarkSize) / 2, MarkSize, MarkSize},
-                 Symbol::Cross),
+      StatusMark(form, "StatusMark", MarkPlace(line), Symbol::Cross),
       StatusLbl(form, "StatusLbl", line, "", TextRole::Small) {
   if (bar) StatusBar.emplace(form, "StatusBar", *bar);
   Tell({});

@@ -1,4 +1,4 @@
-// One line that tells what goes on with the device, how far it is and how it ended.
+// The line that tells what goes on with the device, how far it is and how it ended.
 #pragma once
 
 #include <optional>

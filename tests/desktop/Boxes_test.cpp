@@ -1,11 +1,13 @@
 // Message boxes, file dialogs, texts, and the end of the program.
 #include <QClipboard>
+#include <QFileDialog>
 #include <QLabel>
 #include <tuple>
 
 #include "DesktopTest.h"
 #include "FileDialogs.h"
 #include "Text.h"
+#include "support/Harness.h"
 
 namespace vk32 {
 namespace {
@@ -82,6 +84,17 @@ TEST_F(BoxesTest, TheEndComesAtOnceAlsoFromInsideABox) {
   });
   EXPECT_TRUE(screen.Ended());
   EXPECT_EQ(screen.ExitStatus(), 0);
+}
+
+TEST_F(BoxesTest, AFileDialogGivesTheChosenFile) {
+  const TemporaryFile file("plant.cfg", "x");
+  QTimer::singleShot(0, [&file] {
+    auto& dialog = dynamic_cast<QFileDialog&>(*QApplication::activeModalWidget());
+    dialog.selectFile(QString::fromStdString(file.Path()));
+    static_cast<QDialog&>(dialog).accept();
+    dialog.close();  // if it did not take it
+  });
+  EXPECT_EQ(screen.AskFile({FileDialogRequest::Kind::Open, "Open", "All Files (*.*)|*.*"}), file.Path());
 }
 
 TEST(Texts, AreTurnedIntoQtsOwnAndBack) {

@@ -26,8 +26,8 @@ TEST(Exchange, TellsHowFarItIsHowItEndedAndWhatIsKnownOfAFailure) {
        "configuration.\nSent last: 4E 45 45 CA 01"},
       {{}, "RB3000|Open|100|COM3 can't be opened: words of 13 0|COM3 can't be opened: words of 13"},
       {{.unplugAfter = 20},
-       "RBCard|NextCmd|40|COM3 has failed: words of 5 0|COM3 has failed: words of 5|COM3: has failed: words of "
-       "5.\nSent last: 4E 45 45 32 00"},
+       "RBCard|NextCmd|5|Written to COM3: 59 bytes. Waiting for the acknowledgement, 7 s at most 59|"
+       "COM3 has failed: words of 5|COM3: has failed: words of 5.\nSent last: 4E 45 45 32 00"},
       {{.late = 200ms},
        "VK-RTX-Modbus|UploadCmd|2000|Reading from COM3: block 9 of 25, 5 s left 8|Read from COM3 in 6 s: 25 blocks"},
       {{.badChecksum = true},

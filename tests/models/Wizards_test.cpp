@@ -140,5 +140,46 @@ TEST(Wizards, ABlockFillsATableOrChangesNothing) {
   }
 }
 
+// What is entered and refused: the page that shows then, its hint, the focus, the row's mark; and what makes it good.
+TEST(Wizards, ARefusalLeadsToItsValue) {
+  const std::string slot = "to MappingFrame(0)\ntype ModStartTxt(",
+                    pane = "to MappingFrame(0)\nclick NextMappingCmd(0)\n", next = "\nclick NextCmd",
+                    finish = "\nfinish SaveOpt", address = ": enter four numbers from 0 to 255, parted by points",
+                    route = Dhcp +
+                            "to RoutingFrame\nclick AddRouteCmd\nfill Route 1|Channel A|300|9|Channel A\n"
+                            "click Route.PerformRouteCmd";
+  const std::array<std::string, 7> rows[] = {
+      {"RB2000", slot + "2) 1\nclick NextMappingCmd(0)" + next, "MappingFrame(1)",
+       "Slot 3 (slots 1 to 14):\nthe end address is missing", "NextCmd", "", "click BackCmd"},
+      {"RB2000", slot + "2) 1" + next, "MappingFrame(0)", "Slot 3 (slots 1 to 14):\nthe end address is missing",
+       "ModEndTxt(2)", "SlotMark(2)", "type ModStartTxt(2) "},
+      {"RB3000",
+       pane + "type ModStartTxt(20) 20000\ntype ModEndTxt(20) 1\ntype ABFileTxt(20) 1\ntype ABWordTxt(20) 1" + next,
+       "MappingFrame(1)", "Slot 21 (slots 15 to 28):\nthe start address is not a Modbus address", "ModStartTxt(20)",
+       "SlotMark(20)", "click BackCmd"},
+      {"RB2000",
+       pane + "click NextMappingCmd(1)\ntype ModStartTxt(30) 70000\nclick BackCmd\nselect ChbModDeviceTypeLst Master" +
+           finish,
+       "MappingFrame(2)", "Slot 31, Modbus Start Address: enter a number from 0 to 65535", "ModStartTxt(30)",
+       "SlotMark(30)", "type ModStartTxt(30) 7"},
+      {"VK5300", "to EthComFrame\ntype EthIPTxt 1.2" + next, "EthComFrame", "IP Address" + address, "EthIPTxt", "",
+       "type EthIPTxt 1"},
+      {"VK-RTX-DF1", "to EthComFrame\ntype EthGateTxt 1.2\nselect EthDHCPLst Enabled" + finish, "EthComFrame",
+       "Default Gateway (shown with DHCP Disabled)" + address, "NextCmd", "", "click NextCmd"},
+      {"VK-RTX-DF1", route + finish, "RoutingFrame", "Slot 1, Low: enter a number from 0 to 255", "RoutesTableFrame",
+       "RouteMark", "click DelRouteCmd\nclick DelRoute.DeleteRouteCmd"},
+      {"VK-RTX-Modbus", Dhcp + "to NodeIpFrame\ntype NodeIpIpAddrTxt(1) 1.1.1.1" + next, "NodeIpFrame",
+       "Slot 1, Slave ID is missing", "NodeIpNodeTxt(1)", "NodeIpMark", "type NodeIpNodeTxt(1) 7"}};
+  for (const auto& [kind, acts, page, hint, focus, mark, mend] : rows) {
+    WizardUser user(kind);
+    user.Use(acts);
+    const std::string look = "shown PageHintLbl PageHintMark StatusMark" + (mark.empty() ? "" : " " + mark);
+    EXPECT_EQ(user.Use("page") + "|" + user.Get(user.form + ".PageHintLbl.Caption"), page + "|" + hint);
+    EXPECT_EQ(user.Get(user.form + ".ActiveControl") + user.Use(look), focus + (mark.empty() ? "+++" : "++++")) << hint;
+    user.Use(mend);
+    EXPECT_EQ(user.Use(look), mark.empty() ? "---" : "----") << hint;
+  }
+}
+
 }  // namespace
 }  // namespace vk32

@@ -12,8 +12,6 @@
 namespace vk32 {
 namespace {
 
-using namespace std::chrono_literals;
-
 TEST(Quoting, BytesComeBackFromTheirQuotedFormAndMalformedOnesAreRefused) {
   const std::string bytes("\0 'a'\"b\\c\r\n\t\x1F ~\x7F\x80\xFF", 18);
   EXPECT_EQ(Quote(bytes), R"("\x00 'a'\"b\\c\r\n\t\x1F ~\x7F\x80\xFF")");
@@ -68,6 +66,7 @@ TEST_F(ScriptSessionTest, ActsReachTheControls) {
     for (const std::string& command : Split(commands, ';')) EXPECT_EQ(h.Do(command), "");
     EXPECT_EQ(form.TakeLog(), log);
   }
+  EXPECT_EQ(h.Do("help Every"), "manual \"Every\"\n");
 }
 
 TEST_F(ScriptSessionTest, WhatAUserCanNotDoIsRefused) {

@@ -84,7 +84,7 @@ void Configuration_VKRTX::Form_Unload() {
 /// The steps run on the current page one after the other, so that a page that is passed still does its own.
 bool Configuration_VKRTX::LeavePage() {
   std::int16_t& page = app.globals.CurrentPage;
-  if (page == Ethernet && app.globals.DHCPEnabled == 0 && CheckEthernetFields(app, *this) == 1) return false;
+  if (page == Ethernet && app.globals.DHCPEnabled == 0 && !EthernetFieldsAreValid()) return false;
   if (page == SerialProtocolA && Passes(SerialProtocolB)) ++page;
   if (page == EthernetProtocol && IsModbusModel() && Passes(Routing)) ++page;
   if (page == Routing && IsDf1Model()) {
@@ -178,7 +178,7 @@ void Configuration_VKRTX::BuildParameters(bool sent) {
   if (!tooLong) {
     globals.BlockTable = std::move(blocks);
   } else if (sent) {
-    throw DoesNotFit(std::string(MappingPageTitle) + ", Mapping Table",
+    throw DoesNotFit({MappingPageTitle, "Mapping Table", "AbModMapTableFrame"},
                      "A download takes 19 maps at most: delete one, or choose Save Configuration.");
   }
 }

@@ -1,6 +1,7 @@
 // What the configuration wizards of all products share.
 #include "models/wizard/WizardForm.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <sstream>
 #include <utility>
@@ -8,6 +9,8 @@
 #include "core/Convert.h"
 #include "core/DoesNotFit.h"
 #include "core/OpenSave.h"
+#include "forms/FieldNames.h"
+#include "forms/Tables.h"
 #include "link/VKComSubs.h"
 #include "shell/Subs.h"
 
@@ -40,6 +43,13 @@ std::string PageName(const WizardPage& page) {
   return SaysAllOf(title, page.step->Caption) ? page.step->Caption : title;
 }
 
+/// Without "(shown with ...)", which a user who sees the field need not know.
+std::string WithoutCondition(std::string hint) {
+  const std::size_t start = hint.find(" (shown with"), end = hint.find(')', start);
+  if (end != std::string::npos) hint.erase(start, end - start + 1);
+  return hint;
+}
+
 }  // namespace
 
 WizardForm::WizardForm(App& app_, const char* name, int timeOutInterval, int finalizeTop, int applyTop)
@@ -65,14 +75,12 @@ void WizardForm::Begin(std::int16_t lastPage) {
 }
 
 void WizardForm::ShowCurrentPage() {
+  shownPage_ = app.globals.CurrentPage;
   pageHint.Hide();
-  ShowPage();
-}
-
-void WizardForm::ShowPage() {
   ShowWizardStep(app.globals.CurrentPage);
   ShowWizardFrame(app.globals.CurrentPage);
   UpdateWizardButtons(*this, app.globals.CurrentPage, app.globals.LastPage);
+  PageShown();
 }
 
 void WizardForm::AdaptToPort() {
@@ -164,8 +172,9 @@ void WizardForm::Came(Origin from) {
 void WizardForm::ValuesCome(const std::string& source, const std::string& since) { Came({source, since, List()}); }
 
 void WizardForm::ControlChanged(const Control& control) {
-  // What stands on no page shows no value.
-  if (control.Parent()) stale_ = true;
+  // What stands on no page, or on the first or the last, shows no value.
+  const Frame* page = control.Parent();
+  if (page && page != &ConfigFrame && page != &ApplyFrame) stale_ = true;
   pageHint.Follow(control);
 }
 
@@ -222,6 +231,7 @@ bool WizardForm::TakeOver(const std::function<void()>& step) {
   } catch (const DoesNotFit& misfit) {
     parameters = before;
     app.forms.MsgBox(misfit.Description(), MessageIcon::Critical, "Error!");
+    if (const Control* value = Find(misfit.Where().name, misfit.Where().index)) ShowRefused(*value, misfit.Hint());
     return false;
   }
 }
@@ -230,8 +240,48 @@ void WizardForm::ShowHint(const std::string& hint) { pageHint.Show(hint, HintPla
 
 void WizardForm::ShowRefused(const Control& value, const std::string& hint) {
   if (!IsLoaded()) return;
-  pageHint.Show(hint, HintPlace(), &value);
-  if (value.Shown()) SetFocus(value);
+  const int page = PageOf(value);
+  if (page >= 0 && page != shownPage_) {
+    if (shownPage_ != app.globals.LastPage && !leadsAnywhere_)
+      return ShowHint(Pages()[static_cast<std::size_t>(page)].step->Caption.Value() + ": " + hint);
+    app.globals.CurrentPage = static_cast<std::int16_t>(page);
+    ShowCurrentPage();
+    if (FieldTable* table = FieldTableOf(value)) table->Reveal(table->RowOf(value));
+  }
+  pageHint.Show(value.Shown() ? WithoutCondition(hint) : hint, HintPlace(), &value);
+  RowTable* const rows = RowTableAround(value);
+  if (rows) rows->Choose(rows->RowOf(value));
+  const Control& led = rows ? *rows : value;
+  if (led.Shown()) SetFocus(led);
+}
+
+void WizardForm::TellInStatus(const std::string& words) {
+  const bool stands = !hintInStatus_.empty() && status.StatusLbl.Caption.Value() == hintInStatus_;
+  // What an exchange tells goes before.
+  if (Busy || (words.empty() && !stands)) return;
+  if (!stands) statusBefore_ = status.StatusMark.Visible ? "" : status.StatusLbl.Caption.Value();
+  hintInStatus_ = words;
+  if (words.empty()) return status.Tell(statusBefore_);
+  std::replace(hintInStatus_.begin(), hintInStatus_.end(), '\n', ' ');
+  status.TellFailure(hintInStatus_);
+}
+
+bool WizardForm::EthernetFieldsAreValid() {
+  const Control* const invalid = InvalidEthernetField(*this);
+  if (CheckEthernetFields(app, *this) == 0) return true;
+  if (invalid) ShowRefused(*invalid, NameOf(*invalid) + ": enter four numbers from 0 to 255, parted by points");
+  return false;
+}
+
+int WizardForm::PageOf(const Control& control) {
+  const auto pages = Pages();
+  for (int page = 0; page < static_cast<int>(pages.size()); ++page) {
+    for (const Control* inner = &control; inner; inner = inner->Parent()) {
+      const auto& panes = pages[static_cast<std::size_t>(page)].panes;
+      if (std::find(panes.begin(), panes.end(), inner) != panes.end()) return page;
+    }
+  }
+  return -1;
 }
 
 void WizardForm::CancelCmd_Click() {
@@ -255,7 +305,10 @@ bool WizardForm::MayGo() {
 bool WizardForm::SaveChanged() {
   // What is made for the file must not get between the blocks of an exchange.
   if (IsTalking() && RefusedByConversation(app)) return false;
-  return LeaveAllPages() && TakeOver([this] { BuildParameters(false); }) && SaveAskedFor();
+  leadsAnywhere_ = true;
+  const bool saved = LeaveAllPages() && TakeOver([this] { BuildParameters(false); }) && SaveAskedFor();
+  leadsAnywhere_ = false;
+  return saved;
 }
 
 bool WizardForm::LeaveAllPages() {
@@ -264,8 +317,7 @@ bool WizardForm::LeaveAllPages() {
   for (std::int16_t next = 1; next < app.globals.LastPage; ++next) {
     page = next;
     if (Passes(next) || LeavePage()) continue;
-    page = next;
-    ShowPage();
+    page = static_cast<std::int16_t>(shownPage_);
     return false;
   }
   page = shown;

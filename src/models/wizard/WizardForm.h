@@ -29,13 +29,16 @@ class WizardForm : public ConfigurationForm {
   void ShowWizardStep(int page);
   /// Shows the first frame of the page and hides all others. A number that is no page does nothing.
   void ShowWizardFrame(int page);
+  /// Says something on the page that shows, until a value changes or another page comes.
+  void ShowHint(const std::string& hint);
+  /// After the user has been told that the value is refused: leads to it. Only a refused Finish or Save shows another
+  /// page.
+  void ShowRefused(const Control& value, const std::string& hint);
   /// All pages between the first and the last, those that are passed and fields that don't show included.
   Listing List();
   /// Asks for a file and opens it. False if that did not lead to an open file; the user has been told.
   bool OpenFileAskedFor();
   bool MayGo() override;
-  /// Says something on the page that shows, until a value changes or another page comes.
-  void ShowHint(const std::string& hint);
 
  protected:
   /// `timeOutInterval`: of TimeOutTmr at load, in ms; the tops: of the last two lines of the side menu.
@@ -70,15 +73,20 @@ class WizardForm : public ConfigurationForm {
   /// parameters are what they were.
   bool TakeOver(const std::function<void()>& step);
 
-  /// After the user has been told that the value is refused: leads to it.
-  void ShowRefused(const Control& value, const std::string& hint);
+  /// True for three good addresses; else the user has been told, and led to the first that is not.
+  bool EthernetFieldsAreValid();
   /// Of a hint's words, on the form: in two lines below the fields.
   virtual Place HintPlace() const { return {4500, 7035, 7980, 480}; }
+
+  /// A page has come.
+  virtual void PageShown() {}
 
   App& app;
 
  private:
   void ControlChanged(const Control& control) override;
+  /// The page that the control lies on, or -1.
+  int PageOf(const Control& control);
   void BehindAct() override;
   void Form_Close() override;
   void NextCmd_Click();
@@ -88,8 +96,6 @@ class WizardForm : public ConfigurationForm {
   void TimeOutTmr_Timer();
   /// Shows CurrentPage, with its step and its buttons.
   void ShowCurrentPage();
-  /// The same, with the hint that it may bear.
-  void ShowPage();
   /// Without a port only the work on files is left.
   void AdaptToPort();
   /// The buttons at the foot come behind all pages.
@@ -114,6 +120,13 @@ class WizardForm : public ConfigurationForm {
   void Restore();
   /// Of the file that was picked last, without its folder.
   std::string FileName() const;
+  /// What a hint says, in one line; empty: it has gone, and what was told before is back.
+  void TellInStatus(const std::string& words);
+
+  int shownPage_ = 0;
+  bool leadsAnywhere_ = false;  // a refused value brings its page, whichever shows
+  std::string hintInStatus_, statusBefore_;
+
   bool IsTalking() const { return app.conversation != nullptr && &app.conversation->form == this; }
   void OpenConfigChkLbl_Click();
 
@@ -143,8 +156,7 @@ class WizardForm : public ConfigurationForm {
   Frame       StatusFrame     {*this, "StatusFrame",     {   0, 8400, 12840, 360}, Fill::Side};
   Frame       StatusLineFrame {*this, "StatusLineFrame", {   0, 8400, 12840,  15}, Fill::Hairline};
   StatusLine  status          {*this, {240, 8415, 9450, 345}, Place{9930, 8520, 2550, 120}};
-
-  PageHint    pageHint        {*this};
+  PageHint    pageHint        {*this, [this](const std::string& words) { TellInStatus(words); }};
 
   Timer       TimeOutTmr;
   FileDialog  OpenSaveConfigDialog {*this, "OpenSaveConfigDialog"};
