@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <memory>
 #include <set>
@@ -16,6 +17,7 @@
 namespace vk32 {
 
 class Conversation;
+class Elsewhere;
 struct KeptValues;
 
 struct App {
@@ -33,6 +35,7 @@ struct App {
   Conversation* conversation = nullptr;                           // the one that is under way
   std::map<std::string, std::shared_ptr<const KeptValues>> kept;  // by product and model: of wizards closed unasked
   std::set<std::int32_t> lateAnswers;  // the ports on which an earlier conversation's last answer may still come
+  std::function<std::unique_ptr<Elsewhere>()> lookElsewhere;  // each is good for one reading
 };
 
 /// The version of the program, as the files and the pages show it: "1.8.11".

@@ -33,10 +33,10 @@ Answer SilentScreen::Ask(const MessageBoxRequest& request) {
 
 Backstage::Backstage(EventLoop& loop, SerialDriver& driver, PortNames& ports) : app(loop, screen, driver, ports) {
   RegisterForms(app);
-  app.globals.ComPortText = "None";
 }
 
-WizardForm& Backstage::Begin(const std::string& product, const std::string& model) {
+WizardForm& Backstage::Begin(const std::string& product, const std::string& model, const std::string& port) {
+  app.globals.ComPortText = port;
   SelectProduct(app.globals, product);
   SelectModel(app.globals, model);
   const std::string name(FindProduct(product).wizard);
@@ -62,6 +62,38 @@ WizardForm* Backstage::Open(const std::string& path) {
   screen.file = path;
   app.forms.dispatcher.Dispatch([&] { opened = wizard.OpenFileAskedFor(); });
   return opened ? &wizard : nullptr;
+}
+
+BackstageReader::BackstageReader(App& front)
+    : front_(front), stage_(front.forms.dispatcher.Loop(), front.driver, front.ports) {
+  stage_.app.forms.dispatcher.EndWith(front.forms.dispatcher);
+}
+
+std::optional<Listing> BackstageReader::ReadFile(const std::string& path, const WizardKind& kind) {
+  WizardForm* wizard = stage_.Open(path);
+  if (wizard == nullptr) return std::nullopt;
+  const Globals& opened = stage_.app.globals;
+  if (opened.CurrentProduct != kind.product || opened.CurrentModel != kind.model) {
+    stage_.screen.told.push_back("The selected configuration file is not for the " + kind.product + ".");
+    return std::nullopt;
+  }
+  return Shown(wizard->List());
+}
+
+std::optional<Listing> BackstageReader::ReadDevice(const std::string& port, const WizardKind& kind) {
+  WizardForm& wizard = stage_.Begin(kind.product, kind.model, port);
+  stage_.app.lateAnswers = front_.lateAnswers;
+  std::optional<Listing> read;
+  stage_.app.forms.dispatcher.Dispatch([&] {
+    if (wizard.ReadDevice() == Taken::All) read = Shown(wizard.List());
+  });
+  front_.lateAnswers = stage_.app.lateAnswers;
+  front_.forms.dispatcher.LeaveIfEnded();
+  return read;
+}
+
+std::string BackstageReader::Why() const {
+  return stage_.screen.told.empty() ? "Nothing came." : stage_.screen.told.back();
 }
 
 }  // namespace vk32

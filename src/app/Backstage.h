@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "app/App.h"
+#include "listing/Elsewhere.h"
 
 namespace vk32 {
 
@@ -39,14 +40,29 @@ class Backstage {
  public:
   Backstage(EventLoop& loop, SerialDriver& driver, PortNames& ports);
 
-  /// Begins the wizard of a product, without a port; `model`: of the VK-RTX.
-  WizardForm& Begin(const std::string& product, const std::string& model);
+  /// Begins the wizard of a product; `model`: of the VK-RTX.
+  WizardForm& Begin(const std::string& product, const std::string& model, const std::string& port = "None");
   /// Begins the wizard of the file's product and model, and opens the file in it. nullptr if the file is refused:
   /// what the user is told is the last of `screen.told`.
   WizardForm* Open(const std::string& path);
 
   SilentScreen screen;
   App app;
+};
+
+/// For a wizard of `front`, which waits inside an act meanwhile.
+class BackstageReader : public Elsewhere {
+ public:
+  explicit BackstageReader(App& front);
+
+  std::optional<Listing> ReadFile(const std::string& path, const WizardKind& kind) override;
+  std::optional<Listing> ReadDevice(const std::string& port, const WizardKind& kind) override;
+  void Stop() override { stage_.app.forms.UnloadAll(); }
+  std::string Why() const override;
+
+ private:
+  App& front_;
+  Backstage stage_;
 };
 
 }  // namespace vk32

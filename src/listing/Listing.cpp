@@ -160,11 +160,11 @@ Places PlacesOf(const Listing& listing) {
   return places;
 }
 
-Difference Differing(const ListedValue& named, const ListedValue* left, const ListedValue* right) {
-  Difference difference{named.page, named.group, named.field, {}, {}};
-  if (left) difference.left = left->Text();
-  if (right) difference.right = right->Text();
-  return difference;
+Difference FieldOf(const ListedValue& named, const ListedValue* left, const ListedValue* right) {
+  Difference field{named.page, named.group, named.field, {}, {}};
+  if (left) field.left = left->Text();
+  if (right) field.right = right->Text();
+  return field;
 }
 
 }  // namespace
@@ -196,28 +196,31 @@ void SetValue(Control& control, const std::string& value) {
   }
 }
 
-std::vector<Difference> Compare(const Listing& left, const Listing& right) {
+std::vector<Difference> Pair(const Listing& left, const Listing& right) {
   const Places inLeft = PlacesOf(left), inRight = PlacesOf(right);
-  std::vector<Difference> differences;
+  std::vector<Difference> fields;
   std::size_t next = 0;  // of the right rows that have not had their turn
   const auto takeRightUpTo = [&](std::size_t end) {
     for (; next < end; ++next) {
-      if (!inLeft.contains(right[next].key)) differences.push_back(Differing(right[next], nullptr, &right[next]));
+      if (!inLeft.contains(right[next].key)) fields.push_back(FieldOf(right[next], nullptr, &right[next]));
     }
   };
   for (const ListedValue& row : left) {
     const auto partner = inRight.find(row.key);
     if (partner == inRight.end()) {
-      differences.push_back(Differing(row, &row, nullptr));
+      fields.push_back(FieldOf(row, &row, nullptr));
       continue;
     }
     takeRightUpTo(partner->second);
-    const ListedValue& other = right[partner->second];
-    // The unit of a field that does not show stands for others in its row.
-    const bool sameUnit = !row.shown || !other.shown || row.unit == other.unit;
-    if (row.value != other.value || !sameUnit) differences.push_back(Differing(other, &row, &other));
+    fields.push_back(FieldOf(right[partner->second], &row, &right[partner->second]));
   }
   takeRightUpTo(right.size());
+  return fields;
+}
+
+std::vector<Difference> Compare(const Listing& left, const Listing& right) {
+  std::vector<Difference> differences = Pair(left, right);
+  std::erase_if(differences, [](const Difference& field) { return field.left == field.right; });
   return differences;
 }
 

@@ -11,6 +11,7 @@ void ChangeEverything(WizardUser& user, bool texts = true) {
     if (auto* check = dynamic_cast<CheckBox*>(control); check && check->Visible) check->Value = 1;
     if (auto* option = dynamic_cast<OptionButton*>(control)) option->Value = true;
   }
+  user.app.forms.dispatcher.Dispatch([] {});  // whose end counts what was changed behind the user's back
 }
 
 /// FINISH with the option, once a wizard that has an Ethernet page holds no address that is missing.
@@ -71,7 +72,6 @@ TEST(Wizards, OfferWhatACancelledOneHeld) {
                 std::string(each->app.forms.Find(each->form)->Find("EthDHCPLst") ? Dhcp : "") +
                 (tables.contains(model.kind) ? tables.at(model.kind) : ""));
     }
-    user.app.forms.dispatcher.Dispatch([] {});  // whose end counts what was changed behind the user's back
     const std::string changed = user.Use("see ChangedLbl");
     EXPECT_EQ(user.Use("again\ncheck RestoreChk on\nclick NextCmd\nsee ChangedLbl"), changed);
     EXPECT_EQ(direct.Use("finish DownOpt") + user.Use("finish DownOpt"), "reminder\nsuccess\nreminder\nsuccess\n");
@@ -178,6 +178,24 @@ TEST(Wizards, ARefusalLeadsToItsValue) {
     EXPECT_EQ(user.Get(user.form + ".ActiveControl") + user.Use(look), focus + (mark.empty() ? "+++" : "++++")) << hint;
     user.Use(mend);
     EXPECT_EQ(user.Use(look), mark.empty() ? "---" : "----") << hint;
+  }
+}
+
+TEST(Wizards, CompareWithTheDevice) {
+  for (const Model& model : Models) {
+    SCOPED_TRACE(model.kind);
+    GatewayDevice device(model.kind, {}, true);
+    WizardUser user(model.kind, &device);
+    const bool ethernet = user.app.forms.Find(user.form)->Find("EthDHCPLst");
+    EXPECT_EQ(
+        user.Use(std::string("click UploadCmd\n") + (ethernet ? Dhcp : "") + "to ApplyFrame\nclick CompareDeviceCmd"),
+        "reminder\nreminder\n");
+    const std::string summary = user.Get("Compare.SummaryLbl.Caption");
+    EXPECT_EQ(summary.starts_with("All "), !ethernet) << summary;
+    // The end of the wizard is the end of the reading.
+    user.Do("click Compare.CompareCloseCmd\nafter 1 click " + user.form + ".CancelCmd");
+    user.Use("click CompareDeviceCmd");
+    EXPECT_FALSE(user.app.comm.IsOpen(3) || user.app.forms.Find("Compare"));
   }
 }
 

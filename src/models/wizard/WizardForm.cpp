@@ -90,6 +90,7 @@ void WizardForm::AdaptToPort() {
   DownOptLbl.Enabled = port;
   DownSaveOptLbl.Enabled = port;
   UploadCmd.Visible = port;
+  comparePart.AdaptToPort(port);
   if (!port) {
     status.Tell("No port is chosen");
     ApplyHintLbl.Caption =
@@ -152,9 +153,18 @@ void WizardForm::UploadCmd_Click() {
   const auto conversation = Conversation::Begin(app, *this, ReadingConfiguration, &status);
   if (!conversation) return;
   ShowConfigureReminder(app);
-  const Taken taken = Upload(*conversation);
-  if (taken == Taken::Nothing || !IsLoaded()) return;
-  const std::string port = "COM" + Str(conversation->port), time = app.forms.dispatcher.Loop().TimeOfDay();
+  TakeFrom(*conversation);
+}
+
+Taken WizardForm::ReadDevice() {
+  const auto conversation = Conversation::Begin(app, *this, ReadingConfiguration);
+  return conversation ? TakeFrom(*conversation) : Taken::Nothing;
+}
+
+Taken WizardForm::TakeFrom(Conversation& conversation) {
+  const Taken taken = Upload(conversation);
+  if (taken == Taken::Nothing || !IsLoaded()) return Taken::Nothing;
+  const std::string port = "COM" + Str(conversation.port), time = app.forms.dispatcher.Loop().TimeOfDay();
   if (taken == Taken::All) {
     had_ = app.globals;
     BackupCmd.Visible = true;
@@ -162,6 +172,7 @@ void WizardForm::UploadCmd_Click() {
   } else {
     origin.SetPart("Partly read from " + port + ", " + time);
   }
+  return taken;
 }
 
 void WizardForm::Came(Origin from) {
@@ -179,8 +190,13 @@ void WizardForm::ControlChanged(const Control& control) {
 }
 
 void WizardForm::BehindAct() {
-  if (!origin.IsKnown()) return ValuesCome("Factory values", "from the factory values");
+  if (!origin.IsKnown()) ValuesCome("Factory values", "from the factory values");
   HasChanged();
+}
+
+ComparedSide WizardForm::ShownSide() {
+  const std::string state = origin.Changed().empty() ? origin.SourceLbl.Caption : origin.ChangedLbl.Caption;
+  return {"In the wizard", state, Shown(List())};
 }
 
 std::string WizardForm::FileName() const {
@@ -210,10 +226,9 @@ void WizardForm::Finish() {
   if (saves && !SaveConfigFile(app, *this, app.globals.CurrentProduct, ModelTag())) return;
   if (saves) Came({"Saved as " + FileName(), "since it was saved as " + FileName(), taken});
   if (downloads) {
-    const bool done = Download(*conversation);
+    if (!Download(*conversation) || !IsLoaded()) return;
     const std::string product = conversation->product, port = "COM" + Str(conversation->port);
     conversation.reset();
-    if (!done || !IsLoaded()) return;
     const std::string time = app.forms.dispatcher.Loop().TimeOfDay();
     Came({"Written to " + port + ", " + time, "since it was written to " + port + " at " + time, taken});
     app.forms.MsgBox("Configuration has been downloaded to the " + product, MessageIcon::Information, "Success!");

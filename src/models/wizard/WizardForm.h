@@ -11,8 +11,10 @@
 #include "core/ConfigMod.h"
 #include "core/ConfigurationForm.h"
 #include "link/Conversation.h"
+#include "listing/CompareForm.h"
 #include "listing/Listing.h"
 #include "models/wizard/ChangesPart.h"
+#include "models/wizard/ComparePart.h"
 #include "models/wizard/PageHint.h"
 #include "models/wizard/ValueOrigin.h"
 #include "shell/StatusLine.h"
@@ -39,6 +41,10 @@ class WizardForm : public ConfigurationForm {
   /// Asks for a file and opens it. False if that did not lead to an open file; the user has been told.
   bool OpenFileAskedFor();
   bool MayGo() override;
+  /// What UPLOAD does behind its reminder, in a conversation of its own.
+  Taken ReadDevice();
+  /// What it shows, as one side of a comparison.
+  ComparedSide ShownSide();
 
  protected:
   /// `timeOutInterval`: of TimeOutTmr at load, in ms; the tops: of the last two lines of the side menu.
@@ -84,6 +90,7 @@ class WizardForm : public ConfigurationForm {
   App& app;
 
  private:
+  void Form_Unload() override { comparePart.Stop(); }
   void ControlChanged(const Control& control) override;
   /// The page that the control lies on, or -1.
   int PageOf(const Control& control);
@@ -92,6 +99,8 @@ class WizardForm : public ConfigurationForm {
   void NextCmd_Click();
   void BackCmd_Click();
   void UploadCmd_Click();
+  /// Reads the device into the pages, and says so beside the foot.
+  Taken TakeFrom(Conversation& conversation);
   void CancelCmd_Click();
   void TimeOutTmr_Timer();
   /// Shows CurrentPage, with its step and its buttons.
@@ -199,6 +208,7 @@ class WizardForm : public ConfigurationForm {
   Label        ApplyHintLbl   {ApplyFrame, "ApplyHintLbl",   {5040, 2040, 3600, 960}, "", TextRole::Small};
   CommandButton BackupCmd     {ApplyFrame, "BackupCmd",      {5160, 2730, 3480,  390}, "Save what the device had...", &WizardForm::BackupCmd_Click};
   ChangesPart  changes        {ApplyFrame};
+  ComparePart  comparePart    {*this, app, ApplyFrame};
   // clang-format on
 };
 
