@@ -132,7 +132,8 @@ Time Stream(std::size_t length, Time byteTime) {
   auto& bar = program.form->Get<ProgressBar>("ProgressBar");
   bar.Max = FullBar;
   Receiver receiver(terminal, length, byteTime, false);
-  if (!StreamFile(*program.app.conversation, file.Path(), PieceLength, bar))
+  const auto pieceSent = [&](std::uint64_t sent, std::uint64_t total) { bar.Value = BarValue(sent, total); };
+  if (!StreamFile(*program.app.conversation, file.Path(), PieceLength, pieceSent))
     throw std::runtime_error("the stream has failed");
   return receiver.Finish();
 }

@@ -11,7 +11,7 @@ add_custom_command(OUTPUT ${made}/manual/index.html
   DEPENDS ${pages} VERBATIM)
 set(outputs ${made}/manual/index.html)
 
-foreach(program vk32 vk32-script vk32-sim)
+foreach(program vk32 vk32-cli vk32-script vk32-sim)
   set(options ${made}/options/${program}.txt)
   set(man ${made}/man/${program}.1)
   add_custom_command(OUTPUT ${options}

@@ -1,4 +1,4 @@
-// What assistive technology is told of the widgets that Qt has no description for.
+// What assistive technology is told of the widgets that Qt describes poorly or not at all.
 #pragma once
 
 namespace vk32 {

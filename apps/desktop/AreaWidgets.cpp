@@ -1,12 +1,17 @@
 // The widgets of frames and of pictures.
 #include "AreaWidgets.h"
 
+#include <QAccessible>
 #include <QMouseEvent>
 #include <QPainter>
+#include <map>
 #include <utility>
 
 #include "BarWidgets.h"
 #include "Drawing.h"
+#include "FormWindow.h"
+#include "Navigation.h"
+#include "Text.h"
 #include "Theme.h"
 
 namespace vk32 {
@@ -20,7 +25,8 @@ QColor FillColor(Fill fill) {
     case Fill::Band: return colors::Band;
     case Fill::Hairline: return colors::Hairline;
     case Fill::Accent: return colors::Accent;
-    case Fill::Table: return colors::Page;
+    case Fill::Table:
+    case Fill::List: return colors::Page;
     case Fill::ChosenRow: return colors::Track;
     case Fill::ChosenMark: return colors::Filled;
     case Fill::None: break;
@@ -56,6 +62,15 @@ void FrameWidget::DrawRowLines() {
   }
 }
 
+QString FrameWidget::Heading() const {
+  if (!IsAttached()) return {};
+  const Control& area = frame_;
+  for (const Control* control : area.OwnerForm().Controls()) {
+    if (control->Parent() == &frame_ && IsHeading(*control)) return FromWords(control->Words());
+  }
+  return {};
+}
+
 void FrameWidget::showEvent(QShowEvent* event) {
   QWidget::showEvent(event);
   if (IsOutlined()) parentWidget()->update();
@@ -68,6 +83,16 @@ void FrameWidget::hideEvent(QHideEvent* event) {
 
 RowTableWidget::RowTableWidget(RowTable& table, QWidget& parent) : FrameWidget(table, parent), table_(table) {
   setFocusPolicy(Qt::StrongFocus);
+}
+
+void RowTableWidget::Sync() {
+  const int row = table_.Row;
+  if (row == std::exchange(told_, row) || row == 0 || !hasFocus()) return;
+  const auto* window = dynamic_cast<const FormWindow*>(this->window());
+  QWidget* cell = window ? window->WidgetOf(*table_.Cells(row).front()) : nullptr;
+  if (!cell) return;
+  QAccessibleEvent chosen(cell, QAccessible::Focus);
+  QAccessible::updateAccessibility(&chosen);
 }
 
 ControlWidget::Ring RowTableWidget::FocusRing() const {
@@ -96,6 +121,14 @@ void DrawOutlines(QWidget& parent) {
     const auto& widget = static_cast<const QWidget&>(*child);
     if (!widget.isHidden()) QPainter(&parent).fillRect(widget.geometry().adjusted(-1, -1, 1, 1), colors::Hairline);
   }
+}
+
+void PictureWidget::Sync() {
+  static const std::map<Symbol, QString> names{{Symbol::Icon, QStringLiteral("VK32")},
+                                               {Symbol::Tick, QStringLiteral("Done")},
+                                               {Symbol::Cross, QStringLiteral("Failed")}};
+  setAccessibleName(names.at(image_.Picture));
+  update();
 }
 
 void PictureWidget::paintEvent(QPaintEvent*) {

@@ -15,8 +15,13 @@ class FrameWidget : public QWidget, public ControlWidget {
   QWidget& AsWidget() override { return *this; }
   void Sync() override {}
 
+  /// nullptr when the form has gone.
+  Frame* GetFrame() const { return IsAttached() ? &frame_ : nullptr; }
+  Fill GetFill() const { return IsAttached() ? frame_.fill : Fill::None; }
   /// Whether the parent draws a hairline around it.
-  bool IsOutlined() const { return frame_.fill == Fill::Table; }
+  bool IsOutlined() const { return frame_.fill == Fill::Table || frame_.fill == Fill::List; }
+  /// The title of the page that it is, or the heading of the panel; empty if it begins with none.
+  QString Heading() const;
 
  protected:
   void paintEvent(QPaintEvent* event) override;
@@ -34,6 +39,7 @@ class RowTableWidget : public FrameWidget {
  public:
   RowTableWidget(RowTable& table, QWidget& parent);
 
+  void Sync() override;
   /// Round the table and its scroll bar.
   Ring FocusRing() const override;
 
@@ -44,6 +50,7 @@ class RowTableWidget : public FrameWidget {
 
  private:
   RowTable& table_;
+  int told_ = 0;        // the chosen row that assistive technology knows of
   bool opens_ = false;  // the button of a double click is down
 };
 
@@ -55,7 +62,7 @@ class PictureWidget : public QWidget, public ControlWidget {
   PictureWidget(Image& image, QWidget& parent, Theme& theme) : QWidget(&parent), image_(image), theme_(theme) {}
 
   QWidget& AsWidget() override { return *this; }
-  void Sync() override { update(); }
+  void Sync() override;
 
  protected:
   void paintEvent(QPaintEvent* event) override;

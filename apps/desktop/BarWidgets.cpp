@@ -13,6 +13,7 @@ namespace vk32 {
 ScrollBarWidget::ScrollBarWidget(VScrollBar& bar, QWidget& parent) : QScrollBar(Qt::Vertical, &parent), bar_(bar) {
   setFocusPolicy(Qt::StrongFocus);
   setContextMenuPolicy(Qt::NoContextMenu);
+  if (bar_.ground == Fill::Band) setAttribute(Qt::WA_OpaquePaintEvent, false);
   connect(this, &QScrollBar::valueChanged, this, [this](int value) { Moved(value); });
 }
 

@@ -13,6 +13,8 @@
 namespace vk32 {
 namespace {
 
+constexpr QSize KeyTipSize(15, 14);
+
 bool Presses(const QKeyEvent& event) {
   return event.key() == Qt::Key_Space || event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
 }
@@ -31,7 +33,7 @@ void PushWidget::Hold(HeldBy by) {
 }
 
 void PushWidget::Activate() {
-  Press();
+  if (IsAttached()) Press();
   if (IsAttached()) Release();
   if (IsAttached()) Click();
 }
@@ -88,11 +90,27 @@ PictureButtonWidget::PictureButtonWidget(ImageButton& button, QWidget& parent, T
 
 void PictureButtonWidget::Sync() { update(); }
 
+void PictureButtonWidget::ShowMark(QChar mark) {
+  if (mark == mark_) return;
+  mark_ = mark;
+  update();
+}
+
 void PictureButtonWidget::paintEvent(QPaintEvent*) {
   const int picture = button_.Picture;
   if (!FindPicture(picture)) return;
   QPainter painter(this);
   painter.drawPixmap(0, 0, theme_.ButtonPicture(picture, size(), isEnabled(), devicePixelRatioF()));
+  if (!mark_.isNull()) DrawKeyTip(painter);
+}
+
+void PictureButtonWidget::DrawKeyTip(QPainter& painter) const {
+  // The words are a part of the picture, so that none of their letters can be underlined.
+  const QRect place(QPoint(width() - KeyTipSize.width() - 1, 1), KeyTipSize);
+  DrawBox(painter, place, 3, colors::Page, colors::Text);
+  painter.setFont(theme_.Font(TextRole::TableText));
+  painter.setPen(colors::Page);
+  painter.drawText(place, Qt::AlignCenter, mark_);
 }
 
 void PictureButtonWidget::Press() { button_.Press(); }

@@ -44,6 +44,7 @@ class PictureButtonWidget : public PushWidget {
   PictureButtonWidget(ImageButton& button, QWidget& parent, Theme& theme);
 
   void Sync() override;
+  void ShowMark(QChar mark) override;
 
  protected:
   void paintEvent(QPaintEvent* event) override;
@@ -52,8 +53,11 @@ class PictureButtonWidget : public PushWidget {
   void Click() override;
 
  private:
+  void DrawKeyTip(QPainter& painter) const;
+
   ImageButton& button_;
   Theme& theme_;
+  QChar mark_;
 };
 
 class CommandButtonWidget : public PushWidget {

@@ -27,6 +27,8 @@ class ControlWidget {
   virtual QWidget& AsWidget() = 0;
   /// Takes over what the control shows; its place and its flags are the window's.
   virtual void Sync() = 0;
+  /// What assistive technology calls it.
+  virtual void Name(const QString& name) { AsWidget().setAccessibleName(name); }
   virtual Ring FocusRing() const { return {}; }
   /// Does what a click does, by a key.
   virtual void Activate() {}

@@ -2,7 +2,10 @@
 #include "DesktopScreen.h"
 
 #include <QApplication>
+#include <QClipboard>
 #include <QDesktopServices>
+#include <QDir>
+#include <QFileInfo>
 #include <QIcon>
 #include <QScreen>
 #include <QToolTip>
@@ -23,6 +26,16 @@ namespace {
 
 /// Not at once: an event of the window, or of one of its controls, may still be on the stack.
 void DeleteLater(FormWindow* window) { window->deleteLater(); }
+
+/// Where it was installed, or where the program was built.
+QString ManualPath() {
+  const QDir program(QCoreApplication::applicationDirPath());
+  for (const char* place : {"../share/doc/vk32/README.md", "../../README.md"}) {
+    const QFileInfo file(program, QLatin1String(place));
+    if (file.exists()) return file.canonicalFilePath();
+  }
+  return {};
+}
 
 }  // namespace
 
@@ -64,7 +77,10 @@ void DesktopScreen::FormShown(Form& form) {
     std::rotate(at, at + 1, windows_.end());
   }
   FormWindow& window = *windows_.back().window;
-  window.Open(middle_, active == &window ? nullptr : active);
+  // Only a dialog stands above whatever shows; another window above the one that the user has opened it from.
+  const bool isDialog = form.style == FormStyle::Dialog || form.style == FormStyle::Modal;
+  const bool isOwned = active && active != &window && (isDialog || active->isActiveWindow());
+  window.Open(middle_, isOwned ? active : nullptr);
 }
 
 void DesktopScreen::FormHidden(Form& form) {
@@ -108,6 +124,24 @@ std::optional<std::string> DesktopScreen::AskFile(const FileDialogRequest& reque
 }
 
 void DesktopScreen::OpenWebSite(const std::string& url) { QDesktopServices::openUrl(QUrl(FromWords(url))); }
+
+void DesktopScreen::CopyText(const std::string& text) {
+  QGuiApplication::clipboard()->setText(FromBytes(text).remove(u'\r'));
+}
+
+std::string DesktopScreen::OpenManual(const std::string&) {
+  const QString path = ManualPath();  // one page serves all forms
+  if (path.isEmpty())
+    return "The manual is not installed. Its place is share/doc/vk32/README.md beside the program's folder.";
+  if (QDesktopServices::openUrl(QUrl::fromLocalFile(path))) return {};
+  return "No program on this computer opens the manual. It is in the file\n" + path.toStdString();
+}
+
+void DesktopScreen::ShowHighContrast(bool high) {
+  if (high == theme_.highContrast) return;
+  theme_.highContrast = high;
+  for (const Opened& opened : windows_) opened.window->RefreshAll();
+}
 
 void DesktopScreen::ProgramFaulted(int number, const std::string& description) {
   faulted_ = true;

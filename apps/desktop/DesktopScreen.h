@@ -6,6 +6,7 @@
 #include <memory>
 #include <vector>
 
+#include "ContrastSetting.h"
 #include "Theme.h"
 #include "forms/Screen.h"
 
@@ -28,6 +29,8 @@ class DesktopScreen : public Screen {
   Answer Ask(const MessageBoxRequest& request) override;
   std::optional<std::string> AskFile(const FileDialogRequest& request) override;
   void OpenWebSite(const std::string& url) override;
+  std::string OpenManual(const std::string& form) override;
+  void CopyText(const std::string& text) override;
   void ProgramFaulted(int number, const std::string& description) override;
   void ProgramEnded() override;
 
@@ -36,6 +39,7 @@ class DesktopScreen : public Screen {
   int ExitStatus() const { return faulted_ ? 1 : 0; }
   /// nullptr if the form has never been shown.
   FormWindow* WindowOf(const Form& form) const;
+  void ShowHighContrast(bool high);
 
  private:
   struct Opened {
@@ -53,6 +57,7 @@ class DesktopScreen : public Screen {
   QString folder_;               // of the last file
   bool ended_ = false;
   bool faulted_ = false;
+  ContrastSetting contrast_{[this](bool high) { ShowHighContrast(high); }};
 };
 
 }  // namespace vk32

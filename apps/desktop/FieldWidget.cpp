@@ -26,7 +26,7 @@ void FieldWidget::Sync() {
     if (hasFocus()) setCursorPosition(std::min(cursor, static_cast<int>(shown.size())));
   }
   setReadOnly(box_.Locked);
-  ColorField(*this, box_);
+  ColorField(*this, box_, box_.Locked);
   SyncSelection();
 }
 
@@ -71,14 +71,16 @@ bool PasteBlock(Control& control) {
   return IsBlock(text) && control.PasteBlock(text) != Act::NotThisKind;
 }
 
-void ColorField(QWidget& field, const Control& control) {
+void ColorField(QWidget& field, const Control& control, bool locked) {
   const bool disabled = !field.isEnabled() || control.BackColor == colors::DisabledFieldBack;
-  const QColor back = disabled ? colors::DisabledField : colors::Page;
+  const QColor back = disabled ? colors::DisabledField : locked ? colors::Side : colors::Page;
+  const QColor border = locked ? colors::Hairline : colors::Border;
   QColor text = disabled ? colors::DisabledFieldText : colors::Text;
   if (control.ForeColor != SystemButtonText) text = colors::FromForm(control.ForeColor);
   QPalette palette = field.palette();
   if (palette.color(QPalette::Base) == back && palette.color(QPalette::Text) == text) return;
   palette.setColor(QPalette::Base, back);
+  palette.setColor(QPalette::Dark, border);
   palette.setColor(QPalette::Text, text);
   field.setPalette(palette);
 }

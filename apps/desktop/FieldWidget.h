@@ -29,7 +29,7 @@ class FieldWidget : public QLineEdit, public ControlWidget {
 /// it doesn't, or there is no table.
 bool PasteBlock(Control& control);
 
-/// Gives a field the colours of its state: disabled by its flag, or by the back colour that code has set.
-void ColorField(QWidget& field, const Control& control);
+/// Gives a field the colours of its state: disabled by its flag or by the back colour that code has set, or locked.
+void ColorField(QWidget& field, const Control& control, bool locked);
 
 }  // namespace vk32

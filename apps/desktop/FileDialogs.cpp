@@ -4,7 +4,9 @@
 #include <QFile>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QHeaderView>
 #include <QRegularExpression>
+#include <QTreeView>
 
 #include "Text.h"
 #include "platform/Files.h"
@@ -41,6 +43,16 @@ class SaveDialog : public QFileDialog {
   const Refuse& refuse_;
 };
 
+/// Dates and sizes are whole; the names share what is left.
+void ShowWholeColumns(QFileDialog& dialog) {
+  dialog.setViewMode(QFileDialog::Detail);
+  for (QTreeView* files : dialog.findChildren<QTreeView*>()) {
+    files->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    files->header()->setStretchLastSection(false);
+    files->header()->setSectionResizeMode(0, QHeaderView::Stretch);
+  }
+}
+
 QStringList Split(const std::string& filter) { return FromWords(filter).split(u'|'); }
 
 }  // namespace
@@ -76,6 +88,7 @@ std::optional<std::string> AskForFile(const FileDialogRequest& request, QString&
   if (save) dialog.setDefaultSuffix(DefaultSuffix(request.filter));
   if (!folder.isEmpty()) dialog.setDirectory(folder);
   dialog.resize(DialogSize);
+  ShowWholeColumns(dialog);
   do {
     if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;
   } while (save && !dialog.IsWritable());

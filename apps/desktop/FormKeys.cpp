@@ -22,6 +22,7 @@ void FormWindow::Focus(const Control& control, Qt::FocusReason reason) {
 }
 
 void FormWindow::FocusFirst(const std::vector<const Frame*>& frames) {
+  scroll_.BringIntoView(QRect());
   const Control* first = FirstField(form_, frames);
   if (!first) first = ButtonFor(form_, WindowKey::Enter);
   if (!first) first = ButtonFor(form_, WindowKey::Escape);
@@ -88,9 +89,15 @@ bool FormWindow::eventFilter(QObject* watched, QEvent* event) {
   Control& control = *at->second;
   switch (event->type()) {
     case QEvent::FocusIn:
+      // What the mouse has pressed must not move away from under it.
+      if (static_cast<QFocusEvent*>(event)->reason() != Qt::MouseFocusReason) {
+        scroll_.BringIntoView(PlaceOnForm(control));
+      }
+      ScheduleRefresh();
+      break;
     case QEvent::FocusOut: ScheduleRefresh(); break;
     case QEvent::MouseButtonRelease:
-      LeaveFields();
+      LeaveFields(watched);
       return !attached_;  // what a field did when it was left may have closed the form
     case QEvent::KeyPress: return KeyPressed(&control, static_cast<QKeyEvent&>(*event));
     case QEvent::KeyRelease:
@@ -116,10 +123,22 @@ void FormWindow::keyReleaseEvent(QKeyEvent* event) {
   event->ignore();
 }
 
+bool FormWindow::WindowKeyPressed(const QKeyEvent& key, Qt::KeyboardModifiers modifiers) {
+  const bool up = key.key() == Qt::Key_PageUp;
+  if (modifiers == Qt::ControlModifier && scroll_.Bar() && (up || key.key() == Qt::Key_PageDown)) {
+    scroll_.Bar()->triggerAction(up ? QScrollBar::SliderPageStepSub : QScrollBar::SliderPageStepAdd);
+    return true;
+  }
+  if (modifiers != Qt::NoModifier || key.key() != Qt::Key_F1) return false;
+  if (!key.isAutoRepeat()) form_.Help();
+  return true;
+}
+
 bool FormWindow::KeyPressed(Control* focused, const QKeyEvent& key) {
   if (key.key() == Qt::Key_Alt) ShowMarks(true);
   const Qt::KeyboardModifiers modifiers = key.modifiers() & ~Qt::KeypadModifier;
   if (modifiers == Qt::AltModifier) return MnemonicPressed(key);
+  if (WindowKeyPressed(key, modifiers)) return true;
   if (focused && TableKeyPressed(*focused, key)) return true;
   const bool isTerminal = focused && focused->GetKind() == Control::Kind::TextBox &&
                           static_cast<TextBox*>(focused)->lines == TextBox::Lines::Many;
@@ -182,7 +201,7 @@ bool FormWindow::PressButton(WindowKey key) {
 }
 
 bool FormWindow::MnemonicPressed(const QKeyEvent& key) {
-  if (key.key() < Qt::Key_A || key.key() > Qt::Key_Z) return false;
+  if (key.key() > Qt::Key_Z) return false;
   const Mnemonics mnemonics = ChooseMnemonics(form_);
   const auto at = mnemonics.targets.find(QChar(key.key()));
   if (at == mnemonics.targets.end()) return false;

@@ -22,13 +22,13 @@ namespace vk32 {
 namespace {
 
 constexpr auto RefreshIsDue = static_cast<QEvent::Type>(QEvent::User + 1);
+constexpr int TitleBarHeight = 32;  // about, in pixels
+const QString CurrentStep = QStringLiteral("current step");
 
 }  // namespace
 
-FormWindow::FormWindow(Form& form, Theme& theme) : form_(form), theme_(theme), ring_(*this) {
-  setWindowFlags(Flags());
+FormWindow::FormWindow(Form& form, Theme& theme) : form_(form), theme_(theme), ring_(*this), scroll_(*this) {
   if (form_.style == FormStyle::Modal) setWindowModality(Qt::ApplicationModal);
-  setFocusPolicy(Qt::ClickFocus);
   const auto& controls = form_.Controls();
   setMouseTracking(std::any_of(controls.begin(), controls.end(),
                                [](const Control* control) { return static_cast<bool>(control->OnMouseMove); }));
@@ -41,10 +41,12 @@ FormWindow::FormWindow(Form& form, Theme& theme) : form_(form), theme_(theme), r
 
 FormWindow::~FormWindow() = default;
 
-Qt::WindowFlags FormWindow::Flags() const {
+Qt::WindowFlags FormWindow::Flags(bool owned) const {
   if (form_.style == FormStyle::Splash) return Qt::SplashScreen | Qt::FramelessWindowHint;
   Qt::WindowFlags flags = Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowSystemMenuHint;
-  flags |= IsDialog() ? Qt::Dialog : Qt::Window | Qt::WindowMinimizeButtonHint;
+  // X knows an owner of dialogs alone.
+  flags |= owned ? Qt::Dialog : Qt::Window;
+  if (!IsDialog()) flags |= Qt::WindowMinimizeButtonHint;
   if (form_.CloseEnabled) flags |= Qt::WindowCloseButtonHint;
   return flags;
 }
@@ -84,8 +86,9 @@ void FormWindow::Apply(Entry& entry) {
   const Control& control = *entry.control;
   QWidget& widget = entry.widget->AsWidget();
   const QPoint corner(ToPixels(control.Left), ToPixels(control.Top));
-  widget.setGeometry(
-      QRect(corner, QPoint(ToPixels(control.Left + control.Width) - 1, ToPixels(control.Top + control.Height) - 1)));
+  const QRect place(corner,
+                    QPoint(ToPixels(control.Left + control.Width) - 1, ToPixels(control.Top + control.Height) - 1));
+  widget.setGeometry(control.Parent() ? place : place.translated(-scroll_.Corner()));
   widget.setEnabled(control.Enabled);
   entry.widget->Sync();
   widget.setVisible(control.Visible);
@@ -93,7 +96,7 @@ void FormWindow::Apply(Entry& entry) {
 
 void FormWindow::ApplyForm() {
   setWindowTitle(FromWords(form_.Caption.Value()));
-  setFixedSize(ToPixels(form_.Width), ToPixels(form_.Height));
+  scroll_.Fit(QSize(ToPixels(form_.Width), ToPixels(form_.Height)), room_);
   ApplyCursor();
   QWindow* window = windowHandle();
   const bool canClose = window && window->flags().testFlag(Qt::WindowCloseButtonHint);
@@ -113,27 +116,38 @@ void FormWindow::ApplyCursor() {
 
 void FormWindow::NameWidgets() {
   namesDue_ = false;
+  QString current;
   for (const Entry& entry : entries_) {
-    if (TakesFocus(*entry.control)) entry.widget->AsWidget().setAccessibleName(AccessibleName(*entry.control));
+    QWidget& widget = entry.widget->AsWidget();
+    const Control::Kind kind = entry.control->GetKind();
+    const bool isBar = kind == Control::Kind::VScrollBar || kind == Control::Kind::ProgressBar;
+    if (isBar || TakesFocus(*entry.control)) entry.widget->Name(AccessibleName(*entry.control));
+    const bool isCurrent = IsCurrentStep(*entry.control);
+    if (isCurrent) current = FromWords(entry.control->Words());
+    const QString& told = widget.accessibleDescription();
+    if (isCurrent != (told == CurrentStep)) widget.setAccessibleDescription(isCurrent ? CurrentStep : QString());
   }
+  if (accessibleDescription() != current) setAccessibleDescription(current);
 }
 
 void FormWindow::Open(QPoint middle, const QWidget* below) {
   if (!isVisible()) {
+    const QScreen* screen = QGuiApplication::screenAt(middle);
+    QRect room = (screen ? screen : QGuiApplication::primaryScreen())->availableGeometry();
+    room.setTop(room.top() + TitleBarHeight);
+    room_ = room.size();
+    formChanged_ = true;
     Refresh();
     QRect place(QPoint(), size());
     place.moveCenter(middle);
-    const QScreen* screen = QGuiApplication::screenAt(middle);
-    const QRect room = (screen ? screen : QGuiApplication::primaryScreen())->availableGeometry();
     place.moveLeft(std::max(room.left(), std::min(place.left(), room.right() + 1 - width())));
     place.moveTop(std::max(room.top(), std::min(place.top(), room.bottom() + 1 - height())));
     // Not moved there, which would be the place of the frame: window after window would sink by its title bar.
     setGeometry(place);
     FocusFirst({});
-    if (below && IsDialog()) {
-      create();
-      windowHandle()->setTransientParent(below->windowHandle());
-    }
+    setWindowFlags(Flags(below != nullptr));
+    create();
+    windowHandle()->setTransientParent(below ? below->windowHandle() : nullptr);
     show();
   } else {
     raise();
@@ -152,6 +166,11 @@ void FormWindow::Detach() {
 QWidget* FormWindow::WidgetOf(const Control& control) const {
   const auto at = entryOf_.find(&control);
   return at == entryOf_.end() ? nullptr : &entries_[at->second].widget->AsWidget();
+}
+
+const Control* FormWindow::ControlOf(const QWidget& widget) const {
+  const auto at = controlOf_.find(&widget);
+  return !attached_ || at == controlOf_.end() ? nullptr : at->second;
 }
 
 void FormWindow::FormChanged(const PropertyBase& property) {
@@ -192,16 +211,23 @@ void FormWindow::Refresh() {
   for (const Control* control : std::exchange(changed_, {})) {
     const std::size_t index = entryOf_[control];
     const bool appears = control->Visible && entries_[index].widget->AsWidget().isHidden();
-    if (appears && control->GetKind() == Control::Kind::Frame)
-      shownFrames.push_back(static_cast<const Frame*>(control));
+    // What is only drawn, as the background of a row, is no page that takes the focus.
+    if (const auto* frame = dynamic_cast<const Frame*>(control); appears && frame && frame->fill == Fill::None)
+      shownFrames.push_back(frame);
     PopulateIfVisible(entries_[index]);
     Apply(entries_[index]);
   }
   if (namesDue_) NameWidgets();
   if (marksShown_) ShowMarks(true);
+  scroll_.Raise();
   FocusAfterChange(lost, shownFrames);
   SettleFocus();
   UpdateRing();
+}
+
+void FormWindow::RefreshAll() {
+  for (const Entry& entry : entries_) changed_.insert(entry.control);
+  Refresh();
 }
 
 bool FormWindow::event(QEvent* event) {
@@ -230,10 +256,9 @@ void FormWindow::LetGoOfAll() {
   for (std::size_t i = 0; i < entries_.size() && attached_; ++i) entries_[i].widget->LetGo();
 }
 
-void FormWindow::LeaveFields() {
-  const QWidget* focused = focusWidget();
+void FormWindow::LeaveFields(const QObject* clicked) {
   for (std::size_t i = 0; i < entries_.size() && attached_; ++i) {
-    if (&entries_[i].widget->AsWidget() != focused) entries_[i].widget->Leave();
+    if (&entries_[i].widget->AsWidget() != clicked) entries_[i].widget->Leave();
   }
 }
 
@@ -250,7 +275,7 @@ void FormWindow::mouseReleaseEvent(QMouseEvent* event) {
   const bool clicked = pressed_ && event->button() == Qt::LeftButton &&
                        rect().contains(mapFromGlobal(event->globalPosition()).toPoint());
   pressed_ = false;
-  LeaveFields();
+  LeaveFields(nullptr);
   if (clicked && attached_) form_.Click();
 }
 
@@ -268,8 +293,10 @@ void FormWindow::wheelEvent(QWheelEvent* event) {
     if (at.y() >= place.top() && at.y() <= place.bottom() && at.x() < place.left()) {
       // Not sent, since what the bar leaves would come back here.
       static_cast<QObject*>(bar)->event(event);
+      return;
     }
   }
+  if (QScrollBar* bar = scroll_.Bar()) static_cast<QObject*>(bar)->event(event);
 }
 
 }  // namespace vk32

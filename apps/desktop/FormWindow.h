@@ -10,6 +10,7 @@
 
 #include "ControlWidget.h"
 #include "FocusRing.h"
+#include "FormScroll.h"
 #include "Navigation.h"
 #include "forms/Form.h"
 
@@ -20,16 +21,21 @@ class FormWindow : public QWidget, public FormObserver {
   FormWindow(Form& form, Theme& theme);
   ~FormWindow() override;
 
-  /// Shows it on top of the others; if it isn't shown yet, with its middle at `middle`, and a dialog above `below`, if
-  /// that isn't nullptr.
+  /// Shows it on top of the others; if it isn't shown yet, with its middle at `middle`, and from then on above `below`,
+  /// if that is the window it was opened from; else nullptr.
   void Open(QPoint middle, const QWidget* below);
   /// The form goes: from now on nothing leads to it.
   void Detach();
 
+  bool IsDialog() const { return form_.style == FormStyle::Dialog || form_.style == FormStyle::Modal; }
   /// nullptr for a control that stands nowhere, or whose page has not been shown yet.
   QWidget* WidgetOf(const Control& control) const;
+  /// nullptr for a widget that is no control's, and when the form has gone.
+  const Control* ControlOf(const QWidget& widget) const;
   /// Brings the widgets up to date at once. Happens by itself before the next event of the user.
   void Refresh();
+  /// The same for all widgets, since the theme has changed.
+  void RefreshAll();
 
   void FormChanged(const PropertyBase& property) override;
   void ControlChanged(Control& control, const PropertyBase& property) override;
@@ -65,10 +71,10 @@ class FormWindow : public QWidget, public FormObserver {
   void ScheduleRefresh();
   void NameWidgets();
   void LetGoOfAll();
-  /// Tells all but the one with the focus.
-  void LeaveFields();
-  Qt::WindowFlags Flags() const;
-  bool IsDialog() const { return form_.style == FormStyle::Dialog || form_.style == FormStyle::Modal; }
+  /// Tells all but the one that the user has clicked.
+  void LeaveFields(const QObject* clicked);
+  /// `owned`: it stands above another window.
+  Qt::WindowFlags Flags(bool owned) const;
 
   // Focus
   Control* FocusedControl() const;
@@ -85,6 +91,8 @@ class FormWindow : public QWidget, public FormObserver {
   /// `focused` is nullptr if no control has the focus. True: the key has been used.
   bool KeyPressed(Control* focused, const QKeyEvent& key);
   bool TableKeyPressed(Control& focused, const QKeyEvent& key);
+  /// Keys that do the same wherever the focus is.
+  bool WindowKeyPressed(const QKeyEvent& key, Qt::KeyboardModifiers modifiers);
   bool MnemonicPressed(const QKeyEvent& key);
   void MoveInGroup(OptionButton& option, bool forward);
   bool PressButton(WindowKey key);
@@ -94,6 +102,8 @@ class FormWindow : public QWidget, public FormObserver {
   Form& form_;
   Theme& theme_;
   FocusRing ring_;
+  FormScroll scroll_;
+  QSize room_{QWIDGETSIZE_MAX, QWIDGETSIZE_MAX};  // on the screen where it was opened
   std::vector<Entry> entries_;
   std::unordered_map<const Control*, std::size_t> entryOf_;
   std::unordered_map<const QObject*, Control*> controlOf_;

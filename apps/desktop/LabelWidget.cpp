@@ -12,8 +12,8 @@
 namespace vk32 {
 namespace {
 
-/// Higher than this, a text begins at the top and wraps; else it is one line, centred beside its field.
-constexpr int OneLineHeight = 315;        // twips
+/// Higher than this, a text begins at the top and wraps; else it is one line, centred beside its field or sign.
+constexpr int OneLineHeight = 360;        // twips
 constexpr int TwoSmallLinesHeight = 480;  // twips
 
 bool MayWrap(const Label& label) {
@@ -30,6 +30,7 @@ bool MayWrap(const Label& label) {
     case TextRole::Product:
     case TextRole::TableText:
     case TextRole::TableName:
+    case TextRole::MutedRight:
     case TextRole::SplashName:
     case TextRole::SplashSubtitle:
     case TextRole::BandName:
@@ -68,11 +69,15 @@ const TextBlock& LabelWidget::Block() const {
 
 Qt::Alignment LabelWidget::Alignment() const {
   if (label_.role == TextRole::TableHead) return Qt::AlignLeft | Qt::AlignBottom;
-  if (label_.role == TextRole::Link || label_.role == TextRole::BandText) return Qt::AlignRight | Qt::AlignVCenter;
+  const bool right = label_.role == TextRole::Link || label_.role == TextRole::BandText;
+  if (right || label_.role == TextRole::MutedRight) return Qt::AlignRight | Qt::AlignVCenter;
   return Qt::AlignLeft | (MayWrap(label_) ? Qt::AlignTop : Qt::AlignVCenter);
 }
 
 QColor LabelWidget::TextColor() const {
+  if (theme_.highContrast && label_.role == TextRole::Step && label_.ForeColor == StepOther) {
+    return colors::OtherStepOnContrast;
+  }
   if (label_.ForeColor != SystemButtonText) return colors::FromForm(label_.ForeColor);
   return isEnabled() ? colors::OfRole(label_.role) : colors::Disabled;
 }
@@ -110,7 +115,9 @@ void LabelWidget::resizeEvent(QResizeEvent* event) {
   block_.reset();
 }
 
-bool LabelWidget::TakesMouse() const { return label_.OnClick || label_.OnMouseDown || label_.OnMouseUp; }
+bool LabelWidget::TakesMouse() const {
+  return IsAttached() && (label_.OnClick || label_.OnMouseDown || label_.OnMouseUp);
+}
 
 void LabelWidget::mousePressEvent(QMouseEvent* event) {
   if (!TakesMouse()) return event->ignore();
@@ -142,7 +149,7 @@ void LabelWidget::keyPressEvent(QKeyEvent* event) {
 }
 
 void LabelWidget::Activate() {
-  label_.Press();
+  if (IsAttached()) label_.Press();
   if (IsAttached()) label_.Release();
   if (IsAttached()) label_.Click();
 }

@@ -23,6 +23,8 @@ class LabelWidget : public QLabel, public ControlWidget {
 
   /// The text as it's laid out at this size.
   const TextBlock& Block() const;
+  /// A press of it leads somewhere.
+  bool TakesMouse() const;
 
  protected:
   void paintEvent(QPaintEvent* event) override;
@@ -37,7 +39,6 @@ class LabelWidget : public QLabel, public ControlWidget {
   /// Where the text of one line stands.
   QRect LinePlace() const;
   QColor TextColor() const;
-  bool TakesMouse() const;
 
   Label& label_;
   Theme& theme_;

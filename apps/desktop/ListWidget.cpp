@@ -95,9 +95,14 @@ void ListWidget::Sync() {
   const QString shown = FromBytes(list_.Text.Value());
   if (isEditable()) lineEdit()->setReadOnly(list_.Locked);
   if (isEditable() && currentText() != shown) setEditText(shown);
-  ColorField(*this, list_);
+  ColorField(*this, list_, list_.Locked);
   view()->viewport()->update();
   update();
+}
+
+void ListWidget::Name(const QString& name) {
+  setAccessibleName(name);
+  if (isEditable()) lineEdit()->setAccessibleName(name);
 }
 
 int ListWidget::ListWidth() const { return std::max(width(), ToPixels(list_.ListWidth)); }
@@ -136,6 +141,7 @@ void ListWidget::focusOutEvent(QFocusEvent* event) {
 }
 
 void ListWidget::showPopup() {
+  if (!IsAttached()) return;
   if (!moved_) Sync();
   if (list_.Locked) return;
   view()->installEventFilter(this);
@@ -180,6 +186,11 @@ int ListWidget::Search(const QKeyEvent& key, int from) {
   if (const int found = find(typed_.size() == 1 ? from + 1 : 0); found >= 0) return found;
   typed_ = letter;
   return find(from + 1);
+}
+
+void ListWidget::initStyleOption(QStyleOptionComboBox* option) const {
+  QComboBox::initStyleOption(option);
+  option->subControls.setFlag(QStyle::SC_ComboBoxArrow, !list_.Locked);
 }
 
 void ListWidget::wheelEvent(QWheelEvent* event) {

@@ -33,9 +33,11 @@ class ListWidget : public QComboBox, public ControlWidget {
 
   QWidget& AsWidget() override { return *this; }
   void Sync() override;
+  void Name(const QString& name) override;
   QString Tip() const override;
   bool Wants(const QKeyEvent& key) const override;
   void Leave() override;
+  void showPopup() override;
 
   /// Of the opened list, in pixels.
   int ListWidth() const;
@@ -43,7 +45,7 @@ class ListWidget : public QComboBox, public ControlWidget {
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
   void focusOutEvent(QFocusEvent* event) override;
-  void showPopup() override;
+  void initStyleOption(QStyleOptionComboBox* option) const override;
   void keyPressEvent(QKeyEvent* event) override;
   void wheelEvent(QWheelEvent* event) override;
 

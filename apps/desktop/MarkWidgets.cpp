@@ -43,7 +43,7 @@ MarkWidget<Button, MarkControl>::MarkWidget(MarkControl& control, QWidget& paren
 
 template <class Button, class MarkControl>
 void MarkWidget<Button, MarkControl>::Clicked() {
-  control_.Click();
+  if (IsAttached()) control_.Click();
   if (IsAttached()) Sync();
 }
 
@@ -109,8 +109,9 @@ void CheckWidget::DrawMark(QPainter& painter, const QRectF& box) const {
 }
 
 OptionWidget::OptionWidget(OptionButton& option, QWidget& parent, Theme& theme) : MarkWidget(option, parent, theme) {
-  // The form clears the others.
-  setAutoExclusive(false);
+  // The form clears the others, not Qt; yet only what is exclusive is told to be a radio button.
+  alone_.setExclusive(false);
+  alone_.addButton(this);
 }
 
 void OptionWidget::DrawMark(QPainter& painter, const QRectF& box) const {

@@ -1,6 +1,7 @@
 // The widgets of check boxes and options: a box or circle with a mark, and words beside it.
 #pragma once
 
+#include <QButtonGroup>
 #include <QCheckBox>
 #include <QRadioButton>
 
@@ -56,6 +57,9 @@ class OptionWidget : public MarkWidget<QRadioButton, OptionButton> {
 
  protected:
   void DrawMark(QPainter& painter, const QRectF& box) const override;
+
+ private:
+  QButtonGroup alone_;
 };
 
 }  // namespace vk32

@@ -1,6 +1,8 @@
 // The message box.
 #include "MessageBox.h"
 
+#include <QClipboard>
+#include <QGuiApplication>
 #include <QKeyEvent>
 #include <QPainter>
 #include <QPainterPath>
@@ -19,6 +21,7 @@ constexpr int IconRadius = 20, TextLeft = 80, TextLeftWithoutIcon = 24, TextTop 
 constexpr int NarrowestText = 400, WidestText = 560;
 constexpr int ButtonWidth = 96, ButtonHeight = 26, ButtonGap = 8, ButtonRight = 16, ButtonBottom = 22,
               AboveButtons = 20;
+constexpr int CopyButtonWidth = 136, AboveLine = 20, AboveDetails = 8;
 constexpr int RingWidth = 3;  // the focus ring and its gap
 
 /// A button with its focus ring around it.
@@ -90,14 +93,16 @@ MessageBox::MessageBox(const MessageBoxRequest& request, const Theme& theme, QWi
       icon_(request.icon),
       theme_(theme),
       text_(FromWords(request.text), theme.Font(TextRole::Body), WidestText, Wrapping::Words),
-      answer_(request.buttons == MessageButtons::OK ? Answer::OK : Answer::No) {
+      answer_(Declining(request.buttons)) {
   setWindowTitle(FromWords(request.title));
   setWindowModality(Qt::ApplicationModal);
   // Read out by assistive technology when the box opens.
   setAccessibleName(windowTitle());
   setAccessibleDescription(text_.Lines().join(u'\n'));
   const int width = TextPlace().right() + 1 + TextRight;
-  setFixedSize(width, ButtonTop() + ButtonHeight + ButtonBottom);
+  setFixedWidth(width);
+  if (!request.details.empty()) AddDetails(FromWords(request.details));
+  setFixedHeight(ButtonTop() + ButtonHeight + ButtonBottom);
   AddButtons(request.buttons, request.yesBreaksSomething);
 }
 
@@ -108,19 +113,47 @@ QRect MessageBox::TextPlace() const {
   return {left, top, std::max(text_.Width(), NarrowestText), text_.Height()};
 }
 
+int MessageBox::TextBottom() const { return std::max(TextPlace().bottom() + 1, IconMiddle.y() + IconRadius); }
+
 int MessageBox::ButtonTop() const {
-  return std::max(TextPlace().bottom() + 1, IconMiddle.y() + IconRadius) + AboveButtons;
+  return (details_ ? details_->geometry().bottom() + 1 : TextBottom()) + AboveButtons;
+}
+
+void MessageBox::AddDetails(const QString& details) {
+  const QFont& font = theme_.Font(TextRole::Small);
+  const QString lines = details.toHtmlEscaped().replace(u'\n', QStringLiteral("<br>"));
+  details_ = new QLabel(
+      QStringLiteral("<p style=\"line-height:%1px\">%2</p>").arg(QString::number(Theme::LinePitch(font)), lines), this);
+  details_->setFont(font);
+  details_->setWordWrap(true);
+  details_->setTextInteractionFlags(Qt::TextSelectableByMouse);
+  details_->setAccessibleName(details);
+  QPalette palette = details_->palette();
+  palette.setColor(QPalette::WindowText, colors::Muted);
+  details_->setPalette(palette);
+  const QRect text = TextPlace();
+  const int top = TextBottom() + AboveLine + 1 + AboveDetails;
+  details_->setGeometry(text.left(), top, text.width(), details_->heightForWidth(text.width()));
+  setAccessibleDescription(accessibleDescription() + u'\n' + details);
+  QPushButton* copy = PlaceButton(QStringLiteral("Copy details"), text.left(), CopyButtonWidth);
+  connect(copy, &QPushButton::clicked, this, [details] { QGuiApplication::clipboard()->setText(details); });
 }
 
 QPushButton* MessageBox::AddButton(const QString& words, Answer answer, int& right) {
-  auto* button = new BoxButton(words, theme_.Font(TextRole::Body), this);
-  const QRect face(right - ButtonWidth, ButtonTop(), ButtonWidth, ButtonHeight);
-  button->setGeometry(face.adjusted(-RingWidth, -RingWidth, RingWidth, RingWidth));
+  right -= ButtonWidth;
+  QPushButton* button = PlaceButton(words, right, ButtonWidth);
   connect(button, &QPushButton::clicked, this, [this, answer] {
     answer_ = answer;
     accept();
   });
-  right = face.left() - ButtonGap;
+  right -= ButtonGap;
+  return button;
+}
+
+QPushButton* MessageBox::PlaceButton(const QString& words, int left, int width) {
+  auto* button = new BoxButton(words, theme_.Font(TextRole::Body), this);
+  const QRect face(left, ButtonTop(), width, ButtonHeight);
+  button->setGeometry(face.adjusted(-RingWidth, -RingWidth, RingWidth, RingWidth));
   return button;
 }
 
@@ -129,6 +162,14 @@ void MessageBox::AddButtons(MessageButtons buttons, bool yesBreaksSomething) {
   if (buttons == MessageButtons::OK) {
     AddButton(QStringLiteral("OK"), Answer::OK, right)->setFocus();
     return;
+  }
+  if (buttons == MessageButtons::SaveDiscardCancel) {
+    QPushButton* cancel = AddButton(QStringLiteral("&Cancel"), Answer::Cancel, right);
+    QPushButton* discard = AddButton(QStringLiteral("&Discard"), Answer::Discard, right);
+    QPushButton* save = AddButton(QStringLiteral("&Save"), Answer::Save, right);
+    setTabOrder(save, discard);
+    setTabOrder(discard, cancel);
+    return save->setFocus();
   }
   QPushButton* no = AddButton(QStringLiteral("&No"), Answer::No, right);
   QPushButton* yes = AddButton(QStringLiteral("&Yes"), Answer::Yes, right);
@@ -145,6 +186,8 @@ void MessageBox::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   DrawIcon(painter, icon_, theme_.Font(TextRole::Product));
   text_.Draw(painter, TextPlace(), Qt::AlignLeft | Qt::AlignTop, colors::Text);
+  const int left = TextPlace().left();
+  if (details_) painter.fillRect(left, TextBottom() + AboveLine, width() - ButtonRight - left, 1, colors::Hairline);
 }
 
 void MessageBox::keyPressEvent(QKeyEvent* event) {

@@ -1,7 +1,8 @@
-// The message box: an icon, a text as it stands, and OK, or Yes and No.
+// The message box: an icon, a text as it stands, details of a failure, and OK, or Yes and No.
 #pragma once
 
 #include <QDialog>
+#include <QLabel>
 #include <QPushButton>
 
 #include "TextBlock.h"
@@ -28,12 +29,17 @@ class MessageBox : public QDialog {
  private:
   void AddButtons(MessageButtons buttons, bool yesBreaksSomething);
   QPushButton* AddButton(const QString& words, Answer answer, int& right);
+  QPushButton* PlaceButton(const QString& words, int left, int width);
+  /// The lines below the text, to be selected, and the button that copies them.
+  void AddDetails(const QString& details);
+  int TextBottom() const;
   int ButtonTop() const;
 
   MessageIcon icon_;
   const Theme& theme_;
   TextBlock text_;
   Answer answer_;
+  QLabel* details_ = nullptr;
 };
 
 }  // namespace vk32

@@ -33,7 +33,7 @@ QString LetterWords(const Control& shower) {
   return FromWords(row ? std::string(row->words) : shower.Words());
 }
 
-/// A letter that is still free: the first of a word if possible.
+/// A letter that is still free: the first of a word if possible; a digit if there is none.
 QChar FreeLetter(const QString& words, const std::set<QChar>& taken) {
   const auto isFree = [&](QChar letter) { return letter >= u'A' && letter <= u'Z' && !taken.count(letter); };
   for (qsizetype at = 0; at < words.size(); ++at) {
@@ -41,6 +41,9 @@ QChar FreeLetter(const QString& words, const std::set<QChar>& taken) {
   }
   for (const QChar character : words) {
     if (isFree(character.toUpper())) return character.toUpper();
+  }
+  for (const QChar character : words) {
+    if (character >= u'0' && character <= u'9' && !taken.count(character)) return character;
   }
   return {};
 }
@@ -80,6 +83,17 @@ bool IsReachable(const Control& control) {
     if (!at->Enabled) return false;
   }
   return true;
+}
+
+bool IsHeading(const Control& control) {
+  const Label* label = AsLabel(&control);
+  return label && (label->role == TextRole::Heading || label->role == TextRole::HeadingLink ||
+                   label->role == TextRole::Title || label->role == TextRole::Product);
+}
+
+bool IsCurrentStep(const Control& control) {
+  const Label* label = AsLabel(&control);
+  return label && label->role == TextRole::Step && label->ForeColor == StepCurrent;
 }
 
 bool IsField(const Control& control) {

@@ -16,6 +16,10 @@ namespace vk32 {
 bool IsReachable(const Control& control);
 /// Of a kind that can have the focus.
 bool TakesFocus(const Control& control);
+/// The line of a side menu that is at work now.
+bool IsCurrentStep(const Control& control);
+/// A label that tells what follows: the title of a page, or the heading of a group.
+bool IsHeading(const Control& control);
 bool IsField(const Control& control);
 bool IsButton(const Control& control);
 
@@ -34,7 +38,7 @@ QRect PlaceOnForm(const Control& control);
 /// What assistive technology calls the control. Never empty.
 QString AccessibleName(const Control& control);
 
-/// The letters that work together with Alt now.
+/// The letters and digits that work together with Alt now.
 struct Mnemonics {
   std::map<QChar, Control*> targets;      // upper-case letter to what it leads to
   std::map<const Control*, QChar> marks;  // whose words show the letter

@@ -7,6 +7,7 @@
 #include <QStyleOption>
 #include <algorithm>
 
+#include "BarWidgets.h"
 #include "Drawing.h"
 #include "ListWidget.h"
 #include "Theme.h"
@@ -24,12 +25,13 @@ bool Has(const QStyleOption& option, QStyle::StateFlag flag) { return option.sta
 
 void DrawField(QPainter& painter, const QStyleOption& option, bool focused) {
   const double thickness = focused ? 2 : 1;
-  DrawBox(painter, option.rect, 3, focused ? colors::Text : colors::Border, option.palette.color(QPalette::Base),
-          thickness, thickness);
+  DrawBox(painter, option.rect, 3, focused ? colors::Text : option.palette.color(QPalette::Dark),
+          option.palette.color(QPalette::Base), thickness, thickness);
 }
 
 void DrawList(QPainter& painter, const QStyleOptionComboBox& option, bool focused) {
   DrawField(painter, option, focused);
+  if (!option.subControls.testFlag(QStyle::SC_ComboBoxArrow)) return;
   const QRect area = option.rect;
   const QColor color = Has(option, QStyle::State_Enabled) ? colors::Text : colors::Disabled;
   DrawChevron(painter, QPointF(area.right() + 1 - 14, area.top() + area.height() / 2.0), Direction::Down, color);
@@ -71,26 +73,28 @@ QRect ScrollBarPart(const QStyleOptionSlider& bar, QStyle::SubControl part) {
   }
 }
 
-void DrawScrollBar(QPainter& painter, const QStyleOptionSlider& bar) {
-  painter.fillRect(bar.rect, colors::Track);
+/// `onBand`: it lies on the dark area that it moves.
+void DrawScrollBar(QPainter& painter, const QStyleOptionSlider& bar, bool onBand) {
+  if (!onBand) painter.fillRect(bar.rect, colors::Track);
   const bool vertical = bar.orientation == Qt::Vertical;
   if (bar.maximum > bar.minimum) {
     const QRect slider = ScrollBarPart(bar, QStyle::SC_ScrollBarSlider);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);
-    painter.setBrush(colors::Thumb);
+    painter.setBrush(onBand ? colors::Border : colors::Thumb);
     painter.drawRoundedRect(
         vertical ? slider.adjusted(ThumbMargin, 0, -ThumbMargin, 0) : slider.adjusted(0, ThumbMargin, 0, -ThumbMargin),
         4, 4);
   }
   if (vertical) {
     const QRectF area = bar.rect;
-    DrawChevron(painter, QPointF(area.center().x(), area.top() + 10), Direction::Up, colors::Text);
-    DrawChevron(painter, QPointF(area.center().x(), area.bottom() - 10), Direction::Down, colors::Text);
+    const QColor arrow = onBand ? colors::TerminalText : colors::Text;
+    DrawChevron(painter, QPointF(area.center().x(), area.top() + 10), Direction::Up, arrow);
+    DrawChevron(painter, QPointF(area.center().x(), area.bottom() - 10), Direction::Down, arrow);
   }
   if (Has(bar, QStyle::State_HasFocus)) {
     painter.setBrush(Qt::NoBrush);
-    painter.setPen(QPen(colors::Text, 2));
+    painter.setPen(QPen(onBand ? colors::OnBandStrong : colors::Text, 2));
     painter.drawRect(QRectF(bar.rect).adjusted(1, 1, -1, -1));
   }
 }
@@ -135,7 +139,8 @@ void ProgramStyle::drawComplexControl(ComplexControl control, const QStyleOption
   } else if (const auto* bar = qstyleoption_cast<const QStyleOptionSlider*>(option); control == CC_ScrollBar && bar) {
     QStyleOptionSlider shown = *bar;
     shown.state.setFlag(State_HasFocus, widget && widget->hasFocus());
-    DrawScrollBar(*painter, shown);
+    const auto* own = dynamic_cast<const ScrollBarWidget*>(widget);
+    DrawScrollBar(*painter, shown, own && own->Ground() == Fill::Band);
   } else {
     QProxyStyle::drawComplexControl(control, option, painter, widget);
   }

@@ -17,6 +17,7 @@ constexpr int Gap = 4;        // between two columns
 void RowWidget::Sync() {
   LabelWidget::Sync();
   setAccessibleName(text().replace(u'\t', QStringLiteral(", ")));
+  setAccessibleDescription(row_.Chosen ? QStringLiteral("chosen") : QString());
   update();
 }
 
@@ -41,7 +42,7 @@ QString RowWidget::Tip() const {
 void RowWidget::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   if (row_.Chosen) {
-    painter.fillRect(rect(), colors::Chosen);
+    painter.fillRect(rect(), colors::Track);
     painter.fillRect(0, 0, MarkWidth, height(), colors::Filled);
   }
   for (std::size_t column = 0; column < row_.columns.size(); ++column) {

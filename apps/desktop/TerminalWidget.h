@@ -3,7 +3,7 @@
 
 #include <cstddef>
 #include <string>
-#include <vector>
+#include <utility>
 
 #include "ControlWidget.h"
 
@@ -19,45 +19,47 @@ class TerminalWidget : public QWidget, public ControlWidget {
 
   /// What can be seen at the moment, a row a line.
   QString VisibleText() const;
-  int Columns() const;
-  int VisibleRows() const;
+  int Columns() const { return box_.screenful.columns; }
+  int VisibleRows() const { return box_.screenful.rows; }
+
+  // For assistive technology. Positions are those of the text.
+  int Length() const;
+  QString Part(int from, int to) const;
+  int CursorPosition() const;
+  QRect CharacterPlace(int position) const;
+  int PositionNear(QPoint place) const;
+  std::pair<int, int> Selection() const;
+  void Select(int from, int to);
+  void ShowPosition(int position);
 
  protected:
   void paintEvent(QPaintEvent* event) override;
-  void resizeEvent(QResizeEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   void wheelEvent(QWheelEvent* event) override;
   void mousePressEvent(QMouseEvent* event) override;
   void mouseMoveEvent(QMouseEvent* event) override;
   void mouseReleaseEvent(QMouseEvent* event) override;
+  void contextMenuEvent(QContextMenuEvent* event) override;
   void focusInEvent(QFocusEvent* event) override;
   void focusOutEvent(QFocusEvent* event) override;
 
  private:
-  struct Row {
-    std::size_t start, length;
-  };
-
-  /// Lays the text out from `start` on, which is the start of a row.
-  void Wrap(std::size_t start);
-  int LastTop() const;
-  void ScrollTo(int row);
-  QString RowText(const Row& row) const;
+  bool Scrolled(const QKeyEvent& key);
+  /// Marks from where the mouse went down up to there.
+  void MarkTo(std::size_t position);
+  QString RowText(const TextRow& row) const;
   const std::string& Text() const { return box_.Text.Value(); }
-  std::size_t RowOf(std::size_t position) const;
   std::size_t PositionAt(QPointF point) const;
-  QRectF CellsOf(int line, const Row& row, std::size_t from, std::size_t to) const;
+  QRectF CellsOf(int line, const TextRow& row, std::size_t from, std::size_t to) const;
   void DrawCursor(QPainter& painter) const;
-  QString SelectedText() const;
   void TypeAll(const QString& text);
+  void Paste();
 
   TextBox& box_;
   const QFont& font_;
   double cell_;  // width of a character
-  std::vector<Row> rows_{{0, 0}};
-  int top_ = 0;  // the first row that can be seen
   int wheel_ = 0;
-  std::size_t anchor_ = 0, selectionEnd_ = 0;
+  std::size_t anchor_ = 0;  // where a mark begins
 };
 
 }  // namespace vk32

@@ -38,6 +38,7 @@ QColor OfRole(TextRole role) {
   switch (role) {
     case TextRole::TableHead:
     case TextRole::Muted:
+    case TextRole::MutedRight:
     case TextRole::Small: return Muted;
     case TextRole::BandName: return OnBandStrong;
     case TextRole::BandText:
@@ -109,6 +110,7 @@ const QFont& Theme::Font(TextRole role) const {
     case TextRole::Body:
     case TextRole::BodyLink:
     case TextRole::Muted:
+    case TextRole::MutedRight:
     case TextRole::BandText:
     case TextRole::BandSubtitle:
     case TextRole::Link: break;

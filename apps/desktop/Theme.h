@@ -31,6 +31,7 @@ constexpr QColor Muted = Rgb(0x555B52);
 constexpr QColor Accent = Rgb(0xAC2424);
 constexpr QColor Border = Rgb(0x868D83);
 constexpr QColor Disabled = Rgb(0x868D83);
+constexpr QColor OtherStepOnContrast = Rgb(0x62685F);
 constexpr QColor Band = Rgb(0x1E211D);
 constexpr QColor OnBand = Rgb(0xD5D9D2);
 constexpr QColor OnBandStrong = Rgb(0xFFFFFF);
@@ -40,7 +41,6 @@ constexpr QColor DisabledFieldText = Rgb(0x5F655C);
 constexpr QColor Track = Rgb(0xE3E6E0);
 constexpr QColor PressedFace = Rgb(0xE3E6E0);
 constexpr QColor Filled = Rgb(0x4A5147);
-constexpr QColor Chosen = Rgb(0xE3E6E0);
 constexpr QColor Thumb = Rgb(0x6B7168);
 constexpr QColor TerminalText = Rgb(0xE9ECE6);
 
@@ -58,6 +58,9 @@ QPalette ProgramPalette();
 class Theme {
  public:
   Theme();
+
+  /// The desktop asks for high contrast.
+  bool highContrast = false;
 
   const QFont& Font(TextRole role) const;
   const QFont& TerminalFont() const { return terminal_; }

@@ -1,6 +1,7 @@
 // The screen of the text front end.
 #include "script/ScriptScreen.h"
 
+#include <sstream>
 #include <utility>
 
 #include "script/Quoting.h"
@@ -24,6 +25,9 @@ const char* ButtonName(Answer answer) {
     case Answer::OK: return "OK";
     case Answer::Yes: return "Yes";
     case Answer::No: return "No";
+    case Answer::Save: return "Save";
+    case Answer::Discard: return "Discard";
+    case Answer::Cancel: return "Cancel";
   }
   return "OK";
 }
@@ -34,6 +38,8 @@ Answer ScriptScreen::Ask(const MessageBoxRequest& request) {
   const Answer answer = NextAnswer(request.buttons);
   print_(std::string("box ") + IconName(request.icon) + " " + Quote(request.title) + " " + Quote(request.text) +
          " -> " + ButtonName(answer));
+  std::istringstream details(request.details);
+  for (std::string line; std::getline(details, line);) print_("detail " + Quote(line));
   Judge(request);
   if (confirms_ > 0) {
     --confirms_;
@@ -43,12 +49,13 @@ Answer ScriptScreen::Ask(const MessageBoxRequest& request) {
 }
 
 Answer ScriptScreen::NextAnswer(MessageButtons buttons) {
-  if (buttons != MessageButtons::YesNo) return Answer::OK;
-  if (answers_.empty()) {
-    failure_ = "no answer was waiting for a question";
-    return Answer::No;
+  if (buttons == MessageButtons::OK) return Answer::OK;
+  const Answer answer = answers_.empty() ? Answer::OK : answers_.front();
+  const bool yesNo = answer == Answer::Yes || answer == Answer::No;
+  if (answer == Answer::OK || yesNo != (buttons == MessageButtons::YesNo)) {
+    failure_ = answers_.empty() ? "no answer was waiting for a question" : "the answer that was waiting is none here";
+    return Declining(buttons);
   }
-  const Answer answer = answers_.front();
   answers_.pop_front();
   return answer;
 }
@@ -77,6 +84,13 @@ std::optional<std::string> ScriptScreen::AskFile(const FileDialogRequest& reques
 }
 
 void ScriptScreen::OpenWebSite(const std::string& url) { print_("web " + Quote(url)); }
+
+void ScriptScreen::CopyText(const std::string& text) { print_("copied " + Quote(text)); }
+
+std::string ScriptScreen::OpenManual(const std::string& form) {
+  print_("manual " + Quote(form));
+  return {};
+}
 
 void ScriptScreen::ProgramFaulted(int number, const std::string& description) {
   faulted_ = true;

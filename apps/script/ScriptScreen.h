@@ -22,6 +22,8 @@ class ScriptScreen : public Screen {
   Answer Ask(const MessageBoxRequest& request) override;
   std::optional<std::string> AskFile(const FileDialogRequest& request) override;
   void OpenWebSite(const std::string& url) override;
+  void CopyText(const std::string& text) override;
+  std::string OpenManual(const std::string& form) override;
   void ProgramFaulted(int number, const std::string& description) override;
   void ProgramEnded() override;
 

@@ -73,6 +73,7 @@ ScriptSession::Command ScriptSession::FindCommand(std::string_view name) {
       {"check", &ScriptSession::Check},
       {"scroll", &ScriptSession::Scroll},
       {"move", &ScriptSession::Move},
+      {"help", &ScriptSession::Help},
       {"get", &ScriptSession::Get},
       {"items", &ScriptSession::Items},
       {"forms", &ScriptSession::ListForms},
@@ -174,6 +175,11 @@ void ScriptSession::Move(std::string_view arguments) {
   }
 }
 
+void ScriptSession::Help(std::string_view arguments) {
+  const Target target = Resolve(arguments);
+  Require(target.form->Help(), target);
+}
+
 // The questions
 
 void ScriptSession::Get(std::string_view arguments) { screen_.Print("value " + Quote(PropertyText(arguments))); }
@@ -200,8 +206,15 @@ void ScriptSession::Controls(std::string_view arguments) {
 // What is prepared, and time
 
 void ScriptSession::AnswerBox(std::string_view arguments) {
-  if (arguments != "yes" && arguments != "no") throw Refused("answer takes yes or no");
-  screen_.QueueAnswer(arguments == "yes" ? Answer::Yes : Answer::No);
+  const std::pair<std::string_view, Answer> answers[] = {{"yes", Answer::Yes},
+                                                         {"no", Answer::No},
+                                                         {"save", Answer::Save},
+                                                         {"discard", Answer::Discard},
+                                                         {"cancel", Answer::Cancel}};
+  for (const auto& [word, answer] : answers) {
+    if (arguments == word) return screen_.QueueAnswer(answer);
+  }
+  throw Refused("answer takes yes, no, save, discard or cancel");
 }
 
 void ScriptSession::Expect(std::string_view arguments) {
@@ -296,7 +309,7 @@ ScriptSession::Target ScriptSession::Resolve(std::string_view name) const {
 }
 
 ScriptSession::Target ScriptSession::TurnTo(std::string_view name) const {
-  const Target target = Resolve(name);
+  Target target = Resolve(name);
   if (target.control && target.control->Shown()) target.form->FocusMoved(target.control);
   return target;
 }

@@ -54,6 +54,7 @@ class ScriptSession {
   void Check(std::string_view arguments);
   void Scroll(std::string_view arguments);
   void Move(std::string_view arguments);
+  void Help(std::string_view arguments);
   void Get(std::string_view arguments);
   void Items(std::string_view arguments);
   void ListForms(std::string_view arguments);

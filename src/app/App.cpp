@@ -1,10 +1,12 @@
 // What the program is made of, and its start.
 #include "app/App.h"
 
+#include "app/Backstage.h"
 #include "deviceinfo/DeviceInfo.h"
 #include "firmware/DownloadingMsg.h"
 #include "firmware/Firmware.h"
 #include "firmware/OfflineMngr.h"
+#include "listing/CompareForm.h"
 #include "models/highway/Configuration_RBCard.h"
 #include "models/highway/Configuration_VK5300.h"
 #include "models/mapping/ABModMapping.h"
@@ -46,6 +48,8 @@ void RegisterForms(App& app) {
   RegisterForm<Route>(app);
   RegisterForm<DelRoute>(app);
   RegisterForm<ABModMapping>(app);
+  RegisterForm<CompareForm>(app);
+  app.lookElsewhere = [&app] { return std::make_unique<BackstageReader>(app); };
 }
 
 void StartProgram(App& app) {

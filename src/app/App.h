@@ -2,6 +2,8 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
+#include <map>
 #include <memory>
 #include <set>
 #include <string>
@@ -15,6 +17,8 @@
 namespace vk32 {
 
 class Conversation;
+class Elsewhere;
+struct KeptValues;
 
 struct App {
   App(EventLoop& loop, Screen& screen, SerialDriver& untraced, PortNames& portNames);
@@ -28,8 +32,10 @@ struct App {
   TraceRing trace;  // the latest of what has passed on the ports; times count from the start
   TracingDriver driver;
   modCOMM comm;
-  Conversation* conversation = nullptr;  // the one that is under way
-  std::set<std::int32_t> lateAnswers;    // the ports on which an earlier conversation's last answer may still come
+  Conversation* conversation = nullptr;                           // the one that is under way
+  std::map<std::string, std::shared_ptr<const KeptValues>> kept;  // by product and model: of wizards closed unasked
+  std::set<std::int32_t> lateAnswers;  // the ports on which an earlier conversation's last answer may still come
+  std::function<std::unique_ptr<Elsewhere>()> lookElsewhere;  // each is good for one reading
 };
 
 /// The version of the program, as the files and the pages show it: "1.8.11".

@@ -10,39 +10,33 @@
 namespace vk32 {
 namespace {
 
-struct Kind {
-  std::string product, model;
-};
-
 bool IsProduct(const std::string& name) {
   const auto products = Products();
   return std::any_of(products.begin(), products.end(), [&](const Product& product) { return product.name == name; });
 }
 
-/// By the first lines of the file: product and model, behind the program's version in those of the VK5300. Faults as
-/// a RecordFile does.
-Kind KindOf(const std::string& path) {
+}  // namespace
+
+FileKind KindOfFile(const std::string& path) {
   RecordFile file = RecordFile::ForReading(path);
-  Kind kind;
+  FileKind kind;
   file.Text(kind.product);
-  if (!IsProduct(kind.product)) file.Text(kind.product);
+  if (!IsProduct(kind.product)) file.Text(kind.product);  // behind the program's version
   file.Text(kind.model);
   return kind;
 }
 
-}  // namespace
-
 Answer SilentScreen::Ask(const MessageBoxRequest& request) {
   told.push_back(request.text);
-  return request.buttons == MessageButtons::OK ? Answer::OK : Answer::No;
+  return Declining(request.buttons);
 }
 
 Backstage::Backstage(EventLoop& loop, SerialDriver& driver, PortNames& ports) : app(loop, screen, driver, ports) {
   RegisterForms(app);
-  app.globals.ComPortText = "None";
 }
 
-WizardForm& Backstage::Begin(const std::string& product, const std::string& model) {
+WizardForm& Backstage::Begin(const std::string& product, const std::string& model, const std::string& port) {
+  app.globals.ComPortText = port;
   SelectProduct(app.globals, product);
   SelectModel(app.globals, model);
   const std::string name(FindProduct(product).wizard);
@@ -52,9 +46,9 @@ WizardForm& Backstage::Begin(const std::string& product, const std::string& mode
 }
 
 WizardForm* Backstage::Open(const std::string& path) {
-  Kind kind;
+  FileKind kind;
   try {
-    kind = KindOf(path);
+    kind = KindOfFile(path);
   } catch (const RuntimeFault& fault) {
     screen.told.push_back(path + " can't be read as a configuration file: " + fault.Description());
     return nullptr;
@@ -68,6 +62,38 @@ WizardForm* Backstage::Open(const std::string& path) {
   screen.file = path;
   app.forms.dispatcher.Dispatch([&] { opened = wizard.OpenFileAskedFor(); });
   return opened ? &wizard : nullptr;
+}
+
+BackstageReader::BackstageReader(App& front)
+    : front_(front), stage_(front.forms.dispatcher.Loop(), front.driver, front.ports) {
+  stage_.app.forms.dispatcher.EndWith(front.forms.dispatcher);
+}
+
+std::optional<Listing> BackstageReader::ReadFile(const std::string& path, const WizardKind& kind) {
+  WizardForm* wizard = stage_.Open(path);
+  if (wizard == nullptr) return std::nullopt;
+  const Globals& opened = stage_.app.globals;
+  if (opened.CurrentProduct != kind.product || opened.CurrentModel != kind.model) {
+    stage_.screen.told.push_back("The selected configuration file is not for the " + kind.product + ".");
+    return std::nullopt;
+  }
+  return Shown(wizard->List());
+}
+
+std::optional<Listing> BackstageReader::ReadDevice(const std::string& port, const WizardKind& kind) {
+  WizardForm& wizard = stage_.Begin(kind.product, kind.model, port);
+  stage_.app.lateAnswers = front_.lateAnswers;
+  std::optional<Listing> read;
+  stage_.app.forms.dispatcher.Dispatch([&] {
+    if (wizard.ReadDevice() == Taken::All) read = Shown(wizard.List());
+  });
+  front_.lateAnswers = stage_.app.lateAnswers;
+  front_.forms.dispatcher.LeaveIfEnded();
+  return read;
+}
+
+std::string BackstageReader::Why() const {
+  return stage_.screen.told.empty() ? "Nothing came." : stage_.screen.told.back();
 }
 
 }  // namespace vk32

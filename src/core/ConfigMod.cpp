@@ -19,9 +19,20 @@ namespace {
 
 constexpr int ReadInterval = 3000;  // ms
 
-void OpenExchange(Conversation& conversation) {
+void OpenExchange(Conversation& conversation, Exchange::Kind kind, Exchange::Unit unit = Exchange::Unit::Byte,
+                  std::size_t total = 0) {
+  conversation.exchange.Begin(kind, unit, static_cast<int>(total));
   conversation.CommOpen();
   SetDeviceLink(conversation);
+}
+
+/// Tells the user how it has ended.
+void EndExchange(Conversation& conversation, bool done) {
+  if (done) {
+    conversation.exchange.End(true);
+  } else {
+    TellTimeOut(conversation);
+  }
 }
 
 /// The block numbers of a BlockList, whose element 0 counts them.
@@ -44,10 +55,16 @@ DownloadProgress* ProgressMessage(App& app, bool load) {
 /// False after one time-out; no end of exchange is sent then.
 bool WriteBlocks(Conversation& conversation) {
   Globals& globals = conversation.app.globals;
-  for (const std::int16_t block : BlocksOf(conversation.blockList)) {
+  const auto blocks = BlocksOf(conversation.blockList);
+  OpenExchange(conversation, Exchange::Kind::Writing, Exchange::Unit::Block, blocks.size());
+  conversation.CommFlush();
+  for (const std::int16_t block : blocks) {
+    conversation.exchange.Next("block " + Str(block));
     SelectBlock(globals, block, CInt(static_cast<double>(globals.BlockTable[static_cast<std::size_t>(block)].size())));
     if (!SendAndWaitForAck(conversation, BuildFrame(globals, conversation.product, BlockFrame::Write))) return false;
+    conversation.exchange.Advance(1);
   }
+  conversation.exchange.Next("the end of the blocks");
   // The device stores the blocks now: without it nothing has changed.
   return SendLast(conversation, EndOfExchange);
 }
@@ -58,7 +75,9 @@ bool ReadBlock(Conversation& conversation, Bytes& reply) {
   if (!SendAndWaitForAck(conversation, request)) return false;
   const std::int32_t n = ReadBytes(conversation, reply, BlockFrame::ReplyLength);
   if (n < 0) return false;
-  return n == 0 || Mid(reply, n, 1) == Checksum8(reply, n - 1);
+  const bool good = n == 0 || Mid(reply, n, 1) == Checksum8(reply, n - 1);
+  if (!good) conversation.exchange.Refuse("the reply's checksum is wrong");
+  return good;
 }
 
 /// What the user does on the pages meanwhile must not get between the blocks: they are decoded behind the last wait,
@@ -67,12 +86,16 @@ Taken ReadBlocks(Conversation& conversation, ConfigurationForm& form) {
   Globals& globals = conversation.app.globals;
   std::vector<std::pair<std::int16_t, Bytes>> replies;
   bool good = true;
-  for (const std::int16_t block : BlocksOf(conversation.blockList)) {
+  const auto blocks = BlocksOf(conversation.blockList);
+  OpenExchange(conversation, Exchange::Kind::Reading, Exchange::Unit::Block, blocks.size());
+  for (const std::int16_t block : blocks) {
     Bytes reply;
+    conversation.exchange.Next("the request of block " + Str(block));
     SelectBlock(globals, block, BlockFrame::ReadLength);
     good = ReadBlock(conversation, reply);
     if (!good) break;
     replies.emplace_back(block, reply);
+    conversation.exchange.Advance(1);
   }
   if (good) Send(conversation, EndOfExchange);
   if (conversation.IsOver()) return Taken::Nothing;
@@ -91,6 +114,10 @@ Bytes ReadImage(Conversation& conversation, std::int32_t total, std::int32_t hea
   ReadBytes(conversation, header, headerLength);
   SetTimeOut(conversation, ReadInterval);
   ReadBytes(conversation, data, total - headerLength);
+  const int came = conversation.exchange.Done();
+  if (came < total) {
+    conversation.exchange.Refuse(Str(came) + " of " + Str(total) + " bytes came; what came was taken");
+  }
   Send(conversation, Bytes(1, Ack));
   data.resize(data.size() < 2 ? 0 : data.size() - 2);
   return data;
@@ -100,9 +127,12 @@ Bytes ReadImage(Conversation& conversation, std::int32_t total, std::int32_t hea
 Taken TakeImage(Conversation& conversation, const Bytes& data, std::size_t length, ConfigurationForm& form) {
   Globals& globals = conversation.app.globals;
   if (data.size() / 2 > globals.RegisterHigh.size()) {
-    TellTimeOut(conversation);  // longer than any image: not this product
+    // Not this product.
+    conversation.exchange.Refuse("the reply is longer than any configuration of the " + conversation.product);
+    TellTimeOut(conversation);
     return Taken::Nothing;
   }
+  conversation.exchange.End(conversation.exchange.IsGood());
   globals.LoadRegisters(data, 0);
   form.Parameter_Setup_RB();
   if (data.size() >= length) return Taken::All;
@@ -126,7 +156,8 @@ bool DownloadImage(Conversation& conversation) {
     return false;
   }
   SetTimeOut(conversation, allowed);
-  OpenExchange(conversation);
+  OpenExchange(conversation, Exchange::Kind::Writing, Exchange::Unit::Byte, frame.size());
+  conversation.exchange.Next("the configuration");
   conversation.CommFlush();
   bool done = Send(conversation, frame);
   if (done) {
@@ -136,17 +167,15 @@ bool DownloadImage(Conversation& conversation) {
     }
     done = WaitForAck(conversation) != FlagTrue;
   }
-  if (!done) TellTimeOut(conversation);
+  EndExchange(conversation, done);
   if (DownloadProgress* message = ProgressMessage(app, false)) message->StopDownloadTimer();
   conversation.CommClose();
   return done;
 }
 
 bool DownloadBlocks(Conversation& conversation) {
-  OpenExchange(conversation);
-  conversation.CommFlush();
   const bool done = WriteBlocks(conversation);
-  if (!done) TellTimeOut(conversation);
+  EndExchange(conversation, done);
   conversation.CommClose();
   return done;
 }
@@ -155,17 +184,24 @@ Taken UploadImage(Conversation& conversation, ConfigurationForm& form) {
   const std::int32_t headerLength = conversation.product == "RB2000" || conversation.product == "RB3000" ? 10 : 12;
   SetTimeOut(conversation, ReadInterval);
   conversation.app.globals.CommFailed = FlagFalse;
-  OpenExchange(conversation);
+  OpenExchange(conversation, Exchange::Kind::Reading);
   conversation.CommFlush();
+  conversation.exchange.Next("the request of the configuration");
   Taken taken = Taken::Nothing;
   Bytes reply;
   if (Send(conversation, ImageRequest)) ReadBytes(conversation, reply, 4);
   if (reply.size() >= 4 && Mid(reply, 1, 2) == ImageReplyStart) {
     const std::int32_t total = Asc(reply, 3) + 256 * Asc(reply, 4) + 2;
+    conversation.exchange.SetTotal(total);
     const Bytes data = ReadImage(conversation, total, headerLength);
     const auto length = static_cast<std::size_t>(std::max(0, total - headerLength - 2));  // without the checksum
     if (!conversation.IsOver()) taken = TakeImage(conversation, data, length, form);
   } else {
+    if (reply.size() >= 4) {
+      conversation.exchange.Refuse("what came is no configuration of the " + conversation.product + ": " +
+                                   HexText(reply));
+    }
+    conversation.exchange.End(false);
     conversation.Answered(false);
   }
   conversation.CommClose();
@@ -177,12 +213,11 @@ Taken UploadBlocks(Conversation& conversation, ConfigurationForm& form) {
   globals.CommFailed = FlagFalse;
   SetTimeOut(conversation, ReadInterval);
   globals.BlockAddressHigh = 0;
-  OpenExchange(conversation);
   const Taken taken = ReadBlocks(conversation, form);
+  EndExchange(conversation, taken == Taken::All);
   if (taken == Taken::All) {
     form.Parameter_Setup_VK();
   } else {
-    TellTimeOut(conversation);
     globals.CommFailed = FlagTrue;
   }
   conversation.CommClose();
@@ -190,8 +225,9 @@ Taken UploadBlocks(Conversation& conversation, ConfigurationForm& form) {
 }
 
 bool SendReboot(Conversation& conversation) {
-  OpenExchange(conversation);
+  OpenExchange(conversation, Exchange::Kind::Restarting);
   conversation.CommFlush();
+  conversation.exchange.Next("the restart");
   const bool sent = SendWhole(conversation, Restart);
   conversation.CommClose();
   return sent;

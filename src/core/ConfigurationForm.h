@@ -27,6 +27,10 @@ class ConfigurationForm : public Form {
   /// Reads them; `product` and `modelTag` are what the file says.
   bool OpenFile(std::string& product, std::string& modelTag, RecordFile& file);
 
+  /// Before it goes for another product or model: asks what is to become of values that have changed. False if the
+  /// user wants to stay.
+  virtual bool MayGo() { return true; }
+
   /// The second header line of the product's files.
   virtual std::string ModelTag() const = 0;
 

@@ -83,6 +83,15 @@ double CDbl(std::string_view text) {
   return ParseNumber(text);
 }
 
+bool IsNumberIn(std::string_view text, double first, double last) {
+  try {
+    const double number = CDbl(text);
+    return number >= first && number <= last;
+  } catch (const RuntimeFault&) {
+    return false;
+  }
+}
+
 std::int16_t CInt(double value) { return ToWhole<std::int16_t>(value); }
 
 std::int32_t CLng(double value) { return ToWhole<std::int32_t>(value); }

@@ -15,6 +15,9 @@ double Val(std::string_view text);
 /// The text as a number, whole. Faults 13 on a text that is not one, and on the empty text.
 double CDbl(std::string_view text);
 
+/// The text is a number, whole, and not outside `first` to `last`.
+bool IsNumberIn(std::string_view text, double first, double last);
+
 // Rounded to the nearest, halves to even. What does not fit faults 6.
 std::int16_t CInt(double value);
 std::int32_t CLng(double value);

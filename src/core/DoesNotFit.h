@@ -3,15 +3,30 @@
 
 #include <string>
 
+#include "forms/Control.h"
 #include "platform/Fault.h"
 
 namespace vk32 {
 
+/// A field as the user knows it: the title of its page, its own words there, and the control that shows it on the
+/// wizard. Words and control may be empty.
+struct FieldPlace {
+  std::string page, field;
+  ControlName control{""};
+};
+
 /// Its description is for the user: names the page and the field, and says what to do.
 class DoesNotFit : public RuntimeFault {
  public:
-  DoesNotFit(const std::string& field, const std::string& advice)
-      : RuntimeFault(Overflow, field + ": the device can't hold this value.\r\n" + advice) {}
+  DoesNotFit(const FieldPlace& place, const std::string& advice);
+
+  /// The same beside the field: "Slot 3, Low: enter a number from 0 to 255"
+  const std::string& Hint() const { return hint_; }
+  const ControlName& Where() const { return control_; }
+
+ private:
+  std::string hint_;
+  ControlName control_;
 };
 
 // What to enter into a field of one byte, or of a word.

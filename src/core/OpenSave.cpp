@@ -10,19 +10,25 @@ FileDialog& DialogOf(ConfigurationForm& form) { return form.Get<FileDialog>("Ope
 
 }  // namespace
 
-bool SaveConfigFile(App&, ConfigurationForm& form, const std::string& product, const std::string& modelTag) {
+bool SaveConfigFile(App& app, ConfigurationForm& form, const std::string& product, const std::string& modelTag,
+                    const Parameters* held) {
   FileDialog& dialog = DialogOf(form);
   dialog.Prepare("Save Configuration File", product + " Configuration Files (*.cfg)|*.cfg");
   dialog.ShowSave();
   if (dialog.FileName.Value().empty()) return false;
+  Parameters& parameters = app.globals;
+  const Parameters present = parameters;
+  if (held) parameters = *held;
+  bool saved = false;
   try {
     RecordFile file = RecordFile::ForWriting(dialog.FileName);
-    if (!form.SaveFile(product, modelTag, file)) return false;
-    file.Commit();
-    return true;
+    saved = form.SaveFile(product, modelTag, file);
+    if (saved) file.Commit();
   } catch (const RuntimeFault&) {
-    return false;
+    saved = false;
   }
+  parameters = present;
+  return saved;
 }
 
 bool OpenConfigFile(App& app, ConfigurationForm& form, const std::string& product, const std::string& modelTag) {

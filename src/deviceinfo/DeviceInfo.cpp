@@ -5,6 +5,7 @@
 #include "link/Conversation.h"
 #include "link/Frames.h"
 #include "link/VKComSubs.h"
+#include "shell/ProductMenu.h"
 
 namespace vk32 {
 namespace {
@@ -73,10 +74,14 @@ DeviceInfo::DeviceInfo(App& app) : Form(app.forms, FormName, "Device Information
 
 void DeviceInfo::Form_Load() {
   app_.globals.CommFailed = FlagTrue;
-  const auto conversation = Conversation::Begin(app_, *this, ReadingDeviceInfo);
+  // The window shows when the answer has come; until then its menu tells.
+  auto* menu = dynamic_cast<ProductMenu*>(app_.forms.Find(ProductMenu::FormName));
+  const auto conversation = Conversation::Begin(app_, *this, ReadingDeviceInfo, menu ? &menu->status : nullptr);
   if (!conversation) return;
   app_.globals.CommFailed = FlagFalse;
   SetTimeOut(*conversation, AnswerInterval);
+  conversation->exchange.Begin(Exchange::Kind::Reading);
+  conversation->exchange.Next("the request of the device information");
   conversation->CommOpen();
   SetDeviceLink(*conversation);
   bool read = true;
@@ -85,7 +90,9 @@ void DeviceInfo::Form_Load() {
   } else if (conversation->product == "VK5300") {
     read = ReadVK5300(*conversation);
   }
-  if (!read) {
+  if (read) {
+    conversation->exchange.End(true);
+  } else {
     TellTimeOut(*conversation);
     app_.globals.CommFailed = FlagTrue;
   }
@@ -96,7 +103,11 @@ bool DeviceInfo::ReadVKRTX(Conversation& conversation) {
   if (!SendAndWaitForAck(conversation, InfoRequest)) return false;
   Bytes record;
   const std::int32_t n = ReadBytes(conversation, record, VKRTXRecordLength);
-  if (n < 0 || Mid(record, n, 1) != Checksum8(record, n - 1)) return false;
+  if (n < 0) return false;
+  if (Mid(record, n, 1) != Checksum8(record, n - 1)) {
+    conversation.exchange.Refuse("the reply's checksum is wrong");
+    return false;
+  }
   Send(conversation, EndOfExchange);
   try {
     DecodeVKRTX(record);
@@ -116,7 +127,10 @@ bool DeviceInfo::ReadVK5300(Conversation& conversation) {
     ReadBytes(conversation, pieces[i], PieceLengths[i]);
     if (!pieces[i].empty()) conversation.Answered(true);
   }
-  if (!IsWhole(pieces, 0) || !IsWhole(pieces, 1)) return false;
+  if (!IsWhole(pieces, 0) || !IsWhole(pieces, 1)) {
+    conversation.exchange.Refuse("the device information came in part");
+    return false;
+  }
   DecodeVK5300(pieces);
   return true;
 }

@@ -15,6 +15,7 @@ namespace {
 constexpr int EraseLimit = 15000, ReadyLimit = 3000, BurnLimit = 6000;  // ms
 constexpr int EraseTick = 1000;                                         // ms
 constexpr std::size_t PieceLength = 10240;                              // bytes: the unit of progress
+constexpr const char* NoFirmware = "The gateway has no firmware now.";
 constexpr Purpose UpgradingFirmware{"Upgrading the firmware", "End it by CANCEL in the window Upgrade Firmware."};
 
 }  // namespace
@@ -29,6 +30,7 @@ void Firmware::Form_Load() {
   app_.globals.FirmwarePage = 0;
   app_.globals.FirmwareLastPage = 2;
   CancelCmd.Visible = true;
+  ResultMark.Visible = false;
   ShowCurrentPage();
   DeviceLbl.Caption = app_.globals.CurrentProduct;
 }
@@ -37,6 +39,10 @@ void Firmware::ShowCurrentPage() {
   ShowFirmwareStep(app_.globals.FirmwarePage);
   ShowFirmwareFrame(app_.globals.FirmwarePage);
   UpdateWizardButtons(*this, app_.globals.FirmwarePage, app_.globals.FirmwareLastPage);
+  // Here NEXT erases: Enter presses it only for who has gone to it.
+  const bool erases = app_.globals.FirmwarePage == 1;
+  NextCmd.key = erases ? WindowKey::None : WindowKey::Enter;
+  if (erases) SetFocus(BackCmd);
 }
 
 void Firmware::SelectFirmwareFile() {
@@ -83,16 +89,17 @@ std::shared_ptr<Conversation> Firmware::BeginProbe() {
 void Firmware::ProbeAndInstall() {
   const auto conversation = BeginProbe();
   if (!conversation) return;
-  probing_ = true;
+  Busy = probing_ = true;
   const bool found = DetectOfflineManager(*conversation);
-  probing_ = false;
+  Busy = probing_ = false;
   if (conversation->IsOver()) return;
   if (!found) {
     // A port that has gone can only come back by a new open.
     if (conversation->WaitHandle() < 0) conversation_.reset();
     app_.forms.MsgBox(
         "Press the Configuration Button on the " + conversation->product + "\r\nbefore attepmting to continue.",
-        MessageIcon::Information);
+        MessageIcon::Information, "VK32", conversation->exchange.Details());
+    SetFocus(BackCmd);
     return;
   }
   ++app_.globals.FirmwarePage;
@@ -100,7 +107,9 @@ void Firmware::ProbeAndInstall() {
   NextCmd.Visible = false;
   BackCmd.Visible = false;
   FirmwareInstalling = true;
+  Busy = true;
   const bool installed = InstallFirmware(*conversation, FirmFileTxt.Text);
+  Busy = false;
   conversation_.reset();
   ProgressInfoLbl.Caption =
       installed ? "Firmware has been successfully installed." : "An error has occured while installing firmware.";
@@ -108,6 +117,7 @@ void Firmware::ProbeAndInstall() {
   NextCmd.Visible = true;
   BackCmd.Visible = false;
   CancelCmd.Visible = false;
+  SetFocus(NextCmd);
 }
 
 void Firmware::BackCmd_Click() {
@@ -116,12 +126,8 @@ void Firmware::BackCmd_Click() {
     conversation_->End();
     conversation_.reset();
   }
-  if (app_.globals.FirmwarePage >= 1) {
-    --app_.globals.FirmwarePage;
-    ShowFirmwareStep(app_.globals.FirmwarePage);
-    ShowFirmwareFrame(app_.globals.FirmwarePage);
-  }
-  UpdateWizardButtons(*this, app_.globals.FirmwarePage, app_.globals.FirmwareLastPage);
+  if (app_.globals.FirmwarePage >= 1) --app_.globals.FirmwarePage;
+  ShowCurrentPage();
 }
 
 void Firmware::CancelCmd_Click() {
@@ -148,19 +154,59 @@ void Firmware::Form_Close() {
 bool Firmware::InstallFirmware(Conversation& conversation, const std::string& path) {
   Progress.Value = 0;
   Progress.Max = FullBar;
+  progress_ = SendProgress(path, checkedLength_, Val(app_.globals.BaudRate));
+  DetailTmr_Timer();
+  DetailTmr.Enabled = true;
   conversation.CommSet();
-  bool installed = false;
-  if (EraseAndWaitUntilReady(conversation) && StreamFile(conversation, path, PieceLength, Progress, checkedLength_)) {
-    SetTimeOut(conversation, BurnLimit);
-    installed = WaitForAck(conversation) != FlagTrue;
-    conversation.CommSetNOXON();
-  }
+  const bool installed = EraseAndWaitUntilReady(conversation) && StreamAndWaitUntilBurnt(conversation, path);
+  DetailTmr.Enabled = false;
+  ShowResult(installed, conversation.WaitHandle() < 0);
   conversation.CommWriteLast(EndOfExchange);
   conversation.CommClose();
   return installed;
 }
 
+bool Firmware::StreamAndWaitUntilBurnt(Conversation& conversation, const std::string& path) {
+  step_ = Step::Read;
+  progress_.Begin(Now());
+  const auto pieceSent = [this](std::uint64_t sent, std::uint64_t total) {
+    Progress.Value = BarValue(sent, total);
+    progress_.Sent(sent, total, Now());
+    DetailTmr_Timer();
+  };
+  if (!StreamFile(conversation, path, PieceLength, pieceSent, checkedLength_)) return false;
+  step_ = Step::Burn;
+  SetTimeOut(conversation, BurnLimit);
+  const bool burnt = WaitForAck(conversation) != FlagTrue;
+  conversation.CommSetNOXON();
+  return burnt;
+}
+
+void Firmware::DetailTmr_Timer() { DetailLbl.Caption = progress_.Words() + progress_.Left(Now()); }
+
+void Firmware::ShowResult(bool installed, bool portGone) {
+  const struct {
+    const char *detail, *state;
+  } failures[] = {{", then nothing came within 15 s", "The gateway may have no firmware now."},
+                  {", then nothing came within 3 s", NoFirmware},
+                  {", then the file could not be read to its end", NoFirmware},
+                  {", then nothing came within 6 s",
+                   progress_.IsWhole() ? "The gateway did not confirm its new firmware." : NoFirmware}};
+  const auto& failure = failures[static_cast<int>(step_)];
+  if (installed) {
+    DetailLbl.Caption = progress_.Words() + " in " + Str(progress_.Seconds(Now())) + " s";
+  } else {
+    DetailLbl.Caption = progress_.Words() + (portGone ? ", then the port was gone" : failure.detail);
+    NextStepLbl.Caption = std::string(failure.state) +
+                          " Leave its power on, click FINISH and upgrade once more, or use the Offline Manager.";
+  }
+  ResultMark.Picture = installed ? Symbol::Tick : Symbol::Cross;
+  ResultMark.Visible = true;
+  ResultLbl.Caption = installed ? "The firmware is installed" : "The firmware is not installed";
+}
+
 bool Firmware::EraseAndWaitUntilReady(Conversation& conversation) {
+  step_ = Step::Erase;
   Send(conversation, FirmwareMode);
   ProgressInfoLbl.Caption = "Erasing flash memory...";
   Progress.Value = 0;
@@ -171,6 +217,7 @@ bool Firmware::EraseAndWaitUntilReady(Conversation& conversation) {
   const bool erased = WaitForAck(conversation) != FlagTrue;
   FirmEraseTmr.Enabled = false;
   if (!erased) return false;
+  step_ = Step::GetReady;
   ProgressInfoLbl.Caption = "Firmware is being installed...";
   Progress.Value = 0;
   SetTimeOut(conversation, ReadyLimit);

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "app/App.h"
+#include "firmware/SendProgress.h"
 #include "link/Conversation.h"
 #include "link/VKComSubs.h"
 #include "shell/WizardPages.h"
@@ -34,6 +35,7 @@ class Firmware : public Form {
   void BrowseCmd_Click() { SelectFirmwareFile(); }
   void TimeOutTmr_Timer() { SetTimeOutFlag(app_, *this); }
   void FirmEraseTmr_Timer();
+  void DetailTmr_Timer();
 
   void ShowFirmwareStep(int page) { ShowPageStep(Pages(), page, StepMarkFrame); }
   void ShowFirmwareFrame(int page) { ShowPageFrame(Pages(), page); }
@@ -44,6 +46,10 @@ class Firmware : public Form {
   /// The one of this installation, begun with its first probe. nullptr if it can't begin; the user has been told.
   std::shared_ptr<Conversation> BeginProbe();
   bool EraseAndWaitUntilReady(Conversation& conversation);
+  bool StreamAndWaitUntilBurnt(Conversation& conversation, const std::string& path);
+  /// Says how the installation has ended, and after a failure what to do next.
+  void ShowResult(bool installed, bool portGone);
+  Time Now() const { return app_.forms.dispatcher.Loop().Now(); }
   std::vector<WizardPage> Pages();
 
   App& app_;
@@ -51,6 +57,8 @@ class Firmware : public Form {
   std::uint64_t checkedLength_ = 0;             // of the file, in bytes, when it was checked
   std::shared_ptr<Conversation> conversation_;  // from the first probe to the end of the installation
   bool probing_ = false;
+  enum class Step { Erase, GetReady, Read, Burn } step_ = Step::Erase;  // that the installation has come to
+  SendProgress progress_;
 
   static constexpr Place PagePlace{2640, 0, 8160, 5100};
 
@@ -97,6 +105,10 @@ class Firmware : public Form {
   Label       ProgressLbl     {InstallFrame, "ProgressLbl",     {360, 1560, 7440, 315}, "Progress:"};
   ProgressBar Progress        {InstallFrame, "ProgressBar",     {360, 1920, 7440, 315}};
   Label       ProgressInfoLbl {InstallFrame, "ProgressInfoLbl", {360, 2280, 7440, 315}, "Firmware is being installed..."};
+  Label       DetailLbl       {InstallFrame, "DetailLbl",       {360, 2640, 7440, 315}, "", TextRole::Muted};
+  Image       ResultMark      {InstallFrame, "ResultMark",      {360, 3360,  360, 360}, Symbol::Tick};
+  Label       ResultLbl       {InstallFrame, "ResultLbl",       {840, 3360, 6960, 360}, "", TextRole::Heading};
+  Label       NextStepLbl     {InstallFrame, "NextStepLbl",     {840, 3780, 6960, 810}, ""};
 
   ImageButton BackCmd         {*this, "BackCmd",   {6720, 5295, 1050, 390}, &Firmware::BackCmd_Click};
   ImageButton NextCmd         {*this, "NextCmd",   {7890, 5295, 1050, 390}, &Firmware::NextCmd_Click, WindowKey::Enter};
@@ -104,6 +116,7 @@ class Firmware : public Form {
 
   Timer       TimeOutTmr      {*this, "TimeOutTmr",   0,    true,  &Firmware::TimeOutTmr_Timer};
   Timer       FirmEraseTmr    {*this, "FirmEraseTmr", 1000, false, &Firmware::FirmEraseTmr_Timer};
+  Timer       DetailTmr       {*this, "DetailTmr",    1000, false, &Firmware::DetailTmr_Timer};
   FileDialog  FirmwareDialog  {*this, "FirmwareDialog"};
   // clang-format on
 };

@@ -37,8 +37,8 @@ int BarValue(std::uint64_t done, std::uint64_t total) {
   return static_cast<int>(static_cast<double>(done) / static_cast<double>(total) * FullBar);
 }
 
-bool StreamFile(Conversation& conversation, const std::string& path, std::size_t pieceLength, ProgressBar& bar,
-                std::uint64_t atLeast) {
+bool StreamFile(Conversation& conversation, const std::string& path, std::size_t pieceLength,
+                const PieceSent& pieceSent, std::uint64_t atLeast) {
   try {
     InputFile file(path);
     const std::uint64_t total = file.Size();
@@ -50,7 +50,7 @@ bool StreamFile(Conversation& conversation, const std::string& path, std::size_t
       // None can follow a piece that did not leave whole: the device would take a file with a gap.
       if (!SendWhole(conversation, piece)) return true;
       sent += length;
-      bar.Value = BarValue(sent, total);
+      pieceSent(sent, total);
       conversation.app.forms.dispatcher.DoEvents();
     }
     return true;

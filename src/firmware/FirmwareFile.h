@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <string>
 
 #include "link/Conversation.h"
@@ -19,11 +20,14 @@ bool IsFirmwareFile(const std::string& path);
 constexpr int FullBar = 1000;
 int BarValue(std::uint64_t done, std::uint64_t total);
 
-/// Sends the file in pieces, one CommWrite each, so that it is never held whole; moves the bar and lets events run
+/// Bytes that have been sent, and bytes in the file.
+using PieceSent = std::function<void(std::uint64_t sent, std::uint64_t total)>;
+
+/// Sends the file in pieces, one CommWrite each, so that it is never held whole; tells `pieceSent` and lets events run
 /// behind each. Ends early when the conversation is over or a piece did not leave whole. False if the file could not be
 /// opened, or has shrunk since.
-bool StreamFile(Conversation& conversation, const std::string& path, std::size_t pieceLength, ProgressBar& bar,
-                std::uint64_t atLeast = 0);
+bool StreamFile(Conversation& conversation, const std::string& path, std::size_t pieceLength,
+                const PieceSent& pieceSent, std::uint64_t atLeast = 0);
 
 /// The open dialog's filter for the product's firmware files.
 std::string FirmwareFilter(const std::string& product);

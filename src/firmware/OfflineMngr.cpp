@@ -1,6 +1,7 @@
 // The recovery terminal.
 #include "firmware/OfflineMngr.h"
 
+#include "core/Convert.h"
 #include "firmware/FirmwareFile.h"
 #include "link/Frames.h"
 #include "link/VKComSubs.h"
@@ -11,18 +12,21 @@ namespace {
 
 constexpr int PollLength = 100;                      // bytes a tick
 constexpr std::uint64_t LongestByXmodem = 16 << 20;  // bytes: it is held whole
+constexpr std::size_t LongestLog = 16 << 20;         // bytes: some hours of a device that never falls silent
 constexpr Purpose Recovering{"The Offline Manager", "End it by CLOSE in the window Offline Manager."};
 
 }  // namespace
 
 OfflineMngr::OfflineMngr(App& app) : Form(app.forms, FormName, "Offline Manager", 10320, 8190), app_(app) {
   Term.OnKeyPress = [this](char key) { return Term_KeyPress(key); };
+  Term.MovedBy(TermVScroll);
 }
 
 void OfflineMngr::Form_Load() {
   ShowProgress(false);
-  const auto conversation = conversation_ = Conversation::Begin(app_, *this, Recovering);
-  if (!conversation) return;
+  HideResult();
+  const auto conversation = Begin();
+  if (!conversation) return ShowInfo();
   tmrTime.Enabled = false;  // what is still to come from an earlier conversation is not for the terminal
   conversation->CommOpen();
   conversation->CommSet();
@@ -32,8 +36,38 @@ void OfflineMngr::Form_Load() {
   LetGoOfClosedPort();
 }
 
+std::shared_ptr<Conversation> OfflineMngr::Begin() {
+  const Globals& chosen = app_.globals;
+  const bool none = PortNames::Number(chosen.ComPortText) == 0;
+  line_ = none ? "" : chosen.ComPortText + ", " + chosen.BaudRate + " baud, ";
+  return conversation_ = Conversation::Begin(app_, *this, Recovering);
+}
+
 void OfflineMngr::LetGoOfClosedPort() {
   if (conversation_ && !conversation_->IsOpen()) conversation_.reset();
+  ShowInfo();
+}
+
+void OfflineMngr::ShowInfo() {
+  const char* state = !conversation_ ? "closed" : conversation_->WaitHandle() < 0 ? "gone" : "open";
+  TermInfoLbl.Caption = line_.empty() ? "No port is chosen" : line_ + state;
+}
+
+void OfflineMngr::ShowResult(const std::string& failure) {
+  ResultMark.Picture = failure.empty() ? Symbol::Tick : Symbol::Cross;
+  ResultMark.Visible = true;
+  ResultLbl.ForeColor = failure.empty() ? TextColor : FailureColor;
+  ResultLbl.Caption = failure.empty() ? "The file has been sent" : "Failed: " + failure;
+}
+
+void OfflineMngr::HideResult() {
+  ResultMark.Visible = false;
+  ResultLbl.Caption = "";
+}
+
+void OfflineMngr::KeepInLog(std::string_view data) {
+  log_ += data;
+  if (log_.size() > 2 * LongestLog) log_.erase(0, log_.size() - LongestLog);
 }
 
 void OfflineMngr::tmrTime_Timer() {
@@ -41,10 +75,17 @@ void OfflineMngr::tmrTime_Timer() {
   Bytes data;
   if (conversation) conversation->CommRead(data, PollLength);
   if (!IsLoaded()) return;
-  if (data.empty()) {
+  if (data.empty() && conversation && conversation->HasGone()) {
+    conversation->CommClose();
+    LetGoOfClosedPort();
+    app_.forms.MsgBox("The device on COM" + Str(conversation->port) +
+                          " has gone.\r\nPlug it in again, close this window, and open it anew.",
+                      MessageIcon::Critical, "Error!");
+  } else if (data.empty()) {
     // A silent line wakes nobody.
     tmrTime.SleepUntilReadable(conversation ? conversation->WaitHandle() : -1);
   } else {
+    KeepInLog(data);
     TermShowData(Term, data);
   }
 }
@@ -97,7 +138,7 @@ void OfflineMngr::SendFirmwareCmd_Click() {
       false);
   if (!done) return;
   // A failed transfer has closed the port and ended the conversation.
-  if (!conversation_) conversation_ = Conversation::Begin(app_, *this, Recovering);
+  if (!conversation_) Begin();
   const auto conversation = conversation_;
   if (!conversation) return;
   const std::string& product = conversation->product;
@@ -109,6 +150,7 @@ void OfflineMngr::SendFirmwareCmd_Click() {
   // The terminal must not take the answers out of the port.
   sending_ = true;
   tmrTime.Enabled = false;
+  HideResult();
   if (xmodem) {
     SendFirmwareByXmodem(*conversation);
   } else {
@@ -117,6 +159,28 @@ void OfflineMngr::SendFirmwareCmd_Click() {
   tmrTime.Enabled = true;
   sending_ = false;
   LetGoOfClosedPort();
+  SetFocus(Term);
+}
+
+void OfflineMngr::CopyCmd_Click() {
+  Term.Copy();
+  SetFocus(Term);
+}
+
+void OfflineMngr::SaveLogCmd_Click() {
+  LogDialog.Prepare("Save Log", "Log Files (*.log)|*.log|All Files (*.*)|*.*");
+  LogDialog.ShowSave();
+  const std::string& path = LogDialog.FileName;
+  try {
+    if (path.empty()) return;
+    OutputFile file(path);
+    file.Write(log_);
+    file.Commit();
+    SetFocus(Term);
+  } catch (const RuntimeFault& fault) {
+    app_.forms.MsgBox("The log was not saved as " + path + ".\r\n" + fault.Description(), MessageIcon::Critical,
+                      "Error!");
+  }
 }
 
 void OfflineMngr::AskForFile(const Conversation& conversation) {
@@ -148,7 +212,9 @@ void OfflineMngr::SendFirmwareByXmodem(Conversation& conversation) {
     TellUnreadable();
     return;
   }
-  Xmodem(conversation, *this).XmodemSend(data);
+  Xmodem transfer(conversation, *this);
+  transfer.XmodemSend(data);
+  ShowResult(transfer.WhyFailed());
 }
 
 void OfflineMngr::SendFirmwareAsText(Conversation& conversation) {
@@ -159,7 +225,15 @@ void OfflineMngr::SendFirmwareAsText(Conversation& conversation) {
   AskForFile(conversation);
   ShowProgress(true);
   const std::string& path = OfflineDialog.FileName;
-  if (!path.empty() && !StreamFile(conversation, path, pieceLength, Progress)) TellUnreadable();
+  if (!path.empty()) {
+    bool whole = false;
+    const auto pieceSent = [&](std::uint64_t sent, std::uint64_t total) {
+      Progress.Value = BarValue(sent, total);
+      whole = sent == total;
+    };
+    if (!StreamFile(conversation, path, pieceLength, pieceSent)) TellUnreadable();
+    ShowResult(whole ? "" : "the file has not left whole");
+  }
   ShowProgress(false);
 }
 
@@ -176,6 +250,7 @@ void OfflineMngr::StartOfflineProgressBar() {
 
 void OfflineMngr::UpdateOfflineProgressBar(std::size_t done, std::size_t total) {
   Progress.Value = BarValue(done, total);
+  ShowInfo();  // a port that an earlier failure had closed is open again
 }
 
 void OfflineMngr::FinishOfflineProgressBar() { ShowProgress(false); }

@@ -24,7 +24,7 @@ bool Xmodem::XmodemSend(const Bytes& data) {
   conversation_.CommOpen();  // the terminal has it open: "Port in use."
   SetDeviceLink(conversation_);
   conversation_.CommFlush();
-  if (XmodemReadByte(FirstNakLimit) != NakByte) return Fail();
+  if (XmodemReadByte(FirstNakLimit) != NakByte) return Fail("the device did not ask for it");
   while (remainder != 0) {
     Bytes block = data.substr((counter - 1) * BlockLength, BlockLength);
     remainder -= block.size();
@@ -34,16 +34,22 @@ bool Xmodem::XmodemSend(const Bytes& data) {
       XmodemSendBlock(block, static_cast<std::uint8_t>(counter & 255));
       answer = XmodemReadByte(AnswerLimit);
     }
-    if (answer != AckByte) return Fail();
+    if (answer != AckByte) {
+      const std::string which =
+          "block " + std::to_string(counter) + " of " + std::to_string((total - 1) / BlockLength + 1);
+      return Fail(XmodemTimedOut ? "no answer to " + which : which + " was refused");
+    }
     form_.UpdateOfflineProgressBar(total - remainder, total);
     ++counter;
   }
   const bool failed = XmodemSendEot();
+  if (failed) whyFailed_ = "its end was not confirmed";
   form_.FinishOfflineProgressBar();
   return failed;
 }
 
-bool Xmodem::Fail() {
+bool Xmodem::Fail(const std::string& why) {
+  whyFailed_ = why;
   conversation_.Answered(false);
   conversation_.CommClose();
   return true;
@@ -64,7 +70,10 @@ std::uint8_t Xmodem::XmodemReadByte(int limit) {
   StartTimer(limit);
   Bytes byte;
   const auto over = [&] { return !byte.empty() || XmodemTimedOut || conversation_.IsOver(); };
-  while (!over()) PollPort(conversation_, byte, 1, over);
+  // What has gone answers no more; asked behind a read that found nothing.
+  bool gone = false;
+  const auto overOrGone = [&] { return over() || (gone = conversation_.HasGone()); };
+  while (!gone && !over()) PollPort(conversation_, byte, 1, overOrGone);
   XmodemTimer.reset();
   const bool answered = !XmodemTimedOut && !byte.empty() && !conversation_.IsOver();
   conversation_.Answered(answered);

@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <string>
 
 #include "link/Conversation.h"
 
@@ -26,6 +27,8 @@ class Xmodem {
   /// success, which leaves it open with flow control off. A receiver that asks for a block again gets it, without
   /// limit.
   bool XmodemSend(const Bytes& data);
+  /// Words for the failure; empty if there was none.
+  const std::string& WhyFailed() const { return whyFailed_; }
 
   /// The sum of the bytes, low 8 bits.
   static std::uint8_t XmodemChecksum(const Bytes& block);
@@ -35,12 +38,13 @@ class Xmodem {
   /// One byte within `limit` ms; 255 if none came.
   std::uint8_t XmodemReadByte(int limit);
   bool XmodemSendEot();
-  bool Fail();
+  bool Fail(const std::string& why);
   void StartTimer(int limit);
   void XmodemTimerProc(int limit);
 
   Conversation& conversation_;
   XmodemProgress& form_;
+  std::string whyFailed_;
   bool XmodemTimedOut = false;
   std::optional<Alarm> XmodemTimer;
 };

@@ -89,14 +89,20 @@ Act CommandButton::Click() {
   return Perform([this] { Raise(OnClick); });
 }
 
-TextBox::TextBox(const Container& container, ControlName name, Place place, Handler change, Lines lines_)
+TextBox::TextBox(const Container& container, ControlName name, Place place, Handler change, Lines lines_,
+                 Screenful screenful_)
     : Control(Kind::TextBox, container, name, place),
+      rows_(static_cast<std::size_t>(screenful_.columns)),
       Text(*this, "Text", {}),
       Locked(*this, "Locked", false),
       SelStart(*this, "SelStart", 0),
       SelLength(*this, "SelLength", 0),
+      TopRow(*this, "TopRow", 0),
+      MarkStart(*this, "MarkStart", 0),
+      MarkLength(*this, "MarkLength", 0),
       OnChange(std::move(change)),
-      lines(lines_) {}
+      lines(lines_),
+      screenful(screenful_) {}
 
 Act TextBox::Type(std::string_view text) {
   if (Locked) return Act::Locked;
@@ -127,6 +133,7 @@ Act TextBox::Paste(std::string_view text) {
 void TextBox::Replace(std::size_t start, std::size_t length, std::string_view text) {
   changedFrom_ = std::min(changedFrom_, start);
   Text.Change([&](std::string& value) { value.replace(start, length, text); });
+  LayOut(start);
   SelLength.Set(0);
   SelStart.Set(static_cast<int>(start + text.size()));
   Raise(OnChange);
@@ -141,6 +148,7 @@ std::size_t TextBox::TakeChange() { return std::exchange(changedFrom_, Text.Valu
 void TextBox::AssignText(const std::string& text) {
   changedFrom_ = 0;
   Text.Set(text);
+  LayOut(0);
   SelLength.Set(0);
   SelStart.Set(static_cast<int>(text.size()));
   Raise(OnChange);
@@ -155,6 +163,54 @@ void TextBox::AssignSelStart(const int& position) {
 void TextBox::AssignSelLength(const int& length) {
   if (length < 0) throw RuntimeFault(RuntimeFault::InvalidCall);
   SelLength.Set(std::min(length, static_cast<int>(Text.Value().size()) - SelStart));
+}
+
+void TextBox::LayOut(std::size_t from) {
+  if (lines == Lines::One) return;
+  const bool atEnd = TopRow == LastTopRow();
+  rows_.Follow(Text, from);
+  if (from < static_cast<std::size_t>(MarkStart + MarkLength)) {
+    MarkStart = 0;
+    MarkLength = 0;
+  }
+  if (bar_) bar_->Max = LastTopRow();
+  AssignTopRow(atEnd ? LastTopRow() : TopRow.Value());
+}
+
+int TextBox::LastTopRow() const { return std::max(0, rows_.Count() - screenful.rows); }
+
+void TextBox::AssignTopRow(const int& row) {
+  TopRow.Set(std::clamp(row, 0, LastTopRow()));
+  if (bar_ && bar_->Value != TopRow) bar_->Value = TopRow.Value();
+}
+
+void TextBox::MovedBy(VScrollBar& bar) {
+  bar_ = &bar;
+  bar.LargeChange = screenful.rows - 1;
+  bar.OnChange = Handler([this] {
+    if (TopRow != bar_->Value) AssignTopRow(bar_->Value);
+  });
+}
+
+Act TextBox::ScrollTo(int row) {
+  return Perform([&] { AssignTopRow(row); });
+}
+
+Act TextBox::Mark(int start, int length) {
+  return Perform([&] {
+    const int end = static_cast<int>(Text.Value().size());
+    MarkStart = std::clamp(start, 0, end);
+    MarkLength = std::clamp(length, 0, end - MarkStart);
+  });
+}
+
+Act TextBox::Copy() {
+  if (MarkLength == 0) Mark(0, static_cast<int>(Text.Value().size()));
+  return Perform([this] { OwnerForm().Registry().GetScreen().CopyText(MarkedText()); });
+}
+
+std::string TextBox::MarkedText() const {
+  return Text.Value().substr(static_cast<std::size_t>(MarkStart.Value()), static_cast<std::size_t>(MarkLength.Value()));
 }
 
 std::string PropertyText(const std::vector<EntryNote>& notes) {

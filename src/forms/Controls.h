@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "forms/Control.h"
+#include "forms/TextRows.h"
 #include "platform/EventLoop.h"
 
 namespace vk32 {
@@ -86,7 +87,7 @@ class ImageButton : public Control {
 
   Property<int> Picture;
   Handler OnClick;
-  const WindowKey key;
+  WindowKey key;
 };
 
 class CommandButton : public Control {
@@ -103,6 +104,13 @@ class CommandButton : public Control {
   const WindowKey key;
 };
 
+class VScrollBar;
+
+/// What a box of many lines shows at a time.
+struct Screenful {
+  int columns = 80, rows = 24;
+};
+
 /// One line of text, or a box of many lines (the terminal).
 class TextBox : public Control {
  public:
@@ -110,13 +118,26 @@ class TextBox : public Control {
   /// Runs before a key gets into the text; gives false to keep it out.
   using KeyFilter = std::function<bool(char key)>;
 
-  TextBox(const Container& container, ControlName name, Place place, Handler change = {}, Lines lines = Lines::One);
+  TextBox(const Container& container, ControlName name, Place place, Handler change = {}, Lines lines = Lines::One,
+          Screenful screenful = {});
 
   std::string Words() const override { return Text; }
 
   Act Type(std::string_view text);   // replaces the whole text
   Act Key(char key);                 // puts one key in place of the selection
   Act Paste(std::string_view text);  // in place of the selection; a block: into the table from here on
+
+  // Of a box of many lines: the user reads and takes with him, and changes nothing.
+  Act ScrollTo(int row);            // as far as there are rows
+  Act Mark(int start, int length);  // as far as there is text
+  /// Gives what is marked to the clipboard; without a mark, marks all and gives that.
+  Act Copy();
+  std::string MarkedText() const;  // with its line ends
+  const TextRows& Rows() const { return rows_; }
+  /// The highest value of TopRow: the end of the text shows.
+  int LastTopRow() const;
+  /// Gives the box a bar that shows and moves its TopRow.
+  void MovedBy(VScrollBar& bar);
 
   /// Puts a text in place of the selection and the cursor behind it. Costs what the change costs, however long the text
   /// is.
@@ -128,18 +149,27 @@ class TextBox : public Control {
   void AssignText(const std::string& text);
   void AssignSelStart(const int& position);
   void AssignSelLength(const int& length);
+  void AssignTopRow(const int& row);
   void Replace(std::size_t start, std::size_t length, std::string_view text);
+  /// Follows a change of the text from that position on.
+  void LayOut(std::size_t from);
 
   std::size_t changedFrom_ = 0;
+  TextRows rows_;
+  VScrollBar* bar_ = nullptr;
 
  public:
   ActiveProperty<std::string, TextBox, &TextBox::AssignText> Text;
   Property<bool> Locked;
   ActiveProperty<int, TextBox, &TextBox::AssignSelStart> SelStart;    // 0 to the length of the text
   ActiveProperty<int, TextBox, &TextBox::AssignSelLength> SelLength;  // never beyond the end
+  /// The first row that shows, 0 to LastTopRow(). Follows the end of the text, unless the user has gone back.
+  ActiveProperty<int, TextBox, &TextBox::AssignTopRow> TopRow;
+  Property<int> MarkStart, MarkLength;  // what the user has marked
   Handler OnChange;
   KeyFilter OnKeyPress;
   const Lines lines;
+  const Screenful screenful;
 };
 
 /// What the opened list tells of an entry beside its text.

@@ -9,7 +9,7 @@
 namespace vk32 {
 
 void Dispatcher::Dispatch(const std::function<void()>& act) {
-  if (ended_) return;
+  if (Ended()) return;
   ++depth_;
   try {
     act();
@@ -46,7 +46,7 @@ void Dispatcher::End() {
 }
 
 void Dispatcher::LeaveIfEnded() const {
-  if (ended_ && depth_ > 0) throw ProgramEnd{};
+  if (Ended() && depth_ > 0) throw ProgramEnd{};
 }
 
 void Dispatcher::KeepWhileActing(std::shared_ptr<void> object) {

@@ -24,7 +24,9 @@ class Dispatcher {
 
   /// Ends the program at once, from inside an act: no question, no form is told.
   [[noreturn]] void End();
-  bool Ended() const { return ended_; }
+  bool Ended() const { return ended_ || (front_ != nullptr && front_->Ended()); }
+  /// It has ended as soon as the other has: one that acts inside an act of the other.
+  void EndWith(const Dispatcher& front) { front_ = &front; }
   /// Unwinds the act that is under way, if the program has ended while it let events run.
   void LeaveIfEnded() const;
   /// Runs when the program ends, by a fault or by End.
@@ -47,6 +49,7 @@ class Dispatcher {
 
   EventLoop& loop_;
   Screen& screen_;
+  const Dispatcher* front_ = nullptr;
   std::function<void()> atEnd_;
   std::function<void(bool)> behind_;
   std::vector<std::shared_ptr<void>> kept_;

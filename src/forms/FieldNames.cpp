@@ -123,9 +123,8 @@ const Label* CompanionOf(const Control& control) {
     if (!label || !label->Visible || label->Caption.Value().empty()) continue;
     const Place area = PlaceInFrame(*label);
     const int gap = area.left - RightOf(place);
-    if (label->IsClickable() && !IsLink(*label) && InOneRow(area, place) && gap >= 0 && gap <= CompanionGap) {
-      return label;
-    }
+    const bool speaks = label->IsClickable() || label->Words() == control.Words();
+    if (speaks && !IsLink(*label) && InOneRow(area, place) && gap >= 0 && gap <= CompanionGap) return label;
   }
   return nullptr;
 }
@@ -135,7 +134,7 @@ const Control* WordsOf(const Control& field) {
   return words ? words : WordsAbove(field);
 }
 
-std::string ColumnHeads(const Control& cell) {
+std::vector<const Label*> HeadsOf(const Control& cell) {
   const Frame* table = TableAround(cell);
   const Place place = PlaceOf(cell);
   const int middle = place.left + place.width / 2, top = table ? PlaceOf(*table).top : place.top;
@@ -145,12 +144,16 @@ std::string ColumnHeads(const Control& cell) {
     return BottomOf(area) >= top + SameRow || area.left > middle || middle > RightOf(area);
   });
   std::stable_sort(heads.begin(), heads.end(), [](auto* a, auto* b) { return a->Top < b->Top; });
+  return heads;
+}
+
+std::string ColumnHeads(const Control& cell) {
   std::string words;
-  for (const Label* head : heads) words += (words.empty() ? "" : " ") + head->Words();
+  for (const Label* head : HeadsOf(cell)) words += (words.empty() ? "" : " ") + head->Words();
   return words;
 }
 
-std::string RowName(const Control& cell) {
+std::string RowName(const Control& cell, const std::function<std::string(const Control&)>& heads) {
   const Control* first = nullptr;
   if (const Frame* table = TableAround(cell)) {
     // Rows of labels, which are empty while they are not in use: the first column is known by its place.
@@ -159,12 +162,12 @@ std::string RowName(const Control& cell) {
       if (inRow && (!first || other->Left < first->Left)) first = other;
     }
     if (!first) first = table;
-  } else if (!ColumnHeads(cell).empty()) {
+  } else if (!heads(cell).empty()) {
     first = WordsAtLeft(cell, false);
   }
   if (!first) return {};
   const std::string words = first->Words().empty() ? std::to_string(first->Index().value_or(0)) : first->Words();
-  return ColumnHeads(*first) + " " + words;
+  return heads(*first) + " " + words;
 }
 
 const Label* HeadingAbove(const Control& control) {

@@ -2,7 +2,9 @@
 // from labels that are hidden with it.
 #pragma once
 
+#include <functional>
 #include <string>
+#include <vector>
 
 #include "forms/Form.h"
 
@@ -18,15 +20,19 @@ bool IsLink(const Label& label);
 
 /// Up to this width in twips, a check box or an option is a bare mark without words.
 constexpr int BareMarkWidth = 330;
-/// The clickable label at its right that speaks for a bare box or option; nullptr for all that have words themselves.
+/// The label at its right that speaks for a bare box or option: it can be clicked, or says the same; nullptr for all
+/// that have words themselves.
 const Label* CompanionOf(const Control& control);
 
 /// What brings words and stands in the field's row at its left, or else right above it; nullptr if nothing does.
 const Control* WordsOf(const Control& field);
-/// The heads of the column that a cell stands in, from top to bottom; empty where there is no table.
+/// The heads of the column that a cell stands in, from top to bottom; none where there is no table.
+std::vector<const Label*> HeadsOf(const Control& cell);
+/// Their words.
 std::string ColumnHeads(const Control& cell);
 /// The row that a cell stands in, by the first column and its head: "Slot 3". Empty where there is no table.
-std::string RowName(const Control& cell);
+/// `heads`: ColumnHeads, or what remembers its results.
+std::string RowName(const Control& cell, const std::function<std::string(const Control&)>& heads = ColumnHeads);
 /// The nearest heading above, of what lies in the same frame; nullptr if there is none.
 const Label* HeadingAbove(const Control& control);
 /// The unit at the right of a field; empty if it has none.

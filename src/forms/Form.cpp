@@ -72,6 +72,16 @@ void Form::UserCloses() {
   forms_.dispatcher.Dispatch([this] { Form_Close(); });
 }
 
+Act Form::Help() {
+  if (!Visible) return Act::Hidden;
+  if (IsBlocked()) return Act::Disabled;
+  forms_.dispatcher.Dispatch([this] {
+    const std::string reason = forms_.GetScreen().OpenManual(name_);
+    if (!reason.empty()) forms_.MsgBox(reason, MessageIcon::Exclamation);
+  });
+  return Act::Done;
+}
+
 void Form::Form_Close() {
   for (Control* control : controls_) {
     if (auto* button = dynamic_cast<ImageButton*>(control); button && button->key == WindowKey::Escape) {

@@ -56,6 +56,8 @@ class Form : public Element, public Container {
   void MouseMove();
   /// The window's own close control.
   void UserCloses();
+  /// Asks for the manual.
+  Act Help();
 
  private:
   void AssignVisible(const bool& visible);

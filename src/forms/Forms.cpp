@@ -105,13 +105,18 @@ auto Forms::WaitForUser(Ask ask) {
   return answer;
 }
 
-Answer Forms::MsgBox(const std::string& text, MessageIcon icon, const std::string& title) {
-  return WaitForUser([&] { return screen_.Ask({text, icon, title, MessageButtons::OK, false}); });
+Answer Forms::MsgBox(const std::string& text, MessageIcon icon, const std::string& title, const std::string& details) {
+  return WaitForUser([&] { return screen_.Ask({text, icon, title, MessageButtons::OK, false, details}); });
 }
 
 bool Forms::AskYesNo(const std::string& text, bool yesBreaksSomething, const std::string& title) {
-  const MessageBoxRequest question{text, MessageIcon::Question, title, MessageButtons::YesNo, yesBreaksSomething};
+  const MessageBoxRequest question{text, MessageIcon::Question, title, MessageButtons::YesNo, yesBreaksSomething, {}};
   return WaitForUser([&] { return screen_.Ask(question); }) == Answer::Yes;
+}
+
+Answer Forms::AskToSave(const std::string& text, const std::string& title) {
+  const MessageBoxRequest question{text, MessageIcon::Question, title, MessageButtons::SaveDiscardCancel, false};
+  return WaitForUser([&] { return screen_.Ask(question); });
 }
 
 std::optional<std::string> Forms::AskFile(const FileDialogRequest& request) {

@@ -38,9 +38,12 @@ class Forms {
   /// The loaded forms, topmost last.
   const std::vector<std::shared_ptr<Form>>& Loaded() const { return loaded_; }
 
-  Answer MsgBox(const std::string& text, MessageIcon icon, const std::string& title = "VK32");
+  Answer MsgBox(const std::string& text, MessageIcon icon, const std::string& title = "VK32",
+                const std::string& details = {});
   /// A Yes/No question; true for Yes.
   bool AskYesNo(const std::string& text, bool yesBreaksSomething, const std::string& title = "VK32");
+  /// Asks what is to become of changes: Save, Discard or Cancel.
+  Answer AskToSave(const std::string& text, const std::string& title = "VK32");
   std::optional<std::string> AskFile(const FileDialogRequest& request);
   /// A box or a file dialog waits for the user: whoever called it has to wait as well.
   bool IsAsking() const { return asking_ > 0; }

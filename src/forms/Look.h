@@ -18,6 +18,7 @@ constexpr Color SystemButtonFace = static_cast<Color>(0x8000000F);
 constexpr Color StepCurrent = 0x2424AC;  // red 172, green 36, blue 36
 constexpr Color StepOther = 0x838D86;    // red 134, green 141, blue 131
 constexpr Color TextColor = 0x1D211E;    // of a small text that tells what goes on
+constexpr Color MutedColor = 0x525B55;   // of what is not there
 constexpr Color FailureColor = StepCurrent;
 
 /// What a label's text is on its page; the front end picks size, weight and colour. A ForeColor set by code wins.
@@ -33,6 +34,7 @@ enum class TextRole {
   TableText,    // row of a dense table
   TableName,    // by which a row is called
   Muted,        // units and second lines
+  MutedRight,   // the same, right-aligned
   Small,        // what is, in the lines beside a page: muted; wraps where it is two lines high
   SplashName,   // on the splash page
   SplashSubtitle,
@@ -42,8 +44,8 @@ enum class TextRole {
   Link,          // on the band, right-aligned and underlined; opens a web page
 };
 
-/// What fills a frame.
-enum class Fill { None, Side, Band, Hairline, Accent, Table, ChosenRow, ChosenMark };
+/// What fills a frame. A table draws the lines between its rows, a list leaves them to the form.
+enum class Fill { None, Side, Band, Hairline, Accent, Table, List, ChosenRow, ChosenMark };
 
 /// What an image shows: the icon of the program, or the sign of a good or a bad end, which never stands without words.
 enum class Symbol { Icon, Tick, Cross };

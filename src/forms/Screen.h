@@ -13,8 +13,13 @@ class Form;
 class TextBox;
 
 enum class MessageIcon { None, Critical, Question, Exclamation, Information };
-enum class MessageButtons { OK, YesNo };
-enum class Answer { OK, Yes, No };
+enum class MessageButtons { OK, YesNo, SaveDiscardCancel };
+enum class Answer { OK, Yes, No, Save, Discard, Cancel };
+/// What a box gives that is closed without a click on one of its buttons: nothing changes.
+inline Answer Declining(MessageButtons buttons) {
+  if (buttons == MessageButtons::OK) return Answer::OK;
+  return buttons == MessageButtons::YesNo ? Answer::No : Answer::Cancel;
+}
 
 struct MessageBoxRequest {
   std::string text;  // lines parted by CR LF or LF, blanks as they stand
@@ -22,6 +27,7 @@ struct MessageBoxRequest {
   std::string title;
   MessageButtons buttons = MessageButtons::OK;
   bool yesBreaksSomething = false;  // then No has the focus at first
+  std::string details{};            // lines parted by LF: what is known of a failure; below the text, to be copied
 };
 
 struct FileDialogRequest {
@@ -58,6 +64,10 @@ class Screen {
   /// Shows a modal file dialog; nothing if the user cancelled it.
   virtual std::optional<std::string> AskFile(const FileDialogRequest& request) = 0;
   virtual void OpenWebSite(const std::string& url) = 0;
+  /// Puts a text, with its line ends, into the clipboard of the user's desktop. A screen without one passes it over.
+  virtual void CopyText(const std::string&) {}
+  /// Opens the page of the manual that belongs to the form of that name. Empty, or why it can't be opened.
+  virtual std::string OpenManual(const std::string& form) = 0;
 
   /// A fault that nothing caught ends the program; ProgramEnded follows.
   virtual void ProgramFaulted(int number, const std::string& description) = 0;

@@ -131,6 +131,8 @@ class FieldTable : public ControlTable {
   /// Fills the cells from `from` on, to the right and down. A block that does not fit changes nothing: Refuse tells
   /// why, and the act is refused.
   Act Paste(Control& from, std::string_view block);
+  /// Brings the row into sight.
+  virtual void Reveal(int /*row*/) {}
 
  protected:
   /// "slot 3, Slave ID"
@@ -139,8 +141,6 @@ class FieldTable : public ControlTable {
   virtual std::string FaultOf(std::size_t column, const std::string& text) const = 0;
   /// Tells that nothing was pasted.
   virtual void Refuse(const std::string& hint) = 0;
-  /// Brings the row into sight.
-  virtual void Reveal(int /*row*/) {}
 
  private:
   using Texts = std::vector<std::pair<Control*, std::string>>;

@@ -16,17 +16,19 @@ constexpr int LateChunk = 1024;    // bytes
 
 }  // namespace
 
-std::shared_ptr<Conversation> Conversation::Begin(App& app, Form& form, const Purpose& purpose) {
+std::shared_ptr<Conversation> Conversation::Begin(App& app, Form& form, const Purpose& purpose,
+                                                  ExchangeObserver* observer) {
   if (RefusedByConversation(app)) return nullptr;
-  return std::shared_ptr<Conversation>(new Conversation(app, form, purpose));
+  return std::shared_ptr<Conversation>(new Conversation(app, form, purpose, observer));
 }
 
-Conversation::Conversation(App& app_, Form& form_, const Purpose& purpose)
+Conversation::Conversation(App& app_, Form& form_, const Purpose& purpose, ExchangeObserver* observer)
     : app(app_),
       form(form_),
       port(PortNames::Number(app_.globals.ComPortText)),
       product(app_.globals.CurrentProduct),
       blockList(app_.globals.BlockList),
+      exchange(*this, observer),
       purpose_(purpose),
       settings_("baud=" + app_.globals.BaudRate + " parity=N data=8 stop=1") {
   app.conversation = this;
@@ -38,7 +40,12 @@ Conversation::~Conversation() {
   app.conversation = nullptr;
 }
 
-std::int32_t Conversation::CommOpen() { return IsOver() ? -1 : app.comm.CommOpen(port, "COM" + Str(port), settings_); }
+std::int32_t Conversation::CommOpen() {
+  if (IsOver()) return -1;
+  const std::int32_t status = app.comm.CommOpen(port, "COM" + Str(port), settings_);
+  if (status > 0) exchange.PortFailed("can't be opened", app.comm.LastMessage());
+  return status;
+}
 
 std::int32_t Conversation::CommSet() { return app.comm.CommSet(port, settings_); }
 
@@ -49,13 +56,19 @@ std::int32_t Conversation::CommFlush() { return app.comm.CommFlush(port); }
 std::int32_t Conversation::CommClose() { return app.comm.CommClose(port); }
 
 std::int32_t Conversation::CommRead(Bytes& data, std::int32_t maximum) {
-  return app.comm.CommRead(port, data, maximum);
+  const std::int32_t status = app.comm.CommRead(port, data, maximum);
+  if (status < 0) exchange.PortFailed("has failed", app.comm.LastMessage());
+  exchange.Came(data);
+  return status;
 }
 
 std::int32_t Conversation::CommWrite(const Bytes& data) {
   if (app.lateAnswers.count(port) > 0 && IsOpen()) DropLateAnswer();
   if (IsOver()) return -1;
-  return app.comm.CommWrite(port, data, [this] { return IsOver(); });
+  const std::int32_t left = app.comm.CommWrite(port, data, [this] { return IsOver(); });
+  if (left < 0) exchange.PortFailed("has failed", app.comm.LastMessage());
+  exchange.Sent(data, left);
+  return left;
 }
 
 std::int32_t Conversation::CommWriteLast(const Bytes& data) { return app.comm.CommWrite(port, data); }

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "forms/Form.h"
+#include "link/Exchange.h"
 #include "platform/SerialDriver.h"
 
 namespace vk32 {
@@ -26,8 +27,9 @@ struct Purpose {
 class Conversation {
  public:
   /// nullptr while another one is under way: the user has been told so. With the choice "None" it has port 0, on which
-  /// every operation fails.
-  static std::shared_ptr<Conversation> Begin(App& app, Form& form, const Purpose& purpose);
+  /// every operation fails. `observer`: hears of its exchanges, and lives as long as the form.
+  static std::shared_ptr<Conversation> Begin(App& app, Form& form, const Purpose& purpose,
+                                             ExchangeObserver* observer = nullptr);
   /// Closes the port.
   ~Conversation();
   Conversation(const Conversation&) = delete;
@@ -54,6 +56,8 @@ class Conversation {
   std::int32_t CommWriteLast(const Bytes& data);
 
   bool IsOpen() const;
+  /// The port is open and its device is not there any more: the port is of use only once it has been opened anew.
+  bool HasGone() const { return IsOpen() && WaitHandle() < 0; }
   /// A descriptor that becomes readable when bytes come; -1: there is none.
   int WaitHandle() const;
   /// The clock of its waits.
@@ -70,9 +74,10 @@ class Conversation {
   const std::int32_t port;  // 1 to 32; 0: none
   const std::string product;
   const std::vector<std::int16_t> blockList;  // of the product and its model
+  Exchange exchange;                          // what passes, for the user's eyes
 
  private:
-  Conversation(App& app, Form& form, const Purpose& purpose);
+  Conversation(App& app, Form& form, const Purpose& purpose, ExchangeObserver* observer);
   void DropLateAnswer();
 
   const Purpose purpose_;

@@ -18,18 +18,24 @@ constexpr Time SettlingTime = std::chrono::milliseconds(50);
 constexpr const char* BannerName = "offline manager";
 constexpr Purpose TestingPort{"The test of the port", "Wait until it has ended."};
 
-/// Lets the clock of the form run, and `pass` again and again, until `done` or the end of the time. Clears the flag
-/// first. The timer is disabled on return.
-void WaitUntil(Conversation& conversation, const std::function<bool()>& done,
+/// Lets the clock of the form run, and `pass` again and again, until `done` or the end of the time, which is there as
+/// well once the device has gone: it answers no more. Clears the flag first. The timer is disabled on return. `bytes`:
+/// how many it waits for; 0: for an ACK.
+void WaitUntil(Conversation& conversation, int bytes, const std::function<bool()>& done,
                const std::function<void(const std::function<bool()>& over)>& pass) {
   Globals& globals = conversation.app.globals;
   Timer& timer = conversation.TimeOutTmr();
   const auto over = [&] { return done() || globals.TimeOutFlag == FlagTrue || conversation.IsOver(); };
+  // Asked behind a read that found nothing: what had come before is taken first.
+  bool gone = false;
+  const auto overOrGone = [&] { return over() || (gone = conversation.HasGone()); };
   globals.TimeOutFlag = FlagFalse;
   timer.Enabled = true;
-  while (!over()) pass(over);
+  conversation.exchange.WaitBegins(bytes);
+  while (!gone && !over()) pass(overOrGone);
+  conversation.exchange.WaitEnds();
   timer.Enabled = false;
-  if (conversation.IsOver()) globals.TimeOutFlag = FlagTrue;
+  if (gone || conversation.IsOver()) globals.TimeOutFlag = FlagTrue;
   conversation.Answered(globals.TimeOutFlag == FlagFalse);
 }
 
@@ -37,7 +43,7 @@ void WaitUntil(Conversation& conversation, const std::function<bool()>& done,
 std::int32_t ReadUntilTimeOut(Conversation& conversation, Bytes& buffer, std::int32_t count) {
   std::int32_t received = 0;
   WaitUntil(
-      conversation, [&] { return received >= count; },
+      conversation, count, [&] { return received >= count; },
       [&](const auto& over) {
         Bytes chunk;
         received += PollPort(conversation, chunk, count - received, over);
@@ -81,7 +87,7 @@ std::int32_t PollPort(Conversation& conversation, Bytes& chunk, std::int32_t max
 Flag WaitForAck(Conversation& conversation) {
   Bytes reply;
   WaitUntil(
-      conversation, [&] { return reply == Bytes(1, Ack); },
+      conversation, 0, [&] { return reply == Bytes(1, Ack); },
       [&](const auto& over) { PollPort(conversation, reply, 1, over); });
   return conversation.app.globals.TimeOutFlag;
 }
@@ -142,9 +148,10 @@ bool SendAndWaitForAck(Conversation& conversation, const Bytes& message) {
 
 void TellTimeOut(Conversation& conversation) {
   conversation.Answered(false);
+  conversation.exchange.End(false);
   if (conversation.IsOver()) return;
   conversation.app.forms.MsgBox("A timeout or error has occured while communicating to the " + conversation.product,
-                                MessageIcon::Critical, "Error!");
+                                MessageIcon::Critical, "Error!", conversation.exchange.Details());
 }
 
 void SetDeviceLink(Conversation& conversation) {
@@ -161,7 +168,7 @@ void CheckComPort(App& app, Form& menu) {
     std::string error;
     app.comm.CommGetError(error);
     app.forms.MsgBox("UNABLE TO OPEN COM PORT,  Error: " + error, MessageIcon::Information,
-                     "INVALID COM PORT!!! Please Select Again.");
+                     "INVALID COM PORT!!! Please Select Again.", conversation->exchange.Details());
     menu.Get<ComboBox>("COMCbo").Show("None");
     app.globals.ComPortText = "None";
   }
@@ -173,14 +180,19 @@ bool DetectOfflineManager(Conversation& conversation) {
   const int interval = timer.Interval;
   timer.Interval = ProbeInterval;
   conversation.app.globals.TimeOutFlag = FlagFalse;
+  conversation.exchange.Begin(Exchange::Kind::Reading);
   conversation.CommOpen();  // "Port in use." after an earlier try: the probe goes on with the open port
   Bytes text;
   bool found = false;
+  conversation.exchange.Next("the question for the Offline Manager");
   if (Send(conversation, RecoveryProbe)) {
     ReadUntilTimeOut(conversation, text, BannerLength);
     std::transform(text.begin(), text.end(), text.begin(),
                    [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; });
     found = text.find(BannerName) != Bytes::npos && conversation.app.globals.TimeOutFlag == FlagFalse;
+  }
+  if (!found && text.size() == BannerLength) {
+    conversation.exchange.Refuse("what came is not from the Offline Manager");
   }
   timer.Interval = interval;
   conversation.Answered(found);

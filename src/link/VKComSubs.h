@@ -19,7 +19,7 @@ Bytes Checksum8(const Bytes& text, int count);
 Bytes Checksum16(const Bytes& text, int count);
 
 // The form that talks to a device has a timer TimeOutTmr, whose tick sets TimeOutFlag. Its Interval bounds each wait.
-// A wait also ends when its conversation is over; to its caller that is a time-out.
+// A wait also ends when its conversation is over or its device has gone; to its caller that is a time-out.
 
 /// That tick. The timers of other forms run as well, and must not end a wait that is not theirs; nor does a wait end
 /// while a box waits for the user, since nobody reads the port then: it ends by a later tick.

@@ -35,6 +35,8 @@ class modCOMM {
       std::int32_t port, const Bytes& data, const std::function<bool()>& stop = [] { return false; });
   /// `text`: "Error (2): CommOpen (CreateFile) - " and the system's words. Returns the code.
   std::int32_t CommGetError(std::string& text) const;
+  /// The system's words for the last failure, with what to do about it where that is known.
+  const std::string& LastMessage() const { return CommLastMessage; }
 
   /// From a successful CommOpen until CommClose.
   bool IsOpen(std::int32_t port) const;

@@ -2,8 +2,10 @@
 #include "listing/Listing.h"
 
 #include <algorithm>
+#include <functional>
 #include <map>
 #include <string_view>
+#include <tuple>
 
 #include "forms/FieldNames.h"
 
@@ -101,9 +103,22 @@ std::string FieldName(const Control& control) {
   return words ? WithoutColon(words->Words()) : control.FullName();
 }
 
-ListedValue Row(const std::string& page, const Field& field, const Foretold* told) {
+/// The heads of each column are looked for once: the cells of a long table would cost most of a listing.
+class RememberedHeads {
+ public:
+  const std::string& operator()(const Control& cell) {
+    const auto [at, isNew] = heads_.try_emplace({cell.Parent(), cell.Name(), cell.Left, cell.Visible});
+    if (isNew) at->second = ColumnHeads(cell);
+    return at->second;
+  }
+
+ private:
+  std::map<std::tuple<const Frame*, std::string_view, int, bool>, std::string> heads_;
+};
+
+ListedValue Row(const std::string& page, const Field& field, const Foretold* told, RememberedHeads& columns) {
   const Control& control = *field.control;
-  const std::string row = RowName(control);
+  const std::string row = RowName(control, std::ref(columns));
   const Label* heading = GroupHeading(control);
   ListedValue listed{control.FullName(), page, row, {}, ValueOf(control), {}, field.control, field.shown};
   if (told && told->value) listed.value = *told->value;
@@ -112,7 +127,7 @@ ListedValue Row(const std::string& page, const Field& field, const Foretold* tol
     if (heading && heading->Words() != listed.field) listed.group = heading->Words();
     listed.unit = UnitOf(control);
   } else {
-    const std::string heads = ColumnHeads(control);
+    const std::string& heads = columns(control);
     listed.field = heads.empty() ? control.SpokenName : heads;
   }
   return listed;
@@ -124,6 +139,7 @@ void ListPage(const ListedPage& page, const std::vector<Foretold>& foretold, Lis
     Collect(*frame, !page.passed, false, foretold, fields);
     std::stable_sort(fields.begin(), fields.end(),
                      [](const Field& a, const Field& b) { return a.control->TabIndex < b.control->TabIndex; });
+    RememberedHeads columns;
     std::vector<const Frame*> options;  // the frames whose options have their row
     for (const Field& field : fields) {
       if (AsOption(field.control)) {
@@ -131,7 +147,7 @@ void ListPage(const ListedPage& page, const std::vector<Foretold>& foretold, Lis
         if (std::find(options.begin(), options.end(), parent) != options.end()) continue;
         options.push_back(parent);
       }
-      listing.push_back(Row(page.name, field, Find(foretold, field.control)));
+      listing.push_back(Row(page.name, field, Find(foretold, field.control), columns));
     }
   }
 }
@@ -144,11 +160,11 @@ Places PlacesOf(const Listing& listing) {
   return places;
 }
 
-Difference Differing(const ListedValue& named, const ListedValue* left, const ListedValue* right) {
-  Difference difference{named.page, named.group, named.field, {}, {}};
-  if (left) difference.left = left->Text();
-  if (right) difference.right = right->Text();
-  return difference;
+Difference FieldOf(const ListedValue& named, const ListedValue* left, const ListedValue* right) {
+  Difference field{named.page, named.group, named.field, {}, {}};
+  if (left) field.left = left->Text();
+  if (right) field.right = right->Text();
+  return field;
 }
 
 }  // namespace
@@ -164,28 +180,47 @@ Listing Shown(Listing listing) {
   return listing;
 }
 
-std::vector<Difference> Compare(const Listing& left, const Listing& right) {
+void SetValue(Control& control, const std::string& value) {
+  if (ValueOf(control) == value) return;
+  switch (control.GetKind()) {
+    case Control::Kind::TextBox: static_cast<TextBox&>(control).Text = value; break;
+    case Control::Kind::ComboBox: static_cast<ComboBox&>(control).Text = value; break;
+    case Control::Kind::CheckBox: static_cast<CheckBox&>(control).Value = value == "Yes" ? 1 : 0; break;
+    case Control::Kind::Label: static_cast<Label&>(control).Caption = value; break;
+    case Control::Kind::OptionButton:
+      for (Control* other : control.Siblings()) {
+        if (AsOption(other) && other->Words() == value) static_cast<OptionButton*>(other)->Value = true;
+      }
+      break;
+    default: break;
+  }
+}
+
+std::vector<Difference> Pair(const Listing& left, const Listing& right) {
   const Places inLeft = PlacesOf(left), inRight = PlacesOf(right);
-  std::vector<Difference> differences;
+  std::vector<Difference> fields;
   std::size_t next = 0;  // of the right rows that have not had their turn
   const auto takeRightUpTo = [&](std::size_t end) {
     for (; next < end; ++next) {
-      if (!inLeft.contains(right[next].key)) differences.push_back(Differing(right[next], nullptr, &right[next]));
+      if (!inLeft.contains(right[next].key)) fields.push_back(FieldOf(right[next], nullptr, &right[next]));
     }
   };
   for (const ListedValue& row : left) {
     const auto partner = inRight.find(row.key);
     if (partner == inRight.end()) {
-      differences.push_back(Differing(row, &row, nullptr));
+      fields.push_back(FieldOf(row, &row, nullptr));
       continue;
     }
     takeRightUpTo(partner->second);
-    const ListedValue& other = right[partner->second];
-    // The unit of a field that does not show stands for others in its row.
-    const bool sameUnit = !row.shown || !other.shown || row.unit == other.unit;
-    if (row.value != other.value || !sameUnit) differences.push_back(Differing(other, &row, &other));
+    fields.push_back(FieldOf(right[partner->second], &row, &right[partner->second]));
   }
   takeRightUpTo(right.size());
+  return fields;
+}
+
+std::vector<Difference> Compare(const Listing& left, const Listing& right) {
+  std::vector<Difference> differences = Pair(left, right);
+  std::erase_if(differences, [](const Difference& field) { return field.left == field.right; });
   return differences;
 }
 

@@ -44,6 +44,10 @@ Listing ListPages(const std::vector<ListedPage>& pages, const std::vector<Foreto
 /// Those that are shown.
 Listing Shown(Listing listing);
 
+/// Enters a listed value into its control, unless it is there already, and runs the handler, as the user would.
+void SetValue(Control& control, const std::string& value);
+
+/// A field of two listings.
 struct Difference {
   std::string page, group, field;
   std::optional<std::string> left, right;  // with their units; nothing: only the other side has the field
@@ -52,7 +56,9 @@ struct Difference {
   std::string Words() const { return page + ": " + (group.empty() ? "" : group + ", ") + field; }
 };
 
-/// Field by field, in the order of the pages.
+/// All fields of either, in the order of the pages.
+std::vector<Difference> Pair(const Listing& left, const Listing& right);
+/// Those in which they differ.
 std::vector<Difference> Compare(const Listing& left, const Listing& right);
 /// What `now` shows and `before` had otherwise, though it may not have shown it.
 std::vector<Difference> Changes(const Listing& before, const Listing& now);

@@ -34,8 +34,9 @@ constexpr std::size_t MaxErrorText = 249;
 // A write without a time-out ends all the same, so that no event loop has to count beyond this.
 constexpr std::uint64_t MaxWriteMs = 24 * 60 * 60 * 1000;
 
-// How long a line that is held by XOFF is left alone between two looks, at most.
-constexpr Time HeldPause = 20ms;
+// How long a line is left alone between two looks, at most: one that is held by XOFF, and one that sends, which may be
+// faster than its rate where no chip stands behind an adapter.
+constexpr Time HeldPause = 20ms, SendingPause = 50ms;
 
 struct Rate {
   std::int32_t baud;
@@ -210,6 +211,7 @@ SerialDriver::Handle PosixSerialDriver::Open(std::string_view name) {
   port.fd = fd;
   struct stat opened {};
   port.pseudo = fstat(fd, &opened) == 0 && IsPseudoTerminal(opened);
+  port.rateless = device->path.find("/ttyGS") != std::string::npos;
   termios line{};
   if (tcgetattr(fd, &line) == 0) port.byteTime = ByteTime(BaudRate(line));
   port.counts = CountErrors(fd);
@@ -260,7 +262,9 @@ bool PosixSerialDriver::SetState(Handle handle, const DeviceControlBlock& dcb) {
   termios line{};
   if (tcgetattr(port->fd, &line) != 0) return Fail(*port, errno);
   MakeRaw(line);
+  const speed_t kept = cfgetospeed(&line);
   if (!Encode(dcb, line)) return Fail(EINVAL);
+  if (port->rateless) cfsetspeed(&line, kept);
   if (const int code = Apply(port->fd, line); code != 0) return Fail(*port, code);
   port->byteTime = ByteTime(dcb.BaudRate);
   return true;
@@ -338,7 +342,7 @@ bool PosixSerialDriver::Progress(Port& port, std::uint32_t& written, std::int32_
   const bool late = now >= outgoing.until;
   if (!late && written < outgoing.data.size()) {
     outgoing.patience = left < outgoing.left ? port.byteTime * left : std::min(outgoing.patience * 2, HeldPause);
-    outgoing.patience = std::max(outgoing.patience, outgoing.earliestEnd - now);
+    outgoing.patience = std::min(std::max(outgoing.patience, outgoing.earliestEnd - now), SendingPause);
     outgoing.left = left;
     return Fail(pending);
   }

@@ -55,7 +55,8 @@ class PosixSerialDriver : public SerialDriver {
   struct Port {
     int fd = -1;
     bool gone = false;
-    bool pseudo = false;  // a pseudo-terminal: it counts no line errors and can't tell what has left
+    bool pseudo = false;    // a pseudo-terminal: it counts no line errors and can't tell what has left
+    bool rateless = false;  // a USB gadget: the line has no rate, and its driver keeps the one that it has
     Time byteTime{0};
     CommTimeouts timeouts;
     ErrorCounts counts{};

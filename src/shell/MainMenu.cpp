@@ -1,6 +1,7 @@
 // The menu of products and models.
 #include "shell/MainMenu.h"
 
+#include "core/ConfigurationForm.h"
 #include "link/Conversation.h"
 #include "shell/Products.h"
 #include "shell/Subs.h"
@@ -14,6 +15,9 @@ MainMenu::MainMenu(App& app)
   for (ImageButton* button : {&RB1500Cmd, &RB2500Cmd, &ABEthAsciiDf1ModelCmd, &ABEthModbusModelCmd, &ReturnCmd}) {
     button->Visible = false;
   }
+  // The band lies above; who walks by Tab has come for a product.
+  PutInTabOrder({&VK5300Cmd, &VKRTXCmd, &RB3000Cmd, &RB2000Cmd, &RBCardCmd, &ABEthAsciiDf1ModelCmd,
+                 &ABEthModbusModelCmd, &AboutCmd, &ReturnCmd, &ExitCmd, &WebsiteLbl});
 }
 
 void MainMenu::Form_Load() { VersionLbl.Caption = VersionText(); }
@@ -52,7 +56,11 @@ bool MainMenu::Leave(std::string_view product, std::string_view model) {
   const Globals& globals = app_.globals;
   if (product == globals.CurrentProduct && model == globals.CurrentModel) return true;
   if (RefusedByConversation(app_)) return false;
-  for (const Product& other : Products()) app_.forms.Unload(other.wizard);
+  for (const Product& other : Products()) {
+    auto* wizard = dynamic_cast<ConfigurationForm*>(app_.forms.Find(other.wizard));
+    if (wizard && !wizard->MayGo()) return false;
+    app_.forms.Unload(other.wizard);
+  }
   for (const char* tool : {"Firmware", "OfflineMngr", "DeviceInfo"}) app_.forms.Unload(tool);
   return true;
 }

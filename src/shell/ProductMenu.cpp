@@ -60,6 +60,7 @@ void ProductMenu::COMCbo_Click() {
     COMCbo.Show(app_.globals.ComPortText);
     return;
   }
+  status.Tell({});  // it told of another port
   app_.globals.ComPortText = COMCbo.Text;
   if (const int number = PortNames::Number(COMCbo.Text.Value())) app_.globals.ComPortNumber = number;
   if (COMCbo.Text.Value() != "None") {

@@ -3,6 +3,7 @@
 
 #include "shell/PortsFound.h"
 #include "shell/ShellFrame.h"
+#include "shell/StatusLine.h"
 
 namespace vk32 {
 
@@ -46,8 +47,12 @@ class ProductMenu : public Form {
   ImageButton OfflineCmd    {*this, "OfflineCmd",    { 240, 4800, 2325, 450}, &ProductMenu::OfflineCmd_Click};
   ImageButton ReturnCmd     {*this, "ReturnCmd",     { 240, 5925, 3480, 450}, &ProductMenu::ReturnCmd_Click};
   ImageButton ExitCmd       {*this, "ExitCmd",       {5865, 5925, 1425, 450}, &ProductMenu::ExitCmd_Click};
+
+ public:
+  StatusLine  status        {*this, {240, 1800, 2430, 960}};
   // clang-format on
 
+ private:
   static std::vector<std::string> PortTexts();
 };
 

@@ -12,6 +12,27 @@ namespace {
 
 constexpr int RaisedNext = 111, RaisedFinish = 117, RaisedBack = 113;
 
+struct EthernetCheck {
+  const char* field;
+  bool mayBeEmpty;
+  const char* message;
+};
+constexpr EthernetCheck EthernetChecks[] = {
+    {"EthIPTxt", false, "An Invalid IP Address has been Entered."},
+    {"EthSubTxt", false, "An Invalid Subnet Mask has been Entered."},
+    {"EthGateTxt", true, "An Invalid Gateway IP Address has been Entered."},
+};
+
+/// Of the first address that is invalid, or nullptr.
+const EthernetCheck* FindFailedCheck(const Form& form) {
+  for (const EthernetCheck& check : EthernetChecks) {
+    const std::string& text = form.Get<TextBox>(check.field).Text;
+    const bool passes = check.mayBeEmpty && text.empty();
+    if (!passes && ValidateIPAddress(text) != 0) return &check;
+  }
+  return nullptr;
+}
+
 bool AreFourBytes(const std::string& text, const std::function<double(std::string_view)>& toNumber) {
   const auto parts = SplitAddress(text);
   if (parts.size() < 4) return false;
@@ -52,25 +73,14 @@ int ValidateIPAddress(const std::string& text) { return AreFourBytes(text, CDbl)
 bool IsIPAddress(const std::string& text) { return AreFourBytes(text, Val); }
 
 int CheckEthernetFields(App& app, Form& form) {
-  struct Check {
-    const char* field;
-    bool mayBeEmpty;
-    const char* message;
-  };
-  constexpr Check checks[] = {
-      {"EthIPTxt", false, "An Invalid IP Address has been Entered."},
-      {"EthSubTxt", false, "An Invalid Subnet Mask has been Entered."},
-      {"EthGateTxt", true, "An Invalid Gateway IP Address has been Entered."},
-  };
-  for (const Check& check : checks) {
-    const std::string& text = form.Get<TextBox>(check.field).Text;
-    if (check.mayBeEmpty && text.empty()) continue;
-    if (ValidateIPAddress(text) != 0) {
-      app.forms.MsgBox(check.message, MessageIcon::Critical, "Error!");
-      return 1;
-    }
-  }
-  return 0;
+  const EthernetCheck* failed = FindFailedCheck(form);
+  if (failed) app.forms.MsgBox(failed->message, MessageIcon::Critical, "Error!");
+  return failed ? 1 : 0;
+}
+
+const TextBox* InvalidEthernetField(const Form& form) {
+  const EthernetCheck* failed = FindFailedCheck(form);
+  return failed ? &form.Get<TextBox>(failed->field) : nullptr;
 }
 
 void OpenWebSite(App& app, const std::string& url) { app.forms.GetScreen().OpenWebSite(url); }

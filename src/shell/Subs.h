@@ -21,6 +21,8 @@ int ValidateIPAddress(const std::string& text);
 bool IsIPAddress(const std::string& text);
 /// Checks EthIPTxt, EthSubTxt and, if it isn't empty, EthGateTxt. 0 if all are good; 1 if one is not, after telling so.
 int CheckEthernetFields(App& app, Form& form);
+/// The first address that is invalid, or nullptr.
+const TextBox* InvalidEthernetField(const Form& form);
 /// Opens the address in the default browser. What becomes of it isn't looked at.
 void OpenWebSite(App& app, const std::string& url);
 

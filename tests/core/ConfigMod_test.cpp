@@ -8,8 +8,6 @@
 namespace vk32 {
 namespace {
 
-using namespace std::chrono_literals;
-
 // Blocks 5 and 7 make up the parameter set of the VK-RTX.
 const Bytes AckByte = "\x06", End = FromHex("A5 A5");
 const Bytes Write5 = FromHex("A5 CE 09 FA 00 05 00 03 11 22 33 98"), Read5 = FromHex("A5 CE 06 F5 00 05 00 40 C6");

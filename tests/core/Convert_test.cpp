@@ -6,7 +6,6 @@
 
 #include "core/Globals.h"
 #include "core/NumberRef.h"
-#include "forms/FaultOf.h"
 #include "support/Harness.h"
 
 namespace vk32 {

@@ -3,7 +3,6 @@
 
 #include <algorithm>
 
-#include "forms/FaultOf.h"
 #include "support/Harness.h"
 
 namespace vk32 {

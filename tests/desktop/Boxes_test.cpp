@@ -1,9 +1,13 @@
 // Message boxes, file dialogs, texts, and the end of the program.
+#include <QClipboard>
+#include <QFileDialog>
+#include <QLabel>
 #include <tuple>
 
 #include "DesktopTest.h"
 #include "FileDialogs.h"
 #include "Text.h"
+#include "support/Harness.h"
 
 namespace vk32 {
 namespace {
@@ -28,6 +32,22 @@ TEST_F(BoxesTest, TheTextStandsAsItIsWithItsBlanks) {
     EXPECT_EQ(box.windowTitle(), "Title");
     Press(box, Qt::Key_Return, {}, "\r");
   });
+}
+
+TEST_F(BoxesTest, DetailsAreThereToBeCopiedAndTheFormBelowWaitsForTheUser) {
+  const QString details = "COM3: <nothing> came.\nSent last: 06";
+  form.Busy = true;
+  Ask({"Failed", MessageIcon::Critical, "VK32", MessageButtons::OK, false, details.toStdString()},
+      [&](MessageBox& box) {
+        EXPECT_EQ(WindowOf(form).cursor().shape(), Qt::ArrowCursor);
+        auto* copy = box.findChildren<QPushButton*>().front();
+        const QRect lines = box.findChild<QLabel*>()->geometry();
+        EXPECT_TRUE(box.TextPlace().bottom() < lines.top() && lines.bottom() < copy->y() && lines.height() > 30);
+        Press(*copy, Qt::Key_Space, {}, " ");
+        EXPECT_EQ(QGuiApplication::clipboard()->text(), details);
+        Press(box, Qt::Key_Escape);
+      });
+  EXPECT_EQ(WindowOf(form).cursor().shape(), Qt::WaitCursor);
 }
 
 TEST_F(BoxesTest, KeysAnswerAndEnterDoesNotBreakAnything) {
@@ -64,6 +84,17 @@ TEST_F(BoxesTest, TheEndComesAtOnceAlsoFromInsideABox) {
   });
   EXPECT_TRUE(screen.Ended());
   EXPECT_EQ(screen.ExitStatus(), 0);
+}
+
+TEST_F(BoxesTest, AFileDialogGivesTheChosenFile) {
+  const TemporaryFile file("plant.cfg", "x");
+  QTimer::singleShot(0, [&file] {
+    auto& dialog = dynamic_cast<QFileDialog&>(*QApplication::activeModalWidget());
+    dialog.selectFile(QString::fromStdString(file.Path()));
+    static_cast<QDialog&>(dialog).accept();
+    dialog.close();  // if it did not take it
+  });
+  EXPECT_EQ(screen.AskFile({FileDialogRequest::Kind::Open, "Open", "All Files (*.*)|*.*"}), file.Path());
 }
 
 TEST(Texts, AreTurnedIntoQtsOwnAndBack) {

@@ -1,5 +1,7 @@
 // The windows are walked and used by keys alone.
+#include <QHelpEvent>
 #include <QKeySequence>
+#include <QToolTip>
 
 #include "DesktopTest.h"
 #include "Text.h"
@@ -103,11 +105,18 @@ TEST_F(KeysTest, NamesAndLettersComeFromTheWordsBesideAndAboveAndFromTheHeadsOfA
   EXPECT_EQ(AccessibleName(form.BareChk), "Beside a bare box");
   EXPECT_EQ(AccessibleName(form.Term), "Terminal");
   EXPECT_EQ(WidgetOf(form.NameTxt).accessibleName(), "Name");
-  const QImage plain = Picture(form.BareLbl);
-  SendKey(WidgetOf(form.NameTxt), QEvent::KeyPress, Qt::Key_Alt, {}, {});
-  EXPECT_NE(Picture(form.BareLbl), plain) << "its letter is underlined";
-  SendKey(WidgetOf(form.NameTxt), QEvent::KeyRelease, Qt::Key_Alt, {}, {});
-  EXPECT_EQ(Picture(form.BareLbl), plain);
+  for (const Control* control : std::vector<const Control*>{&form.BareLbl, &form.NextCmd}) {
+    const QImage plain = Picture(*control);
+    SendKey(WidgetOf(form.NameTxt), QEvent::KeyPress, Qt::Key_Alt, {}, {});
+    EXPECT_NE(Picture(*control), plain) << "its letter shows";
+    SendKey(WidgetOf(form.NameTxt), QEvent::KeyRelease, Qt::Key_Alt, {}, {});
+    EXPECT_EQ(Picture(*control), plain);
+  }
+  PressIn(Show("MainMenu"), Qt::Key_Tab, {}, "\t");
+  EXPECT_TRUE(HasFocus(*app.forms.Find("MainMenu")->Find("VK5300Cmd")));
+  QHelpEvent help(QEvent::ToolTip, {5, 5}, WidgetOf(form.NextCmd).mapToGlobal(QPoint(5, 5)));
+  QCoreApplication::sendEvent(&WidgetOf(form.NextCmd), &help);
+  EXPECT_EQ(QToolTip::text(), "NEXT (Alt+N)");
   PressIn(Show("About"), Qt::Key_Escape, {}, "\x1B");  // which presses its only button
   EXPECT_FALSE(app.forms.Find("About"));
 }

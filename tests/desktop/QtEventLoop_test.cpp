@@ -29,7 +29,10 @@ TEST_F(QtEventLoopTest, TimersRunWhileQtHasTheLoopAlsoWhenATickWaitsForTheUser) 
   loop.StartTimer(20ms, [&] { order += "b", box.quit(); });
   loop.StartTimer(1ms, [&] { order += "a"; });
   loop.StopTimer(loop.StartTimer(10ms, [&] { order += "x"; }));
+  loop.StartWhenReadable(ends[0], [&] { order += "r"; });
+  EXPECT_EQ(write(ends[1], "x", 1), 1);
   qt.exec();
+  EXPECT_EQ(std::erase(order, 'r'), 1u);
   EXPECT_EQ(order, "abc");
 }
 

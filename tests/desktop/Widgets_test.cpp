@@ -43,10 +43,11 @@ TEST_F(WidgetsTest, PropertiesAreFollowed) {
   EXPECT_EQ(As<LabelWidget>(form.SlotLbl[1]).Tip(), "");
   const Qt::WindowFlags flags = WindowOf(form).windowHandle()->flags();
   EXPECT_EQ(flags & (Qt::WindowCloseButtonHint | Qt::WindowMinimizeButtonHint), Qt::WindowMinimizeButtonHint);
-  // One that is off looks like one that the form has marked by its colour.
-  for (const Control* field : {&form.OffTxt, &form.GrayTxt, &form.NameTxt}) {
-    EXPECT_EQ(Picture(*field).pixelColor(80, 5), QColor(field == &form.NameTxt ? 0xFFFFFF : 0xE0E0E0));
-  }
+  form.StepLbl.ForeColor = StepOther;
+  Settle();
+  const QImage step = Picture(form.StepLbl);
+  screen.ShowHighContrast(true);
+  EXPECT_NE(Picture(form.StepLbl), step);
   const QWidget* made = &WidgetOf(form.TitleLbl);
   for (const bool shown : {false, true}) form.SecondFrame.Visible = shown, Settle();
   EXPECT_EQ(&WidgetOf(form.TitleLbl), made);
@@ -76,6 +77,7 @@ TEST_F(WidgetsTest, AChoiceThatWaitsIsMadeByAClickElsewhereAndDroppedForTheForms
   MouseDown(WindowOf(form), {5, 500});
   EXPECT_EQ(form.LogLbl.Caption.Value(), "") << "a box must not come between press and release";
   MouseUp(WindowOf(form), {5, 500});
+  EXPECT_TRUE(HasFocus(form.LaterCbo));
   move(Qt::Key_End);
   Click(form.AddCmd);
   EXPECT_EQ(form.TakeLog(), "later:COM2 form later:COM26 add ");
@@ -132,6 +134,7 @@ TEST_F(WidgetsTest, TheMouseReachesWhatWantsItOrElseTheForm) {
   for (const Control* control : clicked) Click(*control);
   EXPECT_EQ(form.TakeLog(), "label down up site form flag:1 two ");
   EXPECT_FALSE(As<QAbstractButton>(form.OneOpt).isChecked());
+  EXPECT_EQ(WidgetOf(form.SiteLbl).cursor().shape(), Qt::PointingHandCursor);
   As<QAbstractButton>(form.FlagChk).toggle();  // as assistive technology does
   for (const Control* control : Controls{&form.SiteLbl, &form.NameLbl, &form.NextCmd})
     MouseMove(WidgetOf(*control), {5, 5});
@@ -159,6 +162,19 @@ TEST_F(WidgetsTest, AButtonIsPressedByEveryMouseButtonButClickedByTheLeftOneInsi
   form.NextCmd.Visible = false;
   Settle();
   EXPECT_EQ(form.NextCmd.Picture.Value(), 111);
+}
+
+TEST_F(WidgetsTest, AFormThatIsLargerThanItsScreenScrollsToWhatHasTheFocus) {
+  FormWindow& window = WindowOf(form);
+  window.move(1700, 50);  // to the smaller screen
+  for (const bool shown : {false, true}) form.Visible = shown, Settle();
+  EXPECT_EQ(window.height(), 512 - 32);
+  for (const Control* control : std::vector<const Control*>{&form.NextCmd, &form.NameTxt, &form.SiteLbl}) {
+    QFocusEvent comes(QEvent::FocusIn, Qt::TabFocusReason);
+    QCoreApplication::sendEvent(&WidgetOf(*control), &comes);
+    const QRect place(WidgetOf(*control).mapTo(&window, QPoint()), WidgetOf(*control).size());
+    EXPECT_TRUE(window.rect().contains(place)) << control->Name();
+  }
 }
 
 TEST_F(WidgetsTest, AWindowThatIsClosedAsksItsFormAndOutlivesTheHandler) {
@@ -190,6 +206,11 @@ TEST_F(WidgetsTest, TheTerminalWrapsFollowsTheEndAndSendsEveryKey) {
   Settle();
   EXPECT_EQ(terminal.VisibleText().split('\n').size(), terminal.VisibleRows());
   EXPECT_TRUE(terminal.VisibleText().endsWith("\n39"));
+  Press(terminal, Qt::Key_PageUp);
+  form.Term.SetSelText("\r\n40");
+  EXPECT_TRUE(terminal.VisibleText().endsWith("\n20")) << "the user reads on where he is";
+  Press(terminal, Qt::Key_PageDown);
+  EXPECT_TRUE(terminal.VisibleText().endsWith("\n40"));
   form.Term.Text = "short\r\nline";
   Settle();
   EXPECT_EQ(terminal.VisibleText(), "short\nline");
@@ -200,6 +221,7 @@ TEST_F(WidgetsTest, TheTerminalWrapsFollowsTheEndAndSendsEveryKey) {
   Press(terminal, Qt::Key_Escape, {}, "\x1B");
   // What is selected goes through the clipboard, and back in as keys.
   constexpr auto Shortcut = Qt::ControlModifier | Qt::ShiftModifier;
+  QGuiApplication::clipboard()->clear();
   MouseMove(terminal, {300, 30});
   Press(terminal, Qt::Key_C, Shortcut);
   EXPECT_EQ(QGuiApplication::clipboard()->text(), "") << "nothing has been selected";

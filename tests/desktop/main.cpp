@@ -5,7 +5,7 @@
 
 int main(int argc, char** argv) {
   testing::InitGoogleTest(&argc, argv);
-  if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
+  if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", VK32_OFFSCREEN);
   QApplication::setDesktopSettingsAware(false);
   const QApplication application(argc, argv);
   return RUN_ALL_TESTS();

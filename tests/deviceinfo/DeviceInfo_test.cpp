@@ -5,8 +5,6 @@
 namespace vk32 {
 namespace {
 
-using namespace std::chrono_literals;
-
 /// Opens the form as the product menu does. The fields that it shows, each with a bar behind it, and the texts that it
 /// keeps to itself; or the box.
 std::string Open(Harness& h) {

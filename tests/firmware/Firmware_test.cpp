@@ -6,8 +6,6 @@
 namespace vk32 {
 namespace {
 
-using namespace std::chrono_literals;
-
 const Bytes Probe = "\x1B", Erase = FromHex("A5 FB"), Leave = FromHex("A5 A5");
 const std::string Failed = "An error has occured while installing firmware.";
 
@@ -66,6 +64,7 @@ TEST(Firmware, TheProbeWantsTheWholeBannerInASecondAndErasesNothingOnceItWasLeft
     h.Do(meanwhile);
     EXPECT_EQ(h.Next().find("Press the Configuration Button on the VK-RTX") == Bytes::npos, !meanwhile.empty());
     EXPECT_EQ(h.driver.written, Probe);
+    EXPECT_TRUE(meanwhile.empty() || !h.app.comm.IsOpen(3));
     EXPECT_EQ(h.Elapsed(), lasts);
   }
 }
@@ -76,17 +75,20 @@ TEST(Firmware, ErasesAndStreamsInPieces) {
     sim::FlashTimes times;
     sim::Misbehaviour how;
     Time lasts;
-    bool streamed = true, installed = true;
-  } rows[] = {{1, {}, {}, 4500ms},
-              {4096, {}, {}, 4700ms},  // held while it burns a part
-              {10240, {}, {}, 4900ms},
-              {10241, {}, {}, 4900ms},
-              {1, {14999ms, 2999ms, 0ms}, {}, 18998ms},
-              {1, {15001ms}, {}, 15000ms, false, false},
-              {1, {3000ms, 3001ms}, {}, 6000ms, false, false},
-              {1, {}, {.noReady = true}, 6000ms, false, false},
-              {1, {}, {.noBurn = true}, 9500ms, true, false},
-              {4096, {}, {.holdForGood = true}, 9500ms, true, false}};
+    std::string detail;
+    bool streamed = true;
+    std::string state{};  // of the device, after a failure
+  } rows[] = {
+      {1, {}, {}, 4500ms, "1 of 1 bytes sent in 1 s"},
+      {4096, {}, {}, 4700ms, "4 of 4 KB sent in 1 s"},  // held while it burns a part
+      {10240, {}, {}, 4900ms, "10 of 10 KB sent in 1 s"},
+      {10241, {}, {}, 4900ms, "10 of 10 KB sent in 1 s"},
+      {1, {14999ms, 2999ms, 0ms}, {}, 18998ms, "1 of 1 bytes sent in 1 s"},
+      {1, {15001ms}, {}, 15000ms, "0 of 1 bytes sent, then nothing came within 15 s", false, "may have no"},
+      {1, {3000ms, 3001ms}, {}, 6000ms, "0 of 1 bytes sent, then nothing came within 3 s", false, "has no"},
+      {1, {}, {.noReady = true}, 6000ms, "0 of 1 bytes sent, then nothing came within 3 s", false, "has no"},
+      {1, {}, {.noBurn = true}, 9500ms, "1 of 1 bytes sent, then nothing came within 6 s", true, "did not con"},
+      {4096, {}, {.holdForGood = true}, 9500ms, "4 of 4 KB sent, then nothing came within 6 s", true, "did not"}};
   for (const auto& row : rows) {
     SCOPED_TRACE(&row - rows);
     GatewayDevice device("VK-RTX-Modbus", row.how);
@@ -100,10 +102,29 @@ TEST(Firmware, ErasesAndStreamsInPieces) {
     EXPECT_EQ(std::count(h.driver.calls.begin(), h.driver.calls.end(), "Write 10240"), row.size / 10240);
     EXPECT_FALSE(h.app.comm.IsOpen(3) || device.gateway.NextDue());
     EXPECT_EQ(device.gateway.Firmware(), row.streamed ? h.content : "");
+    const bool installed = row.state.empty();
     EXPECT_EQ(h.Get("Firmware.ProgressInfoLbl.Caption"),
-              row.installed ? "Firmware has been successfully installed." : Failed);
+              installed ? "Firmware has been successfully installed." : Failed);
+    EXPECT_EQ(h.Get("Firmware.DetailLbl.Caption"), "new.rom: " + row.detail);
+    EXPECT_EQ(h.Get("Firmware.ResultMark.Picture"), installed ? "Tick" : "Cross");
+    EXPECT_TRUE(h.Get("Firmware.NextStepLbl.Caption").starts_with(installed ? "" : "The gateway " + row.state));
     EXPECT_EQ(h.Get("Firmware.ProgressBar.Value") + h.Get("Firmware.CancelCmd.Shown"), "1000False");
   }
+}
+
+TEST(Firmware, TellsHowMuchIsLeft) {
+  GatewayDevice device("VK-RTX-Modbus");
+  device.gateway.Flash().burn = 5000ms;
+  Wizard h(device);
+  h.Choose(46080);
+  for (const std::string at : {"2000", "4000", "9500", "10500"}) {
+    h.Do("after " + at + " get Firmware.DetailLbl.Caption");
+  }
+  EXPECT_EQ(h.Next(),
+            "value \"new.rom: 0 of 45 KB sent\"\n"
+            "value \"new.rom: 10 of 45 KB sent, 19 s left\"\n"
+            "value \"new.rom: 10 of 45 KB sent, 13 s left\"\n"
+            "value \"new.rom: 10 of 45 KB sent, 12 s left\"\n");
 }
 
 TEST(Firmware, WhatBreaksItOffLeavesTheDeviceAllTheSame) {

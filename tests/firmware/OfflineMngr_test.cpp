@@ -5,8 +5,6 @@
 namespace vk32 {
 namespace {
 
-using namespace std::chrono_literals;
-
 const std::string Menu =
     "\r\n\r\nMain Menu\r\n\r\n  1. Show Firmware Version\r\n  2. Write New Firmware\r\n  3. Restart\r\n\r\nSelection: ";
 /// The terminal is open, on a line to that device.
@@ -82,7 +80,9 @@ TEST(OfflineMngr, AFileGoesAsTextInThePiecesOfTheProductOrByXmodem) {
     GatewayDevice device(product == "VK-RTX" ? "VK-RTX-DF1" : product, {.naks = content.size() == 129 ? 1 : 0});
     Terminal h(product, device);
     h.Do("keys OfflineMngr.Term 2y\nwait 3100");
-    const std::string told = h.Send("answer yes\nanswer " + answer, content);
+    const std::string told =
+        h.Send("after 0 get OfflineMngr.ProgressBar.Visible\nanswer yes\nanswer " + answer, content);
+    EXPECT_TRUE(content.empty() || told.ends_with("value \"True\"\n")) << told;
     EXPECT_EQ(told.find("Xmodem") == Bytes::npos, answer.empty());
     std::erase_if(h.driver.calls, [](const std::string& call) { return !call.starts_with("Write"); });
     EXPECT_TRUE(writes.empty() || h.driver.calls == Split(writes, '|'));
@@ -96,6 +96,27 @@ TEST(OfflineMngr, AFileGoesAsTextInThePiecesOfTheProductOrByXmodem) {
   }
 }
 
+TEST(OfflineMngr, WhatCameIsReadBackCopiedAndSaved) {
+  std::string first;
+  for (int line = 0; line < 40; ++line) first += std::to_string(line) + "\n";
+  ScriptedDevice device;
+  device.On("\r", {{0ms, first}, {500ms, "mord\b\be"}, {1000ms, "last"}});
+  Terminal h("RB2000", device);
+  const auto top = [&h] { return h.Get("OfflineMngr.Term.TopRow") + "/" + h.Get("OfflineMngr.TermVScroll.Max"); };
+  EXPECT_EQ(top(), "17/17");
+  h.Do("scroll OfflineMngr.TermVScroll 3\nwait 500");
+  EXPECT_EQ(top(), "3/17") << "the user reads on where he is";
+  h.Do("scroll OfflineMngr.TermVScroll 17");
+  h.driver.input += "\n";
+  h.Do("wait 100");
+  EXPECT_EQ(top(), "18/18");
+  EXPECT_EQ(h.Do("click OfflineMngr.CopyCmd"), "copied " + Quote(Lines(first + "moe\n")) + "\n");
+  const auto save = [&](const std::string& path) { return h.Do("file " + path + "\nclick OfflineMngr.SaveLogCmd"); };
+  save(h.file.Path());
+  EXPECT_EQ(h.file.Content(), first + "mord\b\be\n");
+  EXPECT_NE(save("/nowhere/x.log").find("The log was not saved as /nowhere/x.log."), Bytes::npos);
+}
+
 TEST(OfflineMngr, ADeclinedQuestionAndACancelledDialogSendNothing) {
   ScriptedDevice device;
   Terminal h("RB2000", device);
@@ -107,15 +128,28 @@ TEST(OfflineMngr, ADeclinedQuestionAndACancelledDialogSendNothing) {
   EXPECT_EQ(h.Get("OfflineMngr.tmrTime.Enabled"), "True");
 }
 
+TEST(OfflineMngr, LetsGoOfADeviceThatHasGone) {
+  GatewayDevice device("RB2000", {.unplugAfter = 20}, true);
+  Terminal h("RB2000", device);
+  EXPECT_EQ(h.Text().substr(0, 13), Menu.substr(0, 13));
+  EXPECT_TRUE(!h.app.comm.IsOpen(3) && h.app.conversation == nullptr);
+}
+
 TEST(OfflineMngr, XmodemFailures) {
   const Bytes block = "\1\1\xFEx" + Bytes(127, '\0') + "x";
-  // What the device says 1 ms behind the click, the block and the end; how long it takes, and whether it closes the
-  // port.
-  const std::tuple<Bytes, Bytes, Bytes, Time, bool> rows[] = {
-      {"", "", "", 60000ms, true},        {"C", "", "", 1ms, true},        {"\x15", "", "", 5001ms, true},
-      {"\x15", "\x18", "", 2ms, true},    {"\x15", "\xFF", "", 2ms, true}, {"\x15", "\x06", "\x15", 3ms, false},
-      {"\x15", "\x06", "", 5002ms, false}};
-  for (const auto& [first, answer, end, lasts, closed] : rows) {
+  const std::string refused = "block 1 of 1 was refused", unasked = "the device did not ask for it",
+                    endless = "its end was not confirmed";
+  // What the device says 1 ms behind the click, the block and the end; how long it takes, whether it closes the port,
+  // and what is told.
+  const std::tuple<Bytes, Bytes, Bytes, Time, bool, std::string> rows[] = {
+      {"", "", "", 60000ms, true, unasked},
+      {"C", "", "", 1ms, true, unasked},
+      {"\x15", "", "", 5001ms, true, "no answer to block 1 of 1"},
+      {"\x15", "\x18", "", 2ms, true, refused},
+      {"\x15", "\xFF", "", 2ms, true, refused},
+      {"\x15", "\x06", "\x15", 3ms, false, endless},
+      {"\x15", "\x06", "", 5002ms, false, endless}};
+  for (const auto& [first, answer, end, lasts, closed, why] : rows) {
     ScriptedDevice device;
     device.On("\r").On(block, {{1ms, answer}}).On("\4", {{1ms, end}});
     Terminal h("VK5300", device);
@@ -124,6 +158,8 @@ TEST(OfflineMngr, XmodemFailures) {
     EXPECT_EQ(h.Elapsed(), lasts);
     EXPECT_EQ(h.app.comm.IsOpen(3), !closed);
     EXPECT_EQ(h.Get("OfflineMngr.ProgressBar.Visible"), closed ? "True" : "False");
+    EXPECT_EQ(h.Get("OfflineMngr.ResultLbl.Caption"), "Failed: " + why);
+    EXPECT_EQ(h.Get("OfflineMngr.TermInfoLbl.Caption"), closed ? "COM3, 19200 baud, closed" : "COM3, 19200 baud, open");
   }
   ScriptedDevice silent;
   Terminal h("VK5300", silent);

@@ -6,8 +6,6 @@
 namespace vk32 {
 namespace {
 
-using namespace std::chrono_literals;
-
 const Bytes Banner = "Offline Manager" + Bytes(325, '.');
 const std::string TimeOut = "box critical \"Error!\" \"A timeout or error has occured while communicating to the ";
 const std::string Success = "box information \"Success!\"";

@@ -2,13 +2,10 @@
 #include "link/VKComSubs.h"
 
 #include "core/TestWizard.h"
-#include "forms/FaultOf.h"
 #include "link/BuildFrame.h"
 
 namespace vk32 {
 namespace {
-
-using namespace std::chrono_literals;
 
 TEST(BuildFrame, TheProductDecidesTheKindAndWhatDoesNotFitFaults) {
   const Bytes data = FromHex("01 02 03"), most = Bytes(128, '\xFF') + '\x7E';  // 1 + 32640 + 126 = 32767

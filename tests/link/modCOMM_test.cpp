@@ -6,8 +6,6 @@
 namespace vk32 {
 namespace {
 
-using namespace std::chrono_literals;
-
 constexpr int Port = 32;  // the last one
 constexpr const char* Settings = "baud=19200 parity=N data=8 stop=1";
 const Bytes Odd("\0\xFF\x11\0\n", 5);  // whatever a byte may be

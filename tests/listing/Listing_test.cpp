@@ -59,7 +59,8 @@ TEST(Listing, ComparesByFieldInTheOrderOfThePages) {
 
 TEST(Listing, KnowsWhatPagesWillShow) {
   WizardUser user("VK-RTX-DF1");
-  user.Use(Dhcp + "to SerProtoFrame(0)\nselect SerProtoLst(0) ASCII\nto RoutingFrame\nclick AddRouteCmd\n"
+  user.Use(Dhcp +
+           "to SerProtoFrame(0)\nselect SerProtoLst(0) ASCII\nto RoutingFrame\nclick AddRouteCmd\n"
            "fill Route 1|Channel A|1|1|Ethernet|10.0.0.1\nclick Route.PerformRouteCmd");
   const Listing before = WizardOf(user).List();
   user.Use("to ApplyFrame");
@@ -90,12 +91,21 @@ TEST(Listing, SaysWhereTheValuesComeFrom) {
       {&device, change + "select ChbModProtocolLst RTU\n", "Factory values|No changes"},
       {&device, change + "click UploadCmd\n", "reminder\nRead from COM3, 21:40|No changes"},
       {&broken, change + "click UploadCmd\n", "reminder\nPartly read from COM3, 21:40|1 value changed"},
-      {nullptr, change + "finish SaveOpt\nclick ProductMenu.ConfigureCmd\nopen\n" + change, "Opened plant.cfg|No changes"},
+      {nullptr, change + "finish SaveOpt\nclick ProductMenu.ConfigureCmd\nopen\n" + change,
+       "Opened plant.cfg|No changes"},
   };
   for (const auto& [port, acts, told] : rows) {
     WizardUser user("RB2000", port);
     EXPECT_EQ(user.Use(acts + "see SourceLbl ChangedLbl"), told) << acts;
   }
+  WizardUser user("RB2000", &device);
+  EXPECT_EQ(user.Use("click UploadCmd\n" + change +
+                     "to ApplyFrame\nsee ChangesSinceLbl ChangeFieldLbl(1) "
+                     "ChangeBeforeLbl(1) ChangeAfterLbl(1) ChangeFieldLbl(2)"),
+            "reminder\nsince it was read from COM3 at 21:40|"
+            "Protocol Settings: CHB - Modbus Protocol Settings, Modbus Protocol|RTU|ASCII|");
+  EXPECT_EQ(user.Use("file " + user.file.Path() + "\nclick BackupCmd\nsee ChbModProtocolLst"), "ASCII");
+  EXPECT_EQ(user.Use("open\nsee ChbModProtocolLst"), "RTU") << "as the device had it";
 }
 
 }  // namespace

@@ -140,6 +140,25 @@ TEST(ConfigurationVkRtx, ARouteIsTakenWhole) {
   EXPECT_EQ(user.Use("see RouteDstLowLbl(1) RouteDstLowLbl(2)"), "|");
 }
 
+TEST(ConfigurationVkRtx, AnEditorSaysWhatItLacks) {
+  const std::string map = "fill ABModMapping 1|Typed R/W|7|0|4X|1|8|Integer|";
+  const std::array<std::string, 3> rows[] = {
+      {Df1, "", "Source Port is missing"},
+      {Df1, "fill Route 1|Channel A|x|9|Channel A", "Low: enter a number from 0 to 255"},
+      {Df1, "fill Route 1|Channel A|10|9|Channel A", "Low is above High"},
+      {Df1, "fill Route 1|Channel A|1|9|Ethernet|10", "IP Address: enter four numbers from 0 to 255, parted by points"},
+      {Df1, "fill Route 1|Channel A|1|9|Ethernet|1.1.1.1", ""},
+      {Modbus, "fill ABModMapping 1|Typed R/W|7|0|4X|0", "Data Type is missing"},
+      {Modbus, map + "1|256", "High Address: enter a number from 0 to 255"},
+      {Modbus, map + "1|2", ""}};
+  for (const auto& [model, acts, hint] : rows) {
+    VkRtx user(model.c_str());
+    const bool maps = model == Modbus;
+    user.Use((maps ? Maps + "click AddMapCmd\n" : Routes + "click AddRouteCmd\n") + acts);
+    EXPECT_EQ(user.Use(maps ? "see ABModMapping.HintLbl" : "see Route.HintLbl"), hint) << acts;
+  }
+}
+
 TEST(ConfigurationVkRtx, AsciiRoutesMakeClientsAndPanels) {
   const std::string a = "|Channel A|40|40|Ethernet|10.0.0.", b = "|Channel B|50|50|Ethernet|10.0.0.",
                     a1 = Route("1" + a + "1"),
@@ -326,7 +345,7 @@ TEST(ConfigurationVkRtx, SendsItsChoicesInBlocksAndReadsThemBack) {
       EXPECT_EQ(Split(block)[0] + (data.empty() ? "" : " ") + data, block) << acts;
     }
     // The device and a file give back what they got.
-    EXPECT_EQ(user.Use("again\nclick UploadCmd\nfinish DownSaveOpt"), "reminder\nreminder\nsuccess\n");
+    EXPECT_EQ(user.Use("again\nclick UploadCmd\nfinish DownSaveOptLbl"), "reminder\nreminder\nsuccess\n");
     EXPECT_EQ(device.gateway.BlocksInForce(), sent) << acts;
     EXPECT_EQ(user.Use("again\nopen\nfinish DownOpt"), "reminder\nsuccess\n");
     EXPECT_EQ(device.gateway.BlocksInForce(), sent) << acts;
@@ -345,7 +364,7 @@ TEST(ConfigurationVkRtx, ShowsWhatADeviceSays) {
        "01 01 02 03 09 03 07 01 00 00 07"},
       {Df1, 3, "05 01 A8 C0 00 00 00 00 00 00 00 00 02 07 FF 00 00 00 00 00 09", "EthDHCPLst EthSpeedLst EthIPTxt",
        "Enabled|Auto Detect|192.168.1.5", nothing + "01 FF 00 00 00 00 00 09"},
-      {Df1, 4, "03", "Df1ModeLst(0) Df1ErrorLst(0)", "|CRC", "03"},
+      {Df1, 4, "03", "Df1ModeLst(0) Df1ErrorLst(0)\nget Df1ParamFrame(0).Visible", "|CRCvalue \"True\"\n", "03"},
       {Df1, 50, "32 01 A8 C0 00 05", "EIPClientIpAddrValLbl(0) EIPClientSlotTxt(0)", "192.168.1.50|0", ""},
       {Df1, 100, "FF 27 10 00 FF 01 02 00 FE 01 02 03 04",
        "RouteDestinationPortLbl(1) RouteIPAddressLbl(1) RouteSlotLbl(20)", "Channel B||20", ""},
@@ -395,8 +414,8 @@ TEST(ConfigurationVkRtx, FinishRefusesWhatHasNoBytes) {
         continue;
       }
       EXPECT_TRUE(told.starts_with("box critical \"Error!\" \"" + expected)) << told;
-      EXPECT_EQ(user.Use("page") + user.driver.written + user.file.Content() + user.app.globals.BlockTable[1],
-                "ApplyFrame");
+      EXPECT_EQ(user.Use("shown ApplyFrame") + user.driver.written + user.file.Content(), "-");
+      EXPECT_EQ(user.app.globals.BlockTable[1], "");
       EXPECT_EQ(user.app.globals.SocketTimeout + user.app.globals.RouteCount, 0);
     }
   }

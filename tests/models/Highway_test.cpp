@@ -4,8 +4,6 @@
 namespace vk32 {
 namespace {
 
-using namespace std::chrono_literals;
-
 const std::string Addresses = "to EthComFrame\ntype EthIPTxt 192.168.1.2\ntype EthSubTxt 255.255.255.0\n",
                   Dh = "to DhComFrame\nselect DhN", Dh485 = Dh + "etworkLst DH-485\n",
                   Card485 = "to HwyComFrame\nclick Dh485Opt\n", Df1 = "to Df1ComFrame\nselect Df1";
@@ -29,7 +27,7 @@ TEST(Highway, ChoicesGoDownAndComeBack) {
        "01 1F 00 07 00 0B 00 08 00 00 00 00 00 00", "DH-485|31|Decimal|4800|Baud|100 Mbps|30", ""},
       {"VK5300", Dh485 + "select DhNodeLst 31\n" + Dh + "etworkLst DH+\n" + Dhcp,
        "00 01 00 08 00 0B 00 08 00 00 00 00 00 00", "DH+|" + dhPlus + "Auto Detect|30", ""},
-      {"RBCard", "", "00 01 00 08 00 08 00 08 00 08 00 00 00 01", dhPlus + card, ""},
+      {"RBCard", Card485 + "click DhpOpt", "00 01 00 08 00 08 00 08 00 08 00 00 00 01", dhPlus + card, ""},
       {"RBCard", Card485 + "click DhpOpt\nselect HwyNodeLst 77\nselect HwySpeedLst 115.2",
        "00 3F 00 09 00 08 00 08 00 08 00 00 00 01", "77|Octal|115.2|kBaud|" + card, ""},
       {"RBCard", Card485 + "select HwySpeedLst 9600\nselect HwyNodeLst 31", "01 1F 00 08 00 08 00 08 00 08 00 00 00 01",
@@ -43,15 +41,21 @@ TEST(Highway, ChoicesGoDownAndComeBack) {
   for (const auto& [kind, acts, image, words, block] : rows) {
     GatewayDevice device(kind);
     WizardUser user(kind, &device);
-    const std::string look = "\nsee " + (kind == "RBCard" ? rbCard : vk5300);
+    const bool isCard = kind == "RBCard";
+    const std::string look = "\nsee " + (isCard ? rbCard + "\nget DhpOpt.Value" : vk5300),
+                      seen = words + (!isCard           ? ""
+                                      : image[1] == '0' ? "value \"True\"\n"
+                                                        : "value \"False\"\n");
+    EXPECT_EQ(isCard ? user.Use("get DhpOpt.Value") : "", isCard ? "value \"True\"\n" : "");
     EXPECT_EQ(user.Use(acts + "\nfinish DownOpt"), "reminder\nsuccess\n");
     EXPECT_EQ(ToHex(device.gateway.Image().substr(0, 2) + device.gateway.Image().substr(13, 14)), "04 99 " + image);
     EXPECT_EQ(block.empty() ? "" : ToHex(device.gateway.BlocksInForce().at(3)), block);
     user.app.globals.ClearRegisters();
-    EXPECT_EQ(user.Use("again\nclick UploadCmd" + look), "reminder\n" + words);
+    EXPECT_EQ(user.Use("again\nclick UploadCmd" + look), "reminder\n" + seen);
+    EXPECT_EQ(user.driver.written.ends_with("sTEE\x06"), !isCard);  // its halves, parted by a restart
     user.Use("finish SaveOpt");
     user.app.globals.ClearRegisters();
-    EXPECT_EQ(user.Use("again\nopen" + look), words) << user.file.Content();
+    EXPECT_EQ(user.Use("again\nopen" + look), seen) << user.file.Content();
   }
 }
 
@@ -75,6 +79,7 @@ TEST(Highway, TheVk5300RestartsBetweenItsHalves) {
 TEST(Highway, FilesAreTheirOwn) {
   WizardUser vk5300("VK5300"), rbCard("RBCard");
   EXPECT_EQ(vk5300.Use(Dh485 + Addresses + "see EthDHCPLst\nfinish SaveOpt"), "Disabled");
+  EXPECT_EQ(vk5300.app.globals.FileVersionText, ProgramVersion());
   rbCard.Use(Card485 + "finish SaveOpt");
   EXPECT_EQ(vk5300.file.Content(),
             Lines("\"" + ProgramVersion() +

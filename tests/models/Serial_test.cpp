@@ -5,8 +5,6 @@
 namespace vk32 {
 namespace {
 
-using namespace std::chrono_literals;
-
 struct Rb : WizardUser {
   using WizardUser::WizardUser;
   /// Byte `offset` of the image as it stands.
@@ -93,7 +91,9 @@ TEST(Serial, ThePageFollowsItsChoices) {
 TEST(Serial, ListsWriteTheirBitsAndAreSelectedByThem) {
   // The list, its byte, texts with the byte before and after, bytes that no entry has: they leave the list, and stay.
   const std::tuple<std::string, int, std::string, std::string> rows[] = {
-      {"ChaSpeedLst", 16, "300 8 3 115200 8 12 230400 8 13", "0 14"},
+      {"ChaSpeedLst", 16,
+       "300 8 3 600 8 4 1200 8 5 2400 8 6 4800 8 7 9600 9 8 19200 8 9 38400 8 10 57600 8 11 115200 8 12 230400 8 13",
+       "0 14"},
       {"ChaParityLst", 17, "Odd 249 251 Even 0 6 None 255 253", ""},
       {"ChaDataBitsLst", 17, "7 0 16 8 255 239", ""},
       {"ChaStopBitsLst", 17, "2 0 8 1 255 247", ""},
@@ -143,6 +143,8 @@ TEST(Serial, OptionsWriteTheirCodeAndAreSelectedByIt) {
   const std::string names[] = {"NXYYZOpt", "NXYZZOpt", "NYXZZOpt"};
   for (const auto& [kind, prefix] : {std::pair("RB2000", "ChbModMaster"), {"RB3000", ""}}) {
     Rb user(kind);
+    const auto tab = [&](const char* control, int slot) { return user.Wizard().Find(control, slot)->TabIndex; };
+    EXPECT_EQ(tab("ModStartTxt", 1) - tab("FloatChk", 0), tab("NextMappingCmd", 1) - tab("NextMappingCmd", 0));
     user.Byte(41) = 2;  // a master
     const auto option = [&, start = prefix ](int code) -> auto& {
       return user.At<OptionButton>(start + names[code % 3]);
@@ -207,6 +209,19 @@ TEST(Serial, ChecksTheSlots) {
   EXPECT_EQ(user.Use(next + "click NextCmd\npage"), told("Invalid", "MappingFrame(1)"));
   EXPECT_EQ(rb3000.Use(next + "click NextMappingCmd(1)\n" + Slot(39, "1|0|1|1") + "click NextCmd\npage"),
             told("Invalid", "MappingFrame(2)"));
+}
+
+TEST(Serial, MarksTheSlotsThatShowWhatWillNotBeSent) {
+  Rb user("RB2000");
+  user.Use("to MappingFrame(0)\n" + Slot(0, "1|2|3|4") + Slot(1, "1|2|3|4"));
+  user.app.globals.ClearRegisters();
+  user.Decode();
+  const std::string look = "shown SlotMark(0) SlotMark(1) SlotMark(2)\nsee PageHintLbl",
+                    hint = ": what is shown is not what will be sent. Type it again or empty it.";
+  EXPECT_EQ(user.Use(look), "++-Slot 1" + hint);
+  EXPECT_EQ(user.Use(Slot(0, "|||") + look), "-+-Slot 2" + hint);
+  EXPECT_EQ(user.Use("click BackCmd\n" + look + "\nclick NextCmd\n" + look), "----+-Slot 2" + hint);
+  EXPECT_EQ(user.Use(Slot(1, "1|2|3|4") + look), "---");
 }
 
 TEST(Serial, TakesAndGivesAWholeConfiguration) {
@@ -279,7 +294,7 @@ TEST(Serial, FinishRefusesWhatTheImageCannotHold) {
     WizardUser user(kind, &device);
     user.Use("to MappingFrame(0)\ntype ABFileTxt(4) 70000\nback ConfigFrame\n" + master);
     EXPECT_TRUE(user.Use("finish DownOpt").starts_with("box critical \"Error!\" " + words));
-    EXPECT_EQ(user.Use("page") + user.driver.written, "ApplyFrame");
+    EXPECT_EQ(user.Use("page") + user.driver.written, "MappingFrame(0)");
   }
 }
 

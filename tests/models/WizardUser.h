@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <map>
 
 #include "core/Convert.h"
 #include "forms/Tables.h"
@@ -82,11 +83,16 @@ struct WizardUser : Harness {
     const auto all = Split(pages);
     Use("to " + all.back());
     const std::size_t last = all.size() - 1;
+    std::map<std::size_t, int> marks;  // of the steps; the pages of a step have one
     for (std::size_t i = 0; i <= 2 * last; ++i) {
       const std::size_t page = i <= last ? last - i : i - last;
       EXPECT_EQ(Page(), all[page]) << pages;
       EXPECT_EQ(Get(form + ".NextCmd.Picture"), page == last ? "117" : "111");
       EXPECT_EQ(Get(form + ".BackCmd.Shown"), page == 0 ? "False" : "True");
+      const int mark = std::stoi(Get(form + ".StepMarkFrame.Top"));
+      EXPECT_EQ(marks.emplace(page, mark).first->second, mark);
+      EXPECT_LE(mark, marks[std::min(page + 1, last)]);
+      EXPECT_EQ(page == last, mark == marks[last]);
       Use(i < last ? "click BackCmd" : i < 2 * last ? "click NextCmd" : "");
     }
   }
@@ -95,7 +101,7 @@ struct WizardUser : Harness {
   std::string State() const {
     std::string state;
     for (const Control* control : ControlsOf(form)) {
-      if (!control->Parent()) continue;
+      if (!control->Parent() || std::string_view(control->Name()).starts_with("Restore")) continue;
       if (dynamic_cast<const RowFrame*>(control)) continue;  // shows where the user is
       for (const char* name : {"Text", "Value", "Visible", "Caption"}) {
         if (const auto* found = control->FindProperty(name)) state += " " + control->FullName() + found->AsText();

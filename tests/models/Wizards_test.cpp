@@ -4,13 +4,14 @@
 namespace vk32 {
 namespace {
 
-void ChangeEverything(WizardUser& user) {
+void ChangeEverything(WizardUser& user, bool texts = true) {
   for (Control* control : user.app.forms.Find(user.form)->Controls()) {
     if (auto* list = dynamic_cast<ComboBox*>(control)) list->ListIndex = static_cast<int>(list->Entries().size()) - 1;
-    if (auto* box = dynamic_cast<TextBox*>(control)) box->Text = "7";
-    if (auto* check = dynamic_cast<CheckBox*>(control)) check->Value = 1;
+    if (auto* box = dynamic_cast<TextBox*>(control); box && texts) box->Text = "7";
+    if (auto* check = dynamic_cast<CheckBox*>(control); check && check->Visible) check->Value = 1;
     if (auto* option = dynamic_cast<OptionButton*>(control)) option->Value = true;
   }
+  user.app.forms.dispatcher.Dispatch([] {});  // whose end counts what was changed behind the user's back
 }
 
 /// FINISH with the option, once a wizard that has an Ethernet page holds no address that is missing.
@@ -30,6 +31,51 @@ TEST(Wizards, StartAnewEachTime) {
     EXPECT_EQ(user.State(), before);
     EXPECT_EQ(Finish(fresh, "DownOpt") + Finish(user, "DownOpt"), "reminder\nsuccess\nreminder\nsuccess\n");
     EXPECT_EQ(ToHex(second.gateway.Image()), ToHex(first.gateway.Image()));
+    EXPECT_EQ(second.gateway.BlocksInForce(), first.gateway.BlocksInForce()) << model.kind;
+  }
+}
+
+TEST(Wizards, AskOnceBeforeChangedValuesGo) {
+  for (const bool window : {true, false}) {
+    WizardUser user("RB2000");
+    const auto go = [&](const std::string& answers) {
+      std::string printed = user.Do(answers);
+      if (window) user.app.forms.Find(user.form)->UserCloses();
+      if (!window) printed = user.Do("click MainMenu.RB3000Cmd");
+      return (printed.find("box question") != std::string::npos ? "asked " : "") +
+             std::string(user.app.forms.Find(user.form) ? "open" : "closed");
+    };
+    const std::string change = "to ProtocolSettingsFrame\nselect ChbModProtocolLst ASCII\nclick ProductMenu.ReturnCmd";
+    user.Use(change);
+    for (const char* stays : {"answer cancel", "answer save\nfile cancel", "answer save\nfile /nowhere/plant.cfg"}) {
+      EXPECT_TRUE(go(stays).ends_with("open")) << stays;
+    }
+    EXPECT_TRUE(go("answer save\nfile " + user.file.Path()).ends_with("closed"));
+    EXPECT_NE(user.file.Content(), "");
+    WizardUser same("RB2000");
+    same.app.forms.Find(same.form)->UserCloses();
+    EXPECT_FALSE(same.app.forms.Find(same.form)) << "unchanged, it does not ask";
+  }
+}
+
+TEST(Wizards, OfferWhatACancelledOneHeld) {
+  const std::string row = "fill Route 1|Channel A|1|1|Ethernet|1.1.1.1\nclick Route.PerformRouteCmd\n",
+                    map = "fill ABModMapping 1|Typed R/W|7|0|4X|1|3|Integer|2|9\nclick ABModMapping.MapCmd\n";
+  const std::map<std::string, std::string> tables{{"VK-RTX-DF1", "to RoutingFrame\nclick AddRouteCmd\n" + row},
+                                                  {"VK-RTX-Modbus", "to AbModMappingFrame\nclick AddMapCmd\n" + map}};
+  for (const Model& model : Models) {
+    GatewayDevice first(model.kind), second(model.kind);
+    WizardUser direct(model.kind, &first), user(model.kind, &second);
+    for (WizardUser* each : {&direct, &user}) {
+      ChangeEverything(*each, false);
+      each->Use("check OpenConfigChk off\n" +
+                std::string(each->app.forms.Find(each->form)->Find("EthDHCPLst") ? Dhcp : "") +
+                (tables.contains(model.kind) ? tables.at(model.kind) : ""));
+    }
+    const std::string changed = user.Use("see ChangedLbl");
+    EXPECT_EQ(user.Use("again\ncheck RestoreChk on\nclick NextCmd\nsee ChangedLbl"), changed);
+    EXPECT_EQ(direct.Use("finish DownOpt") + user.Use("finish DownOpt"), "reminder\nsuccess\nreminder\nsuccess\n");
+    EXPECT_EQ(ToHex(second.gateway.Image()), ToHex(first.gateway.Image())) << model.kind;
     EXPECT_EQ(second.gateway.BlocksInForce(), first.gateway.BlocksInForce()) << model.kind;
   }
 }
@@ -91,6 +137,65 @@ TEST(Wizards, ABlockFillsATableOrChangesNothing) {
     EXPECT_EQ(user.Use(look), shown) << block;
     const std::string none(std::count(look.begin(), look.end(), ' ') - 1U, '|');
     EXPECT_EQ(user.Use((hint.empty() ? "press " + cell + " Undo\n" : "") + look), none);
+  }
+}
+
+// What is entered and refused: the page that shows then, its hint, the focus, the row's mark; and what makes it good.
+TEST(Wizards, ARefusalLeadsToItsValue) {
+  const std::string slot = "to MappingFrame(0)\ntype ModStartTxt(",
+                    pane = "to MappingFrame(0)\nclick NextMappingCmd(0)\n", next = "\nclick NextCmd",
+                    finish = "\nfinish SaveOpt", address = ": enter four numbers from 0 to 255, parted by points",
+                    route = Dhcp +
+                            "to RoutingFrame\nclick AddRouteCmd\nfill Route 1|Channel A|300|9|Channel A\n"
+                            "click Route.PerformRouteCmd";
+  const std::array<std::string, 7> rows[] = {
+      {"RB2000", slot + "2) 1\nclick NextMappingCmd(0)" + next, "MappingFrame(1)",
+       "Slot 3 (slots 1 to 14):\nthe end address is missing", "NextCmd", "", "click BackCmd"},
+      {"RB2000", slot + "2) 1" + next, "MappingFrame(0)", "Slot 3 (slots 1 to 14):\nthe end address is missing",
+       "ModEndTxt(2)", "SlotMark(2)", "type ModStartTxt(2) "},
+      {"RB3000",
+       pane + "type ModStartTxt(20) 20000\ntype ModEndTxt(20) 1\ntype ABFileTxt(20) 1\ntype ABWordTxt(20) 1" + next,
+       "MappingFrame(1)", "Slot 21 (slots 15 to 28):\nthe start address is not a Modbus address", "ModStartTxt(20)",
+       "SlotMark(20)", "click BackCmd"},
+      {"RB2000",
+       pane + "click NextMappingCmd(1)\ntype ModStartTxt(30) 70000\nclick BackCmd\nselect ChbModDeviceTypeLst Master" +
+           finish,
+       "MappingFrame(2)", "Slot 31, Modbus Start Address: enter a number from 0 to 65535", "ModStartTxt(30)",
+       "SlotMark(30)", "type ModStartTxt(30) 7"},
+      {"VK5300", "to EthComFrame\ntype EthIPTxt 1.2" + next, "EthComFrame", "IP Address" + address, "EthIPTxt", "",
+       "type EthIPTxt 1"},
+      {"VK-RTX-DF1", "to EthComFrame\ntype EthGateTxt 1.2\nselect EthDHCPLst Enabled" + finish, "EthComFrame",
+       "Default Gateway (shown with DHCP Disabled)" + address, "NextCmd", "", "click NextCmd"},
+      {"VK-RTX-DF1", route + finish, "RoutingFrame", "Slot 1, Low: enter a number from 0 to 255", "RoutesTableFrame",
+       "RouteMark", "click DelRouteCmd\nclick DelRoute.DeleteRouteCmd"},
+      {"VK-RTX-Modbus", Dhcp + "to NodeIpFrame\ntype NodeIpIpAddrTxt(1) 1.1.1.1" + next, "NodeIpFrame",
+       "Slot 1, Slave ID is missing", "NodeIpNodeTxt(1)", "NodeIpMark", "type NodeIpNodeTxt(1) 7"}};
+  for (const auto& [kind, acts, page, hint, focus, mark, mend] : rows) {
+    WizardUser user(kind);
+    user.Use(acts);
+    const std::string look = "shown PageHintLbl PageHintMark StatusMark" + (mark.empty() ? "" : " " + mark);
+    EXPECT_EQ(user.Use("page") + "|" + user.Get(user.form + ".PageHintLbl.Caption"), page + "|" + hint);
+    EXPECT_EQ(user.Get(user.form + ".ActiveControl") + user.Use(look), focus + (mark.empty() ? "+++" : "++++")) << hint;
+    user.Use(mend);
+    EXPECT_EQ(user.Use(look), mark.empty() ? "---" : "----") << hint;
+  }
+}
+
+TEST(Wizards, CompareWithTheDevice) {
+  for (const Model& model : Models) {
+    SCOPED_TRACE(model.kind);
+    GatewayDevice device(model.kind, {}, true);
+    WizardUser user(model.kind, &device);
+    const bool ethernet = user.app.forms.Find(user.form)->Find("EthDHCPLst");
+    EXPECT_EQ(
+        user.Use(std::string("click UploadCmd\n") + (ethernet ? Dhcp : "") + "to ApplyFrame\nclick CompareDeviceCmd"),
+        "reminder\nreminder\n");
+    const std::string summary = user.Get("Compare.SummaryLbl.Caption");
+    EXPECT_EQ(summary.starts_with("All "), !ethernet) << summary;
+    // The end of the wizard is the end of the reading.
+    user.Do("click Compare.CompareCloseCmd\nafter 1 click " + user.form + ".CancelCmd");
+    user.Use("click CompareDeviceCmd");
+    EXPECT_FALSE(user.app.comm.IsOpen(3) || user.app.forms.Find("Compare"));
   }
 }
 

@@ -8,7 +8,6 @@
 #include <filesystem>
 #include <fstream>
 
-#include "forms/FaultOf.h"
 #include "support/Harness.h"
 
 /// What the disk refuses.

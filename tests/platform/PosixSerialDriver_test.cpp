@@ -177,11 +177,15 @@ TEST_F(PosixSerialDriverTest, BusyPortNamesItsHolder) {
 TEST_F(PosixSerialDriverTest, ForbiddenPortNamesTheGroup) {
   if (geteuid() != 0) GTEST_SKIP() << "only the superuser can become a user who may not open the port";
   ASSERT_EQ(chown(path_.c_str(), 0, 1), 0);
-  ASSERT_EQ(chmod(path_.c_str(), 0660), 0);
-  const auto told =
-      path_ + " belongs to the group daemon: add yourself with \"sudo usermod -aG daemon nobody\" and log";
-  const auto isTold = [&] { return driver_.ErrorText(EACCES).starts_with("Permission denied: " + told); };
-  EXPECT_EXIT(_exit(setuid(65534) == 0 && Open() == EACCES && isTold()), testing::ExitedWithCode(1), "");
+  const std::pair<mode_t, std::string> rows[] = {
+      {0660, " belongs to the group daemon: add yourself with \"sudo usermod -aG daemon nobody\" and log"},
+      {0600, " is open to root alone"}};
+  for (const auto& [mode, words] : rows) {
+    ASSERT_EQ(chmod(path_.c_str(), mode), 0);
+    const std::string told = "Permission denied: " + path_ + words;
+    const auto isTold = [&] { return driver_.ErrorText(EACCES).starts_with(told); };
+    EXPECT_EXIT(_exit(setuid(65534) == 0 && Open() == EACCES && isTold()), testing::ExitedWithCode(1), "");
+  }
   chmod(path_.c_str(), 0666);
   for (int killed = 0; killed < 2; ++killed) {  // and leaves it free
     EXPECT_EXIT(_exit(setuid(65534) == 0 ? Open() : 255), testing::ExitedWithCode(0), "");
@@ -282,7 +286,7 @@ TEST(ParseSettings, TakesTheFourSettingsAndNothingElse) {
   DeviceControlBlock dcb{4800, 'O', 6, 2, true, 1, 2};
   for (const std::string row :
        {" stop=1|", "stop=1|stop=1 stop=1", "stop=1|stop=1 to=on", "stop=1|stop=1.5", " parity|,parity", "baud|BAUD",
-        "19200|", "19200|0", "19200|+1", "19200|99999999999", "N|n", "N|M", "data=8|data=9"}) {
+        "19200|", "19200|0", "19200|+1", "19200|99999999999", " data|  data", "N|n", "N|M", "data=8|data=9"}) {
     const std::string part = row.substr(0, row.find('|'));
     const std::string settings = std::string(Good).replace(Good.find(part), part.size(), row.substr(part.size() + 1));
     EXPECT_TRUE(!ParseSettings(settings, dcb) && dcb.BaudRate == 4800) << settings;

@@ -5,6 +5,7 @@
 #include <random>
 
 #include "core/Convert.h"
+#include "forms/Tables.h"
 #include "link/Conversation.h"
 #include "platform/PosixEventLoop.h"
 #include "sim/GatewayKind.h"
@@ -12,8 +13,6 @@
 
 namespace vk32 {
 namespace {
-
-using namespace std::chrono_literals;
 
 int Setting(const char* name, int otherwise) {
   const char* text = std::getenv(name);
@@ -79,10 +78,10 @@ class RandomUser {
   void Act() {
     using User = RandomUser;
     static constexpr std::pair<unsigned, void (User::*)()> deeds[] = {
-        {2, &User::Pull},  {4, &User::PlugSomewhere}, {50, &User::PressButton},
-        {25, &User::GoOn}, {10, &User::TurnList},     {10, &User::Type},
-        {6, &User::Tick},  {10, &User::ChoosePort},   {3, &User::CloseWindow}};
-    unsigned at = Pick(120);
+        {2, &User::Pull},        {4, &User::PlugSomewhere}, {50, &User::PressButton}, {25, &User::GoOn},
+        {10, &User::TurnList},   {10, &User::Type},         {6, &User::Tick},         {10, &User::ChoosePort},
+        {3, &User::CloseWindow}, {6, &User::UseTable}};
+    unsigned at = Pick(126);
     const bool taken = Ended() || (at >= 6 && h.app.forms.IsAsking());  // by a box: all acts but those on the cables
     for (const auto& [weight, does] : deeds) {
       if (at < weight) return taken ? void() : (this->*does)();
@@ -113,6 +112,12 @@ class RandomUser {
     Use(Path(*button), [&] { button->Click(); });
   }
 
+  void UseTable() {
+    static const std::vector<TableKey> keys{TableKey::Down, TableKey::End, TableKey::Enter, TableKey::Delete};
+    if (auto* table = Find<RowTable>()) Use(Path(*table), [&] { table->Navigate(OneOf(keys)); });
+    if (auto* field = Find<TextBox>())
+      Use(Path(*field), [&] { field->Paste(Pick(2) == 0 ? "1\t2\n" : "1\t1.1.1.1\n"); });
+  }
   void PressButton() { Press(Pick(3) == 0 ? static_cast<Control*>(Find<CommandButton>()) : Find<ImageButton>()); }
   void GoOn() {
     for (const auto& form : h.app.forms.Loaded()) {
@@ -169,7 +174,9 @@ class RandomUser {
   }
 
   void SeeBox(const MessageBoxRequest& box) {
-    if (box.buttons == MessageButtons::YesNo) h.screen.QueueAnswer(Pick(2) == 0 ? Answer::Yes : Answer::No);
+    const Answer answers[] = {Answer::Yes, Answer::No, Answer::Save, Answer::Discard, Answer::Cancel};
+    if (box.buttons == MessageButtons::YesNo) h.screen.QueueAnswer(answers[Pick(2)]);
+    if (box.buttons == MessageButtons::SaveDiscardCancel) h.screen.QueueAnswer(answers[2 + Pick(3)]);
     if (box.text.starts_with("Press the Configure button")) {
       for (auto& [port, lines] : lines_) lines.back()->Remind();
     }

@@ -12,8 +12,6 @@
 namespace vk32 {
 namespace {
 
-using namespace std::chrono_literals;
-
 TEST(Quoting, BytesComeBackFromTheirQuotedFormAndMalformedOnesAreRefused) {
   const std::string bytes("\0 'a'\"b\\c\r\n\t\x1F ~\x7F\x80\xFF", 18);
   EXPECT_EQ(Quote(bytes), R"("\x00 'a'\"b\\c\r\n\t\x1F ~\x7F\x80\xFF")");
@@ -68,6 +66,7 @@ TEST_F(ScriptSessionTest, ActsReachTheControls) {
     for (const std::string& command : Split(commands, ';')) EXPECT_EQ(h.Do(command), "");
     EXPECT_EQ(form.TakeLog(), log);
   }
+  EXPECT_EQ(h.Do("help Every"), "manual \"Every\"\n");
 }
 
 TEST_F(ScriptSessionTest, WhatAUserCanNotDoIsRefused) {
@@ -111,7 +110,7 @@ TEST_F(ScriptSessionTest, WhatIsNotThereIsRefused) {
                  "check takes on or off;check Every.FlagChk;check Every.FlagChk On",
                  "scroll takes a number from Min to Max;scroll Every.RowsVScroll 1x;scroll Every.RowsVScroll;"
                  "scroll Every.RowsVScroll 1441;scroll Every.RowsVScroll -1",
-                 "answer takes yes or no;answer maybe;answer",
+                 "answer takes yes, no, save, discard or cancel;answer maybe;answer",
                  "expect takes the text of a box, or its beginning;expect",
                  "there is no terminal at which Enter could be pressed;confirm",
                  "a number of milliseconds is missing;wait;wait -1;until Every.Caption x y;after x quit",

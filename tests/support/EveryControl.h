@@ -123,7 +123,7 @@ class EveryControl : public Form, public RowSource {
   Frame         SecondFrame {*this, "SecondFrame", {3840, 720, 9000, 6900}};
   Label         TitleLbl    {SecondFrame, "TitleLbl", {360, 120, 5880, 480}, "Terminal", TextRole::Title};
   OptionButton  OtherOpt    {SecondFrame, "OtherOpt", {6480, 120, 2160, 315}, "A group of its own", true, Noting("other")};
-  TextBox       Term        {SecondFrame, "Term",     {360, 720, 8280, 5970}, {}, TextBox::Lines::Many};
+  TextBox       Term        {SecondFrame, "Term",     {360, 720, 8280, 5970}, {}, TextBox::Lines::Many, {68, 24}};
 
   ImageButton   BackCmd     {*this, "BackCmd",   { 8760, 7815, 1050, 390}, [this] { ShowPage(false); }};
   ImageButton   NextCmd     {*this, "NextCmd",   { 9930, 7815, 1050, 390}, [this] { ShowPage(true); }, WindowKey::Enter};

@@ -118,7 +118,7 @@ class FakeSerialDriver : public SerialDriver, public Outside {
   // Outside
   std::optional<Time> NextDue() const override { return Device() ? Device()->NextDue() : std::nullopt; }
   void RunDue(Time now) override;
-  bool Readable(int fd) const override { return fd == WaitFd && !input.empty(); }
+  bool Readable(int fd) const override { return fd == WaitFd && (!input.empty() || (Device() && Device()->Gone())); }
 
  private:
   static constexpr int WaitFd = 1000;  // of no system

@@ -9,13 +9,16 @@
 
 #include "core/Convert.h"
 #include "script/Quoting.h"
-#include "trace/Trace.h"
 
 namespace vk32 {
 
 Harness::Harness()
     : screen([this](const std::string& line) {
-        if (line != "ok") printed_ += line + "\n";
+        if (line.starts_with("detail ")) {
+          details += Unquote(line.substr(8, line.size() - 9)).value_or(line) + "\n";
+        } else if (line != "ok") {
+          printed_ += line + "\n";
+        }
       }),
       driver(loop),
       names("", "/nowhere", "/nowhere"),

@@ -15,6 +15,8 @@
 
 namespace vk32 {
 
+using namespace std::chrono_literals;
+
 /// Tells what happens, while it happens.
 struct TestScreen : ScriptScreen {
   using ScriptScreen::ScriptScreen;
@@ -54,6 +56,8 @@ class Harness {
   Time mark_{0};
 
  public:
+  /// Of all boxes.
+  std::string details;
   VirtualEventLoop loop;
   TestScreen screen;
   FakeSerialDriver driver;
@@ -79,6 +83,15 @@ class TemporaryFile {
   std::string path_;
 };
 
+/// The number of the fault that an act ends with; 0 if it ends well.
+template <class Act>
+int FaultOf(const Act& act) {
+  try {
+    return act(), 0;
+  } catch (const RuntimeFault& fault) {
+    return fault.Code();
+  }
+}
 /// Bytes from hexadecimal digits; blanks are passed over.
 Bytes FromHex(std::string_view digits);
 std::vector<std::string> Split(const std::string& text, char separator = ' ');

@@ -4,13 +4,17 @@
     tools/mutate/mutate.py --count 120 --seed 1 --results faults.jsonl
     tools/mutate/mutate.py --report faults.jsonl
 
-The faults are made in a copy of the tree (--copy), which is brought up to date at the start and built as this one is.
+The faults are made in a copy of the tree (--copy), which is brought up to date at the start and built without optimization:
+compiling and linking is what a fault costs. One that is noticed costs some three seconds, one that isn't 20: the tests that
+wait on real time come last.
 
 --count N       faults that compile, spread over the folders of src/ and apps/ by their lines of code, two at least
 --seed N        the same seed draws the same faults from the same code
 --only GLOB     draws from these files alone, e.g. 'src/link/*'
+--acts          draws no words and no layout
 --widest N      passes over files that more than N objects are compiled from: a central header rebuilds everything
 --suite REGEX   runs the suites of these names alone
+--jobs N        compiles N files at once
 --every-test    does not stop at the first failing test: each fault is told with all tests that notice it (the slow suites
                 run only if no other fails); from these the report tells which tests notice what no other does
 --show N        prints N faults of the draw and makes none
@@ -247,7 +251,8 @@ def bring_up_to_date(copy):
         os.makedirs(os.path.dirname(target), exist_ok=True)
         open(target, 'wb').write(content)
         os.chmod(target, os.stat(source).st_mode)
-    subprocess.run(['cmake', '--preset', 'release', '-DVK32_BENCH=OFF', '-S', copy], cwd=copy, check=True, stdout=subprocess.DEVNULL)
+    subprocess.run(['cmake', '--preset', 'release', '-DVK32_BENCH=OFF', '-DCMAKE_CXX_FLAGS_RELEASE=-O0 -g0 -DNDEBUG', '-S', copy],
+                   cwd=copy, check=True, stdout=subprocess.DEVNULL)
 
 
 Program = collections.namedtuple('Program', 'name command environment')
@@ -258,13 +263,14 @@ class Tests:
     """The suites of the test programs that ctest knows, with the file and the time of each. Every suite runs in a process
     of its own, with a limit of time and memory."""
 
-    def __init__(self, copy, wanted):
-        self.copy = os.path.realpath(copy)
+    def __init__(self, copy, wanted, jobs):
+        self.copy, self.jobs = os.path.realpath(copy), jobs
         self.build_folder = os.path.join(self.copy, 'build', 'release')
         self.suites = []
         self.file_of = {}  # of a test: a suite may be spread over files
         if self.build([]) is None:
             sys.exit('The code does not build as it stands.')
+        os.environ['CCACHE_READONLY'] = '1'  # it gives back what is put right, and keeps no fault
         told = subprocess.run(['ctest', '--test-dir', self.build_folder, '--show-only=json-v1'], capture_output=True, check=True)
         for test in json.loads(told.stdout)['tests']:
             properties = {p['name']: p['value'] for p in test['properties']}
@@ -288,7 +294,7 @@ class Tests:
     def build(self, targets):
         """Whether something was built; None if it could not be."""
         try:
-            done = subprocess.run(['ninja', '-C', self.build_folder, *targets], capture_output=True,
+            done = subprocess.run(['ninja', '-C', self.build_folder, f'-j{self.jobs}', *targets], capture_output=True,
                                   timeout=BUILD_LIMIT, check=True)
             return b'no work to do' not in done.stdout
         except (subprocess.TimeoutExpired, subprocess.CalledProcessError):
@@ -434,8 +440,10 @@ def main():
     parser.add_argument('--count', type=int, default=120)
     parser.add_argument('--seed', default='1')
     parser.add_argument('--only', default='*')
+    parser.add_argument('--acts', action='store_true')
     parser.add_argument('--widest', type=int, default=10**6)
     parser.add_argument('--suite', default='')
+    parser.add_argument('--jobs', type=int, default=1)
     parser.add_argument('--every-test', action='store_true')
     parser.add_argument('--show', type=int)
     parser.add_argument('--results')
@@ -455,7 +463,7 @@ def main():
     for number in (signal.SIGINT, signal.SIGTERM, signal.SIGHUP):
         signal.signal(number, lambda *_: sys.exit(130))  # what is changed is put right again
     bring_up_to_date(options.copy)
-    tests = Tests(options.copy, options.suite)
+    tests = Tests(options.copy, options.suite, options.jobs)
     shares, orders = draw(options.copy, options.only, options.count, options.seed, harmless)
     known = {identity(r): r for r in read_results(options.results)}
     if options.again:
@@ -469,6 +477,8 @@ def main():
                 del orders[folder]
                 continue
             mutant = orders[folder].pop(0)
+            if options.acts and mutant.kind in WORDS_AND_LAYOUT:
+                continue
             if users[os.path.join(os.path.realpath(options.copy), mutant.file)] > options.widest:
                 continue
             result = known.get(identity(mutant._asdict()))

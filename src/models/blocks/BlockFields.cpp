@@ -4,7 +4,6 @@
 #include <algorithm>
 
 #include "core/Convert.h"
-#include "core/DoesNotFit.h"
 #include "core/RecordFile.h"
 
 namespace vk32 {
@@ -30,12 +29,12 @@ bool LastByteFirst(Format format) { return format == Format::WordHighFirst || fo
 /// In the order low byte first.
 Bytes NumberBytes(std::int32_t value, const BlockField& field) {
   const bool isByte = value >= 0 && value <= 255;
-  if (field.format == Format::Byte && !isByte) throw DoesNotFit(field.name, EnterByte);
+  if (field.format == Format::Byte && !isByte) throw DoesNotFit(field.place, EnterByte);
   if (IsWord(field.format) && field.format != Format::SignedLowFirst && value < 0) {
-    throw DoesNotFit(field.name, EnterWord);
+    throw DoesNotFit(field.place, EnterWord);
   }
   if ((field.format == Format::Code && !isByte) || (field.format == Format::ThreeBytesLowFirst && value < 0)) {
-    throw DoesNotFit(field.name, "Choose an entry of the list.");
+    throw DoesNotFit(field.place, "Choose an entry of the list.");
   }
   Bytes bytes;
   for (int i = 0; i < SizeOf(field.format); ++i) bytes += static_cast<char>(value >> 8 * i & 255);
@@ -57,7 +56,7 @@ Bytes AddressBytes(const std::string& address, const BlockField& field) {
     for (const std::string& part : parts) bytes += Chr(CByte(Val(part)));
     return bytes;
   } catch (const RuntimeFault&) {
-    throw DoesNotFit(field.name, "Enter four numbers from 0 to 255, parted by points.");
+    throw DoesNotFit(field.place, "Enter four numbers from 0 to 255, parted by points.");
   }
 }
 
@@ -101,7 +100,7 @@ void ReadFields(const BlockFields& fields, const Bytes& data, int start) {
   }
 }
 
-std::int16_t TextNumber(const std::string& text, double (*convert)(std::string_view), const std::string& field,
+std::int16_t TextNumber(const std::string& text, double (*convert)(std::string_view), const FieldPlace& field,
                         const std::string& advice) {
   try {
     return CInt(convert(text));

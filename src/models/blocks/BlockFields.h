@@ -6,6 +6,7 @@
 #include <variant>
 #include <vector>
 
+#include "core/DoesNotFit.h"
 #include "core/NumberRef.h"
 #include "platform/SerialDriver.h"
 
@@ -33,7 +34,7 @@ struct BlockField {
   int offset;
   Format format;
   std::variant<NumberRef, std::string*, Constant> value;  // the text is an address
-  std::string name;  // page and field, for the user who entered a value that doesn't fit
+  FieldPlace place;                                       // for the user who entered a value that doesn't fit
 };
 using BlockFields = std::vector<BlockField>;
 
@@ -45,9 +46,8 @@ Bytes MakeBlock(int size, const BlockFields& fields);
 /// Takes the fields out of the data. A field beyond their end keeps its value.
 void ReadFields(const BlockFields& fields, const Bytes& data, int start = 0);
 
-/// The 16-bit number that `convert` finds in the text. DoesNotFit, with the field's name and the advice, if it finds
-/// none.
-std::int16_t TextNumber(const std::string& text, double (*convert)(std::string_view), const std::string& field,
+/// The 16-bit number that `convert` finds in the text. DoesNotFit, with the field and the advice, if it finds none.
+std::int16_t TextNumber(const std::string& text, double (*convert)(std::string_view), const FieldPlace& field,
                         const std::string& advice);
 
 }  // namespace vk32

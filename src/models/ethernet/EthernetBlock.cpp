@@ -9,17 +9,17 @@ constexpr int Size = 21;
 }  // namespace
 
 BlockFields EthernetFields(Parameters& p) {
-  const auto field = [&](const char* name) { return std::string(EthernetPageTitle) + ", " + name; };
+  const auto field = [](const char* name, const char* control) { return FieldPlace{EthernetPageTitle, name, control}; };
   // A gateway that DHCP hides is sent all the same.
   const char* const gateway = p.DHCPEnabled == 0 ? "Default Gateway" : "Default Gateway (shown with DHCP Disabled)";
   return {
-      {0, Format::AddressReversed, &p.EthernetIP, field("IP Address")},
-      {4, Format::AddressReversed, &p.EthernetSubnet, field("Subnet Mask")},
-      {8, Format::AddressReversed, &p.EthernetGateway, field(gateway)},
-      {12, Format::Code, p.EthernetSpeed, field("Speed")},
-      {13, Format::Code, p.DHCPEnabled, field("DHCP")},
-      {14, Format::Byte, p.SocketTimeout, field("Socket Timeout")},
-      {20, Format::Code, p.EthernetProtocol, "Ethernet Protocol Settings, Protocol"},
+      {0, Format::AddressReversed, &p.EthernetIP, field("IP Address", "EthIPTxt")},
+      {4, Format::AddressReversed, &p.EthernetSubnet, field("Subnet Mask", "EthSubTxt")},
+      {8, Format::AddressReversed, &p.EthernetGateway, field(gateway, "EthGateTxt")},
+      {12, Format::Code, p.EthernetSpeed, field("Speed", "EthSpeedLst")},
+      {13, Format::Code, p.DHCPEnabled, field("DHCP", "EthDHCPLst")},
+      {14, Format::Byte, p.SocketTimeout, field("Socket Timeout", "SocketTimeOutTxt")},
+      {20, Format::Code, p.EthernetProtocol, {"Ethernet Protocol Settings", "Protocol", "EthProtoLst"}},
   };
 }
 

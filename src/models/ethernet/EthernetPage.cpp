@@ -34,12 +34,12 @@ void EthernetPage::ShowEthernetFields() {
 
 void EthernetPage::CollectTextFields() {
   parameters_.SocketTimeout =
-      TextNumber(SocketTimeOutTxt.Text, Val, std::string(EthernetPageTitle) + ", Socket Timeout", EnterByte);
+      TextNumber(SocketTimeOutTxt.Text, Val, {EthernetPageTitle, "Socket Timeout", "SocketTimeOutTxt"}, EnterByte);
   for (const auto& [box, label, text] : {std::tuple(&EthIPTxt, &EthIPLbl, &parameters_.EthernetIP),
                                          std::tuple(&EthSubTxt, &EthSubLbl, &parameters_.EthernetSubnet),
                                          std::tuple(&EthGateTxt, &EthGateLbl, &parameters_.EthernetGateway)}) {
     if (!RecordFile::CanHold(box->Text.Value())) {
-      throw DoesNotFit(std::string(EthernetPageTitle) + ", " + label->Words(), "Enter an address, without quotes.");
+      throw DoesNotFit({EthernetPageTitle, label->Words(), box->Name()}, "Enter an address, without quotes.");
     }
     *text = box->Text;
   }

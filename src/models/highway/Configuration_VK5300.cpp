@@ -46,7 +46,7 @@ void Configuration_VK5300::Form_Load() {
 }
 
 bool Configuration_VK5300::LeavePage() {
-  return app.globals.CurrentPage != Ethernet || app.globals.DHCPEnabled != 0 || CheckEthernetFields(app, *this) == 0;
+  return app.globals.CurrentPage != Ethernet || app.globals.DHCPEnabled != 0 || EthernetFieldsAreValid();
 }
 
 void Configuration_VK5300::DhNetworkLst_Click() {
@@ -63,7 +63,7 @@ void Configuration_VK5300::DhNetworkLst_Click() {
   app.globals.HighwayDefaultsOn = FlagTrue;
 }
 
-void Configuration_VK5300::BuildParameters() {
+void Configuration_VK5300::BuildParameters(bool) {
   ethernet.CollectTextFields();
   Parameters sent = app.globals;
   sent.EthernetProtocol = ABEthernetProtocol;

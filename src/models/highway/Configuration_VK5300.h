@@ -27,7 +27,7 @@ class Configuration_VK5300 : public ImageWizard {
   std::vector<WizardPage> Pages() override;
   bool LeavePage() override;
   Taken Upload(Conversation& conversation) override;
-  void BuildParameters() override;
+  void BuildParameters(bool sent) override;
   bool Download(Conversation& conversation) override;
   std::span<const FixedByte> FixedBytes() const override;
   int RegisterCount() const override { return HighwayImage::Registers; }

@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "core/Convert.h"
+#include "forms/FieldNames.h"
 
 namespace vk32 {
 namespace {
@@ -54,6 +55,30 @@ void ABModMapping::Form_Load() {
   MapCmd.Caption = words[mode].command;
   if (mode == Delete) LockFields();
   OfferSlots(mode == Add ? OwnersTable().SlotsToAdd() : OwnersTable().SlotsInUse());
+}
+
+std::string ABModMapping::WhatIsWrong() const {
+  for (const ComboBox* list : {&SlotLst, &ABFncLst, &ModRefLst, &DataTypeLst}) {
+    if (list->Text.Value().empty()) return NameOf(*list) + " is missing";
+    if (list->ListIndex < 0) return NameOf(*list) + ": choose an entry of the list";
+  }
+  struct Range {
+    const TextBox& field;
+    int first, last;
+  };
+  for (const auto& [field, first, last] :
+       {Range{ABFileTxt, 0, 32767}, Range{ABWordTxt, 0, 32767}, Range{ModStartTxt, 1, ReferenceBase - 1},
+        Range{DataPointsTxt, 0, 32767}, Range{LowAddrLst, 0, 255}, Range{HighAddrLst, 0, 255}}) {
+    if (field.Text.Value().empty()) return NameOf(field) + " is missing";
+    if (!IsNumberIn(field.Text.Value(), first, last)) {
+      return NameOf(field) + ": enter a number from " + Str(first) + " to " + Str(last);
+    }
+  }
+  return Val(LowAddrLst.Text.Value()) > Val(HighAddrLst.Text.Value()) ? "Low Address is above High Address" : "";
+}
+
+void ABModMapping::ControlChanged(const Control& control) {
+  if (&control != &HintLbl && app_.globals.AbModMapMode != Delete) HintLbl.Caption = WhatIsWrong();
 }
 
 void ABModMapping::LockFields() {

@@ -23,6 +23,9 @@ class ABModMapping : public Form {
   void CommitMap();
   void OfferSlots(const std::vector<std::string>& slots);
   void LockFields();
+  /// Why the map is not whole or not good, in a line; empty: it is.
+  std::string WhatIsWrong() const;
+  void ControlChanged(const Control& control) override;
   void WriteRecord(int slot);
   void WriteRow(int slot);
   MappingTable OwnersTable() const;
@@ -53,6 +56,7 @@ class ABModMapping : public Form {
   TextBox       LowAddrLst      {*this, "LowAddrLst",      {3480, 4980, 1080, 315}};
   Label         HighAddrLbl     {*this, "HighAddrLbl",     { 240, 5340, 3120, 315}, "High Address"};
   TextBox       HighAddrLst     {*this, "HighAddrLst",     {3480, 5340, 1080, 315}};
+  Label         HintLbl         {*this, "HintLbl",         { 240, 5655, 5520, 315}, "", TextRole::Small};
   CommandButton MapCmd          {*this, "MapCmd",          {2640, 5970, 1680, 390}, "", &ABModMapping::MapCmd_Click, WindowKey::Enter};
   CommandButton CancelCmd       {*this, "CancelCmd",       {4440, 5970, 1320, 390}, "Cancel", &ABModMapping::CancelCmd_Click, WindowKey::Escape};
   // clang-format on

@@ -27,7 +27,7 @@ class ImageWizard : public WizardForm {
   virtual int RegisterCount() const = 0;
 
   Taken Upload(Conversation& conversation) override;
-  void BuildParameters() override { BuildParameterImage(); }
+  void BuildParameters(bool) override { BuildParameterImage(); }
   bool Download(Conversation& conversation) override;
 
   std::int32_t& Register(RegisterByte byte) { return byte.In(app.globals); }

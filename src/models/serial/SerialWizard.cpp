@@ -10,6 +10,8 @@
 namespace vk32 {
 namespace {
 
+/// Of a hint that needs more room than there is between the buttons of the panes.
+constexpr Place BesideTheTitle{7740, 255, 4740, 480};
 constexpr int SlotTabIndex = 10000;     // behind the pages, before the foot
 constexpr int TimeOutInterval = 15000;  // ms
 enum SlotCode { Good = 0, Invalid = 1, Missing = 2 };
@@ -55,6 +57,37 @@ void SerialWizard::StoreField(int slot, int field, const TextBox& text) {
   } catch (const RuntimeFault&) {
     // Too large to convert: the register stays. A slave's slots are checked by their texts when the page is left.
   }
+  FollowSlot(slot);
+  TellDifference();
+}
+
+void SerialWizard::FollowSlot(int slot) {
+  std::array<std::int32_t, SlotTable::Fields> sent;
+  for (int field = 0; field < static_cast<int>(sent.size()); ++field) {
+    sent[static_cast<std::size_t>(field)] = SlotWord(slot, field);
+  }
+  slots.Follow(slot, sent);
+}
+
+bool SerialWizard::ShowsSlots() const {
+  return std::any_of(MappingFrame.begin(), MappingFrame.end(), [](const auto& pane) { return pane->Visible.Value(); });
+}
+
+void SerialWizard::TellDifference() {
+  if (pageHint.Says(toldDifference_)) pageHint.Hide();
+  toldDifference_ = ShowsSlots() ? slots.WordsOfDifference() : "";
+  if (!toldDifference_.empty() && !pageHint.Shows()) pageHint.Show(toldDifference_, BesideTheTitle, nullptr);
+}
+
+void SerialWizard::PageShown() {
+  if (!ShowsSlots()) return;
+  for (int slot = 0; slot < SerialImage::SlotCount; ++slot) FollowSlot(slot);
+  TellDifference();
+}
+
+std::int32_t SerialWizard::SlotWord(int slot, int field) const {
+  const auto r = static_cast<std::size_t>(SerialImage::SlotRegister(slot, field));
+  return JoinWord(app.globals.RegisterHigh[r], app.globals.RegisterLow[r]);
 }
 
 void SerialWizard::FloatChk_Click(int i) {
@@ -75,17 +108,14 @@ void SerialWizard::ExplainDecoding() { app.forms.Show("DDTAExplanationFrm"); }
 
 void SerialWizard::SetupSlots() {
   for (int i = 0; i < SerialImage::SlotCount; ++i) SetupSlot(i);
+  PageShown();
 }
 
 void SerialWizard::SetupSlot(int slot) {
-  const auto word = [&](int field) {
-    const auto r = static_cast<std::size_t>(SerialImage::SlotRegister(slot, field));
-    return JoinWord(app.globals.RegisterHigh[r], app.globals.RegisterLow[r]);
-  };
   bool started = false;
   TextBox* const fields[] = {&ModStartTxt[slot], &ModEndTxt[slot], &ABFileTxt[slot], &ABWordTxt[slot]};
   for (int field = 0; field < 4; ++field) {
-    const std::int32_t value = word(field);
+    const std::int32_t value = SlotWord(slot, field);
     if (value != 0 || started) fields[field]->Text = Str(value);
     started = started || (field == 0 && value != 0);
   }
@@ -112,25 +142,29 @@ std::string SerialWizard::SlotWords(int slot) {
   return "Slot " + Str(slot + 1) + " (slots " + Str(first) + " to " + Str(last) + "):";
 }
 
-void SerialWizard::BuildParameters() {
+void SerialWizard::BuildParameters(bool) {
   try {
     BuildParameterImage();
   } catch (const RuntimeFault&) {
     // Only a master's slots come here unchecked, and only a slave's are shown.
-    throw DoesNotFit("Address Mapping, " + FieldThatDoesNotFit() + " (shown with Modbus Device Type Slave)",
-                     "Enter a number from 0 to 65535.");
+    throw DoesNotFit(FieldThatDoesNotFit(), "Enter a number from 0 to 65535.");
   }
 }
 
-std::string SerialWizard::FieldThatDoesNotFit() {
+FieldPlace SerialWizard::FieldThatDoesNotFit() {
   constexpr const char* names[] = {"Modbus Start Address", "Modbus End Address", "File", "Word"};
+  const auto place = [](const std::string& field, ControlName control) {
+    return FieldPlace{"Address Mapping", field + " (shown with Modbus Device Type Slave)", control};
+  };
   for (int slot = 0; slot < SerialImage::SlotCount; ++slot) {
     for (int field = 0; field < 4; ++field) {
       const std::int32_t high = Register({SerialImage::SlotRegister(slot, field), Half::Low});
-      if (high < 0 || high > 255) return "slot " + Str(slot + 1) + ", " + names[field];
+      if (high >= 0 && high <= 255) continue;
+      const TextBox& box = slots.FieldOf(slot, static_cast<std::size_t>(field));
+      return place("slot " + Str(slot + 1) + ", " + names[field], {box.Name(), slot});
     }
   }
-  return "slots";
+  return place("slots", "");
 }
 
 void SerialWizard::Record(RecordFile& file, std::string& product, std::string& modelTag) {

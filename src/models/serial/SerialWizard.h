@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "core/DoesNotFit.h"
 #include "forms/ControlArray.h"
 #include "models/registers/ImageWizard.h"
 #include "models/serial/SerialImage.h"
@@ -32,7 +33,7 @@ class SerialWizard : public ImageWizard {
   SerialWizard(App& app, const char* name, int finalizeTop, int applyTop);
 
   int RegisterCount() const override { return SerialImage::Registers; }
-  void BuildParameters() override;
+  void BuildParameters(bool sent) override;
   void Record(RecordFile& file, std::string& product, std::string& modelTag) override;
 
   /// Selects the option of the destination address decoding; a byte that is no decoding leaves them.
@@ -63,8 +64,18 @@ class SerialWizard : public ImageWizard {
 
   void StoreField(int slot, int field, const TextBox& text);
   void SetupSlot(int slot);
+  /// Of a slot's field, 0 to 3, as it will be sent.
+  std::int32_t SlotWord(int slot, int field) const;
+  void FollowSlot(int slot);
+  bool ShowsSlots() const;
+  /// Says which slot shows something else than will be sent, unless the page says something already.
+  void TellDifference();
+  void PageShown() override;
+
+  std::string toldDifference_;
+
   Place HintPlace() const override { return {7140, 7035, 3120, 480}; }
-  std::string FieldThatDoesNotFit();
+  FieldPlace FieldThatDoesNotFit();
 
   template <class T, class... Rest>
   ControlArray<T> PerPane(const char* name, Place place, Rest... rest) {

@@ -1,6 +1,7 @@
 // The 40 mapping slots of the RB2000 and RB3000 as a table.
 #include "models/serial/SlotTable.h"
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 
@@ -10,18 +11,9 @@
 namespace vk32 {
 namespace {
 
-constexpr std::size_t Fields = 4;  // of a slot, its check box aside
+constexpr std::size_t Fields = SlotTable::Fields;
 constexpr const char* FieldNames[Fields] = {"start address", "end address", "file", "word"};
-constexpr double LastFile = 999, LastWord = 9999;
-
-bool IsNumber(const std::string& text) {
-  try {
-    CDbl(text);
-    return true;
-  } catch (const RuntimeFault&) {
-    return false;
-  }
-}
+constexpr double LastFile = 999, LastWord = 9999, Huge = std::numeric_limits<double>::max();
 
 /// The number that the text starts with, rounded; a number too large to hold is out of every range.
 double WholeValue(const std::string& text) {
@@ -39,6 +31,15 @@ bool IsModbusAddress(double value) {
     if (value > above && value < below) return true;
   }
   return false;
+}
+
+/// Typed, the text would become this number. An empty one stands for 0.
+bool Holds(const std::string& text, std::int32_t number) {
+  try {
+    return CLng(Val(text)) == number;
+  } catch (const RuntimeFault&) {
+    return false;
+  }
 }
 
 bool IsInRange(std::size_t field, const std::string& text) {
@@ -67,7 +68,27 @@ std::vector<Control*> SlotTable::Cells(int row) const {
 }
 
 void SlotTable::MarkRow(int row) {
-  for (int slot = 0; slot < SerialImage::SlotCount; ++slot) wizard_.SlotMark[slot].Visible = slot == row - 1;
+  refusedRow_ = row;
+  for (int slot = 0; slot < SerialImage::SlotCount; ++slot) ShowMark(slot);
+}
+
+void SlotTable::ShowMark(int slot) {
+  wizard_.SlotMark[slot].Visible = differs_[static_cast<std::size_t>(slot)] || slot == refusedRow_ - 1;
+}
+
+void SlotTable::Follow(int slot, const std::array<std::int32_t, Fields>& sent) {
+  bool& differs = differs_[static_cast<std::size_t>(slot)];
+  differs = false;
+  for (std::size_t field = 0; field < Fields; ++field)
+    differs = differs || !Holds(FieldOf(slot, field).Text, sent[field]);
+  ShowMark(slot);
+}
+
+std::string SlotTable::WordsOfDifference() const {
+  const auto first = std::find(differs_.begin(), differs_.end(), true);
+  if (first == differs_.end()) return {};
+  return "Slot " + Str(static_cast<std::int32_t>(first - differs_.begin()) + 1) +
+         ": what is shown is not what will be sent. Type it again or empty it.";
 }
 
 std::optional<SlotTable::Fault> SlotTable::FindFault() const {
@@ -101,7 +122,7 @@ std::string SlotTable::CellName(int row, std::size_t column) const {
 }
 
 std::string SlotTable::FaultOf(std::size_t column, const std::string& text) const {
-  if (!IsNumber(text)) return "not a number";
+  if (!IsNumberIn(text, -Huge, Huge)) return "not a number";
   if (IsInRange(column, text)) return {};
   return column < 2 ? "not a Modbus address" : "not from 0 to " + Str(column == 2 ? LastFile : LastWord);
 }

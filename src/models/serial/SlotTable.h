@@ -1,10 +1,13 @@
 // The 40 mapping slots of the RB2000 and RB3000 as a table: what their fields take, and what is wrong with them.
 #pragma once
 
+#include <array>
+#include <cstdint>
 #include <optional>
 #include <string>
 
 #include "forms/Tables.h"
+#include "models/serial/SerialImage.h"
 
 namespace vk32 {
 
@@ -13,6 +16,8 @@ class SerialWizard;
 /// Row 1 is slot 0 of the control arrays.
 class SlotTable : public FieldTable {
  public:
+  static constexpr std::size_t Fields = 4;  // of a slot, its check box aside
+
   explicit SlotTable(SerialWizard& wizard);
 
   /// A slot that a slave can't be left with.
@@ -27,6 +32,12 @@ class SlotTable : public FieldTable {
   std::string WordsOf(const Fault& fault) const;
   TextBox& FieldOf(int slot, std::size_t field) const;
 
+  /// The slot's fields have changed, or what the device will be sent in their place: marks the slot if they differ.
+  /// They do where a field kept its text while another configuration came.
+  void Follow(int slot, const std::array<std::int32_t, Fields>& sent);
+  /// About the first slot that differs; empty: none does.
+  std::string WordsOfDifference() const;
+
   int CountRows() const override;
   std::vector<Control*> Cells(int row) const override;
   void MarkRow(int row) override;
@@ -38,7 +49,11 @@ class SlotTable : public FieldTable {
   void Refuse(const std::string& hint) override;
   void Reveal(int row) override;
 
+  void ShowMark(int slot);
+
   SerialWizard& wizard_;
+  int refusedRow_ = 0;
+  std::array<bool, SerialImage::SlotCount> differs_{};
 };
 
 }  // namespace vk32

@@ -38,6 +38,16 @@ void SlotRows::EmptyRow(int row) {
   MarkRow(row, false);
 }
 
+void SlotRows::NumberRows() {
+  for (int row = 1; row <= Rows; ++row) {
+    const std::vector<Label*> labels = RowLabels(row);
+    const bool used =
+        std::any_of(labels.begin() + 1, labels.end(), [](auto* label) { return !label->Words().empty(); });
+    labels.front()->Caption = used ? Str(row) : "";
+    MarkRow(row, used);
+  }
+}
+
 void SlotRows::PutInOrder() const {
   std::vector<Control*> cells;
   for (int row = 1; row <= Rows; ++row) {

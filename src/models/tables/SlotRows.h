@@ -21,6 +21,9 @@ class SlotRows : public RowSource {
   /// Those and the first free one, if there is one.
   std::vector<std::string> SlotsToAdd() const;
 
+  /// Takes the rows for in use whose cells hold words, and numbers them.
+  void NumberRows();
+
   // RowLabels begins with the slot's number. A row behind the last faults.
 
  protected:

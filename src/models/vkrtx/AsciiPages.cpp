@@ -131,16 +131,19 @@ void AsciiPages::ArrangeConversionPage() {
 void AsciiPages::CollectTextFields() {
   Parameters& parameters = app_.globals;
   for (int i = 0; i < Clients; ++i) {
-    const std::string client = std::string(ClientPageTitle) + ", client " + Str(i + 1);
-    const std::string panel = std::string(ConversionPageTitle) + OfChannel(i);
+    const std::string client = "client " + Str(i + 1), panel = ConversionPageTitle + OfChannel(i);
+    const auto shownWithRoute = [&](const char* field, const TextBox& box) {
+      return FieldPlace{panel, std::string(field) + " (shown with an ASCII route from the channel)", {box.Name(), i}};
+    };
     parameters.EIPClients[i].IPAddress = EIPClientIpAddrValLbl[i].Caption;
     parameters.EIPClients[i].Slot = TextNumber(
-        EIPClientSlotTxt[i].Text, CDbl, client + ", Controller Slot Number (shown with Routing Required)", EnterByte);
-    parameters.ConvFile[i] = TextNumber(
-        ASCIIPcccFileTxt[i].Text, Val, panel + ", File Number (shown with an ASCII route from the channel)", EnterWord);
+        EIPClientSlotTxt[i].Text, CDbl,
+        {ClientPageTitle, client + ", Controller Slot Number (shown with Routing Required)", {"EIPClientSlotTxt", i}},
+        EnterByte);
+    parameters.ConvFile[i] =
+        TextNumber(ASCIIPcccFileTxt[i].Text, Val, shownWithRoute("File Number", ASCIIPcccFileTxt[i]), EnterWord);
     parameters.ConvElement[i] =
-        TextNumber(ASCIIPcccWordTxt[i].Text, Val,
-                   panel + ", Element Number (shown with an ASCII route from the channel)", EnterWord);
+        TextNumber(ASCIIPcccWordTxt[i].Text, Val, shownWithRoute("Element Number", ASCIIPcccWordTxt[i]), EnterWord);
   }
 }
 

@@ -84,7 +84,7 @@ void Configuration_VKRTX::Form_Unload() {
 /// The steps run on the current page one after the other, so that a page that is passed still does its own.
 bool Configuration_VKRTX::LeavePage() {
   std::int16_t& page = app.globals.CurrentPage;
-  if (page == Ethernet && app.globals.DHCPEnabled == 0 && CheckEthernetFields(app, *this) == 1) return false;
+  if (page == Ethernet && app.globals.DHCPEnabled == 0 && !EthernetFieldsAreValid()) return false;
   if (page == SerialProtocolA && Passes(SerialProtocolB)) ++page;
   if (page == EthernetProtocol && IsModbusModel() && Passes(Routing)) ++page;
   if (page == Routing && IsDf1Model()) {
@@ -111,6 +111,13 @@ bool Configuration_VKRTX::Passes(int page) const {
   if (!IsDf1Model()) return false;
   if (page == Clients) return ascii.ClientsOfRoutes().empty();
   return page == Conversion && !ascii.Converts(0) && !ascii.Converts(1);
+}
+
+void Configuration_VKRTX::CellsRestored() {
+  routing.NumberRows();
+  routing.AdjustRouteVScrollBar();
+  mapping.table.NumberRows();
+  mapping.table.AdjustAbModMapVScrollBar();
 }
 
 std::vector<Foretold> Configuration_VKRTX::Foretell() const {
@@ -151,7 +158,7 @@ void Configuration_VKRTX::CollectTextFields() {
   if (IsModbusModel()) ports.CollectRequestTimeout();
 }
 
-void Configuration_VKRTX::BuildParameterBlocks() {
+void Configuration_VKRTX::BuildParameters(bool sent) {
   CollectTextFields();
   Globals& globals = app.globals;
   auto blocks = globals.BlockTable;
@@ -170,8 +177,8 @@ void Configuration_VKRTX::BuildParameterBlocks() {
                                    [](const Bytes& block) { return block.size() > BlockFrame::LongestData; });
   if (!tooLong) {
     globals.BlockTable = std::move(blocks);
-  } else if (!SaveOpt.Value) {
-    throw DoesNotFit(std::string(MappingPageTitle) + ", Mapping Table",
+  } else if (sent) {
+    throw DoesNotFit({MappingPageTitle, "Mapping Table", "AbModMapTableFrame"},
                      "A download takes 19 maps at most: delete one, or choose Save Configuration.");
   }
 }

@@ -32,8 +32,9 @@ class Configuration_VKRTX : public WizardForm {
   void PassPagesBack() override;
   bool Passes(int page) const override;
   std::vector<Foretold> Foretell() const override;
+  void CellsRestored() override;
   Taken Upload(Conversation& conversation) override;
-  void BuildParameters() override { BuildParameterBlocks(); }
+  void BuildParameters(bool sent) override;
   bool Download(Conversation& conversation) override;
   void Record(RecordFile& file, std::string& product, std::string& modelTag) override;
 
@@ -45,7 +46,6 @@ class Configuration_VKRTX : public WizardForm {
   /// The tables that were cleared on their pages can't be brought back any more.
   void WithdrawUndo();
   void CollectTextFields();
-  void BuildParameterBlocks();
   void FindConvNodes();
 
   void RecordSerial(RecordFile& file, int channel);

@@ -16,6 +16,7 @@ class DelRoute : public Form {
   void SlotLst_Click();
   void DeleteRouteCmd_Click();
   void CancelCmd_Click() { UnloadMe(); }
+  void ControlChanged(const Control&) override { HintLbl.Visible = SlotLst.Text.Value().empty(); }
 
   App& app_;
 
@@ -25,6 +26,7 @@ class DelRoute : public Form {
   Label         Label1             {*this, "Label1",             { 240,  780, 4920, 315}, "Select the slot for the route that is to be deleted"};
   Label         SlotLbl            {*this, "SlotLbl",            { 240, 1260, 1800, 315}, "Slot"};
   ComboBox      SlotLst            {*this, "SlotLst",            {2160, 1260, 1080, 315}, {}, &DelRoute::SlotLst_Click};
+  Label         HintLbl            {*this, "HintLbl",            {3360, 1260, 1800, 315}, "Choose a slot", TextRole::Small};
   Label         SourcePortLbl      {*this, "SourcePortLbl",      { 240, 1620, 1800, 315}, "Source Port"};
   TextBox       SourcePortTxt      {*this, "SourcePortTxt",      {2160, 1620, 1680, 315}};
   Label         RemDstLbl          {*this, "RemDstLbl",          { 240, 2100, 4920, 315}, "Destination Range", TextRole::Heading};

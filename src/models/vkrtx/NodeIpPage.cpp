@@ -27,13 +27,7 @@ std::string NodeIpPage::CellName(int row, std::size_t column) const {
 
 std::string NodeIpPage::FaultOf(std::size_t column, const std::string& text) const {
   if (column == 1) return IsIPAddress(text) && text.size() <= LongestAddress ? "" : "not an IP address";
-  try {
-    const double number = CDbl(text);
-    if (number >= 0 && number <= 255) return {};
-  } catch (const RuntimeFault&) {
-    // Not a number at all.
-  }
-  return "not a number from 0 to 255";
+  return IsNumberIn(text, 0, 255) ? "" : "not a number from 0 to 255";
 }
 
 bool NodeIpPage::RowIsValid(const std::string& node, const std::string& address) const {
@@ -49,7 +43,11 @@ bool NodeIpPage::CheckNodeIpTable() {
     const std::string& node = NodeIpNodeTxt[row].Text;
     const std::string& address = NodeIpIpAddrTxt[row].Text;
     if (!RowIsValid(node, address)) {
+      const std::size_t column = node.empty() || !FaultOf(0, node).empty() ? 0 : 1;
+      const std::string& text = column == 0 ? node : address;
+      const std::string hint = CellName(row, column) + " is " + (text.empty() ? "missing" : FaultOf(column, text));
       app_.forms.MsgBox("One or more Mapping slots contain invalid entries.", MessageIcon::Critical);
+      form_.ShowRefused(*Cells(row)[column], "S" + hint.substr(1));
       return false;
     }
     if (node.empty()) return true;  // the end of the table

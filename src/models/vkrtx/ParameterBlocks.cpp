@@ -17,13 +17,15 @@ namespace {
 
 using enum Format;
 
-/// "Serial Communication Settings, Channel A, Baud Rate"
-std::string Name(const std::string& page, const std::string& part, const char* field) {
-  return page + ", " + part + ", " + field;
+/// "Serial Communication Settings", "Channel A, Baud Rate"
+FieldPlace At(const std::string& page, const std::string& part, const char* field, ControlName control) {
+  return {page, part + ", " + field, control};
 }
 
-/// "Routing Table Setup, slot 3, Low"
-std::string Slot(const char* page, int row, const char* field) { return Name(page, "slot " + Str(row), field); }
+/// "Routing Table Setup", "slot 3, Low"; the control is an array of rows.
+FieldPlace Slot(const char* page, int row, const char* field, const char* control) {
+  return At(page, "slot " + Str(row), field, {control, row});
+}
 
 std::string ChannelText(int i) { return i == 0 ? ChannelAText : ChannelBText; }
 
@@ -33,16 +35,22 @@ constexpr int ChannelSize = 11;  // 8 and 9 are 0
 
 BlockFields ChannelFields(Parameters& p, int i) {
   SerialRecord& serial = p.SerialConfig[i];
-  const auto name = [i](const char* field) { return Name("Serial Communication Settings", ChannelText(i), field); };
+  const auto name = [i](const char* field, const char* control) {
+    return At("Serial Communication Settings", ChannelText(i), field, {control, i});
+  };
   return {
       // Channel A is always enabled: what a device says of it is not read.
-      i == 0 ? BlockField{0, Byte, Constant{1}, ""} : BlockField{0, Code, p.ChannelBEnabled, name("Enabled")},
-      {1, ThreeBytesLowFirst, serial.Baud, name("Baud Rate")},
-      {4, Code, serial.DataBits, name("Data Bits")},
-      {5, Code, serial.StopBits, name("Stop Bits")},
-      {6, Code, serial.Parity, name("Parity")},
-      {7, Code, serial.Handshake, name("Handshaking")},
-      {10, Code, p.SerialProtocol[i], Name("Serial Protocol Settings", ChannelText(i), "Protocol")},
+      i == 0 ? BlockField{0, Byte, Constant{1}, {}}
+             : BlockField{0,
+                          Code,
+                          p.ChannelBEnabled,
+                          {"Serial Communication Settings", "Channel B, Enabled", "EnableCHBLst"}},
+      {1, ThreeBytesLowFirst, serial.Baud, name("Baud Rate", "SerBaudLst")},
+      {4, Code, serial.DataBits, name("Data Bits", "SerDataLst")},
+      {5, Code, serial.StopBits, name("Stop Bits", "SerStopLst")},
+      {6, Code, serial.Parity, name("Parity", "SerParityLst")},
+      {7, Code, serial.Handshake, {"Serial Communication Settings", ChannelText(i) + ", Handshaking", "SerHandLst"}},
+      {10, Code, p.SerialProtocol[i], At("Serial Protocol Settings", ChannelText(i), "Protocol", {"SerProtoLst", i})},
   };
 }
 
@@ -50,14 +58,16 @@ constexpr int NoProtocolSize = 1, Df1Size = 1, ModbusSize = 4;
 
 /// Of block 4 and 5. A channel whose protocol has no settings sends a byte 0.
 BlockFields ProtocolFields(Parameters& p, int i) {
-  const auto name = [i](const char* field) { return Name("Serial Protocol Settings", ChannelText(i), field); };
-  if (p.SerialProtocol[i] == DF1Protocol) return {{0, Code, p.DF1Flags[i], name("DF1 Settings")}};
+  const auto name = [i](const char* field, const char* control) {
+    return At("Serial Protocol Settings", ChannelText(i), field, {control, i});
+  };
+  if (p.SerialProtocol[i] == DF1Protocol) return {{0, Code, p.DF1Flags[i], name("DF1 Settings", "Df1ErrorLst")}};
   // Channel B never speaks Modbus.
   if (p.SerialProtocol[i] == ModbusProtocol && i == 0) {
     return {
-        {0, Code, p.ModbusConfig[0].Protocol, name("Modbus Protocol")},
-        {1, Code, p.ModbusConfig[0].Mode, name("Modbus Mode")},
-        {2, WordLowFirst, p.ModbusConfig[0].RequestTimeout, RequestTimeoutName},
+        {0, Code, p.ModbusConfig[0].Protocol, name("Modbus Protocol", "ModbusProtocolLst")},
+        {1, Code, p.ModbusConfig[0].Mode, name("Modbus Mode", "ModbusModeLst")},
+        {2, WordLowFirst, p.ModbusConfig[0].RequestTimeout, RequestTimeoutPlace()},
     };
   }
   return {};
@@ -72,13 +82,15 @@ int ProtocolSize(const BlockFields& fields) {
 constexpr int ConversionHalf = 16;
 
 BlockFields ConversionFields(Parameters& p, int i) {
-  const auto name = [i](const char* field) { return std::string(ConversionPageTitle) + OfChannel(i) + ", " + field; };
+  const auto name = [i](const char* field, const char* control) {
+    return FieldPlace{ConversionPageTitle + OfChannel(i), field, {control, i}};
+  };
   return {
-      {0, Byte, p.ConvNode[i], std::string(RoutingPageTitle) + ", Low of the ASCII route of " + ChannelText(i)},
-      {1, WordHighFirst, p.ConvFile[i], name("File Number")},
-      {3, WordHighFirst, p.ConvElement[i], name("Element Number")},
-      {5, Code, p.ConvFileType[i], name("File Type")},
-      {6, Code, p.ConvFunction[i], name("DF1 Msg Function")},
+      {0, Byte, p.ConvNode[i], {RoutingPageTitle, "Low of the ASCII route of " + ChannelText(i), "RoutesTableFrame"}},
+      {1, WordHighFirst, p.ConvFile[i], name("File Number", "ASCIIPcccFileTxt")},
+      {3, WordHighFirst, p.ConvElement[i], name("Element Number", "ASCIIPcccWordTxt")},
+      {5, Code, p.ConvFileType[i], name("File Type", "ASCIIPcccTypeLst")},
+      {6, Code, p.ConvFunction[i], name("DF1 Msg Function", "ASCIIPcccFncLst")},
   };
 }
 
@@ -87,13 +99,17 @@ BlockFields ConversionFields(Parameters& p, int i) {
 constexpr int ClientSize = 6;
 
 BlockFields ClientFields(Parameters& p, int i) {
-  const auto name = [i](const char* field) { return Name(ClientPageTitle, "client " + Str(i + 1), field); };
+  const auto name = [i](const char* field, const char* control) {
+    return At(ClientPageTitle, "client " + Str(i + 1), field, {control, i});
+  };
   EIPClientRecord& client = p.EIPClients[i];
   return {
-      {0, AddressReversed, &client.IPAddress,
-       std::string(RoutingPageTitle) + ", IP Address of the ASCII route to " + client.IPAddress},
-      {4, Byte, client.Routing, name("Routing Required")},
-      {5, Byte, client.Slot, name("Controller Slot Number (shown with Routing Required)")},
+      {0,
+       AddressReversed,
+       &client.IPAddress,
+       {RoutingPageTitle, "IP Address of the ASCII route to " + client.IPAddress, "RoutesTableFrame"}},
+      {4, Byte, client.Routing, name("Routing Required", "EIPClientRoutingChk")},
+      {5, Byte, client.Slot, name("Controller Slot Number (shown with Routing Required)", "EIPClientSlotTxt")},
   };
 }
 
@@ -118,24 +134,24 @@ struct TableLayout {
 constexpr TableLayout NodeIpPortLayout{
     .firstBlock = 20, .lastBlock = 23, .lastRow = 10, .head = 1, .record = 6, .perBlockWritten = 10, .perBlockRead = Nothing,
     .headFields = [](Parameters& p) -> BlockFields {
-      return {{0, Byte, p.NodeIpPortCount, NodeIpPageTitle}};
+      return {{0, Byte, p.NodeIpPortCount, {NodeIpPageTitle, ""}}};
     },
     .recordFields = [](Parameters& p, int row) -> BlockFields {
       return {
-          {0, AddressReversed, &p.NodeIpPorts[row].IPAddress, Slot(NodeIpPageTitle, row, "IP Address")},
-          {4, WordLowFirst,     p.NodeIpPorts[row].Port,      Slot(NodeIpPageTitle, row, "Port")},
+          {0, AddressReversed, &p.NodeIpPorts[row].IPAddress, Slot(NodeIpPageTitle, row, "IP Address", "NodeIpIpAddrTxt")},
+          {4, WordLowFirst,     p.NodeIpPorts[row].Port,      Slot(NodeIpPageTitle, row, "Port", "NodeIpIpAddrTxt")},
       };
     }};
 
 constexpr TableLayout NodeIpLayout{
     .firstBlock = 24, .lastBlock = 26, .lastRow = 10, .head = 1, .record = 5, .perBlockWritten = 12, .perBlockRead = 12,
     .headFields = [](Parameters& p) -> BlockFields {
-      return {{0, Byte, p.NodeIpCount, NodeIpPageTitle}};
+      return {{0, Byte, p.NodeIpCount, {NodeIpPageTitle, ""}}};
     },
     .recordFields = [](Parameters& p, int row) -> BlockFields {
       return {
-          {0, Byte,             p.NodeIpTable[row].Node,      Slot(NodeIpPageTitle, row, "Slave ID")},
-          {1, AddressReversed, &p.NodeIpTable[row].IPAddress, Slot(NodeIpPageTitle, row, "IP Address")},
+          {0, Byte,             p.NodeIpTable[row].Node,      Slot(NodeIpPageTitle, row, "Slave ID", "NodeIpNodeTxt")},
+          {1, AddressReversed, &p.NodeIpTable[row].IPAddress, Slot(NodeIpPageTitle, row, "IP Address", "NodeIpIpAddrTxt")},
       };
     }};
 
@@ -143,20 +159,20 @@ constexpr TableLayout NodeIpLayout{
 constexpr TableLayout MapLayout{
     .firstBlock = 30, .lastBlock = 43, .lastRow = 20, .head = 1, .record = 13, .perBlockWritten = Everything, .perBlockRead = 4,
     .headFields = [](Parameters& p) -> BlockFields {
-      return {{0, Byte, p.AbModMapCount, MappingPageTitle}};
+      return {{0, Byte, p.AbModMapCount, {MappingPageTitle, ""}}};
     },
     .recordFields = [](Parameters& p, int row) -> BlockFields {
       AbModMapRecord& map = p.AbModMapTable[row];
       return {
-          { 0, Byte,           map.LowAddress,      Slot(MappingPageTitle, row, "Low Address")},
-          { 1, Byte,           map.HighAddress,     Slot(MappingPageTitle, row, "High Address")},
-          { 2, Code,           map.ModbusReference, Slot(MappingPageTitle, row, "Modbus Register/Coil Refrence")},
-          { 3, SignedLowFirst, map.ModbusStart,     Slot(MappingPageTitle, row, "Modbus Start Address")},
-          { 5, SignedLowFirst, map.ABFile,          Slot(MappingPageTitle, row, "File")},
-          { 7, SignedLowFirst, map.ABWord,          Slot(MappingPageTitle, row, "Word")},
-          { 9, Code,           map.ABFunction,      Slot(MappingPageTitle, row, "Allen-Bradley Function")},
-          {10, SignedLowFirst, map.DataPoints,      Slot(MappingPageTitle, row, "Number of Data Points")},
-          {12, Code,           map.DataType,        Slot(MappingPageTitle, row, "Data Type")},
+          { 0, Byte,           map.LowAddress,      Slot(MappingPageTitle, row, "Low Address", "AbModMapAddrLbl")},
+          { 1, Byte,           map.HighAddress,     Slot(MappingPageTitle, row, "High Address", "AbModMapAddrLbl")},
+          { 2, Code,           map.ModbusReference, Slot(MappingPageTitle, row, "Modbus Register/Coil Refrence", "AbModMapModStartLbl")},
+          { 3, SignedLowFirst, map.ModbusStart,     Slot(MappingPageTitle, row, "Modbus Start Address", "AbModMapModStartLbl")},
+          { 5, SignedLowFirst, map.ABFile,          Slot(MappingPageTitle, row, "File", "AbModMapAbDataFiletLbl")},
+          { 7, SignedLowFirst, map.ABWord,          Slot(MappingPageTitle, row, "Word", "AbModMapAbDataFiletLbl")},
+          { 9, Code,           map.ABFunction,      Slot(MappingPageTitle, row, "Allen-Bradley Function", "AbModMapAbFncLbl")},
+          {10, SignedLowFirst, map.DataPoints,      Slot(MappingPageTitle, row, "Number of Data Points", "AbModMapDataPointsLbl")},
+          {12, Code,           map.DataType,        Slot(MappingPageTitle, row, "Data Type", "AbModMapDataTypeLbl")},
       };
     }};
 
@@ -165,20 +181,20 @@ constexpr TableLayout RouteLayout{
     .firstBlock = 100, .lastBlock = 103, .lastRow = 20, .head = 3, .record = 10, .perBlockWritten = 6, .perBlockRead = 6,
     .headFields = [](Parameters& p) -> BlockFields {
       return {
-          {0, Byte,          p.RouteCount,     RoutingPageTitle},
-          {1, WordHighFirst, p.MessageTimeout, std::string(RoutingPageTitle) + ", Message Timeout"},
+          {0, Byte,          p.RouteCount, {RoutingPageTitle, ""}},
+          {1, WordHighFirst, p.MessageTimeout, {RoutingPageTitle, "Message Timeout", "MsgTimeOutTxt"}},
       };
     },
     .recordFields = [](Parameters& p, int row) -> BlockFields {
       RouteRecord& route = p.Routes[row];
       return {
-          {0, Code,            route.SourceProtocol, Slot(RoutingPageTitle, row, "Source Port")},
-          {1, Code,            route.SourcePort,     Slot(RoutingPageTitle, row, "Source Port")},
-          {2, Byte,            route.DestLow,        Slot(RoutingPageTitle, row, "Low")},
-          {3, Byte,            route.DestHigh,       Slot(RoutingPageTitle, row, "High")},
-          {4, Code,            route.DestProtocol,   Slot(RoutingPageTitle, row, "Destination Port")},
-          {5, Code,            route.DestPort,       Slot(RoutingPageTitle, row, "Destination Port")},
-          {6, AddressForward, &route.IPAddress,      Slot(RoutingPageTitle, row, "IP Address")},
+          {0, Code,            route.SourceProtocol, Slot(RoutingPageTitle, row, "Source Port", "RouteSrcPortLbl")},
+          {1, Code,            route.SourcePort,     Slot(RoutingPageTitle, row, "Source Port", "RouteSrcPortLbl")},
+          {2, Byte,            route.DestLow,        Slot(RoutingPageTitle, row, "Low", "RouteDstLowLbl")},
+          {3, Byte,            route.DestHigh,       Slot(RoutingPageTitle, row, "High", "RouteDstHighLbl")},
+          {4, Code,            route.DestProtocol,   Slot(RoutingPageTitle, row, "Destination Port", "RouteDestinationPortLbl")},
+          {5, Code,            route.DestPort,       Slot(RoutingPageTitle, row, "Destination Port", "RouteDestinationPortLbl")},
+          {6, AddressForward, &route.IPAddress,      Slot(RoutingPageTitle, row, "IP Address", "RouteIPAddressLbl")},
       };
     }};
 

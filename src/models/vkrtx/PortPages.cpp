@@ -72,7 +72,7 @@ void PortPages::ShowRequestTimeout(int i) {
 
 void PortPages::CollectRequestTimeout() {
   parameters_.ModbusConfig[0].RequestTimeout =
-      TextNumber(ModbusTimeoutTxt[0].Text, CDbl, RequestTimeoutName, EnterWord);
+      TextNumber(ModbusTimeoutTxt[0].Text, CDbl, RequestTimeoutPlace(), EnterWord);
 }
 
 void PortPages::SetupSerial() {

@@ -1,6 +1,7 @@
 // The pages that set up the ports of the VK-RTX: serial lines, serial protocols, Ethernet protocol.
 #pragma once
 
+#include "core/DoesNotFit.h"
 #include "core/Parameters.h"
 #include "forms/ControlArray.h"
 #include "models/lists/ChoiceList.h"
@@ -9,7 +10,9 @@
 namespace vk32 {
 
 /// Page and field, for the user.
-constexpr const char* RequestTimeoutName = "Serial Protocol Settings, Request Timeout (shown with Modbus Mode Master)";
+inline FieldPlace RequestTimeoutPlace() {
+  return {"Serial Protocol Settings", "Request Timeout (shown with Modbus Mode Master)", {"ModbusTimeoutTxt", 0}};
+}
 
 /// Elements 0 of all arrays are Channel A's, elements 1 Channel B's.
 class PortPages {

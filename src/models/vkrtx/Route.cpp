@@ -2,7 +2,9 @@
 #include "models/vkrtx/Route.h"
 
 #include "core/Convert.h"
+#include "forms/FieldNames.h"
 #include "models/vkrtx/Configuration_VKRTX.h"
+#include "shell/Subs.h"
 
 namespace vk32 {
 namespace {
@@ -52,16 +54,30 @@ void Route::DestinationLst_Click() {
   IPAddressTxt.BackColor = ethernet ? White : Gray;
 }
 
-bool Route::EntriesAreMissing() const {
-  for (const std::string& entry :
-       {SlotLst.Words(), SourceLst.Words(), RemDstLowTxt.Words(), RemDstHighTxt.Words(), DestinationLst.Words()}) {
-    if (entry.empty()) return true;
+const Control* Route::MissingEntry() const {
+  for (const Control* entry : std::initializer_list<const Control*>{&SlotLst, &SourceLst, &RemDstLowTxt, &RemDstHighTxt,
+                                                                    &DestinationLst, &IPAddressTxt}) {
+    if (entry->Enabled && entry->Words().empty()) return entry;
   }
-  return IPAddressTxt.Enabled && IPAddressTxt.Text.Value().empty();
+  return nullptr;
+}
+
+std::string Route::WhatIsWrong() const {
+  if (const Control* missing = MissingEntry()) return NameOf(*missing) + " is missing";
+  for (const TextBox* end : {&RemDstLowTxt, &RemDstHighTxt}) {
+    if (!IsNumberIn(end->Text.Value(), 0, 255)) return NameOf(*end) + ": enter a number from 0 to 255";
+  }
+  if (Val(RemDstLowTxt.Text.Value()) > Val(RemDstHighTxt.Text.Value())) return "Low is above High";
+  if (!IPAddressTxt.Enabled || IsIPAddress(IPAddressTxt.Text)) return {};
+  return NameOf(IPAddressTxt) + ": enter four numbers from 0 to 255, parted by points";
+}
+
+void Route::ControlChanged(const Control& control) {
+  if (&control != &HintLbl) HintLbl.Caption = WhatIsWrong();
 }
 
 void Route::PerformRouteCmd_Click() {
-  if (EntriesAreMissing()) return;
+  if (MissingEntry()) return;
   try {
     const int slot = CInt(Val(SlotLst.Text.Value()));
     RoutingPage& routing = VKRTXWizard(app_).routing;

@@ -20,7 +20,11 @@ class Route : public Form {
   void CancelCmd_Click() { UnloadMe(); }
 
   void OfferPorts();
-  bool EntriesAreMissing() const;
+  /// The first entry that is needed and empty, or nullptr.
+  const Control* MissingEntry() const;
+  /// Why the route is not whole or not good, in a line; empty: it is.
+  std::string WhatIsWrong() const;
+  void ControlChanged(const Control& control) override;
   bool Adds() const { return app_.globals.RouteFormMode == 0; }
 
   App& app_;
@@ -41,6 +45,7 @@ class Route : public Form {
   ComboBox      DestinationLst  {*this, "DestinationLst",  {2160, 3240, 1680, 315}, {}, &Route::DestinationLst_Click};
   Label         IPAddressLbl    {*this, "IPAddressLbl",    { 240, 3600, 1800, 315}, "IP Address"};
   TextBox       IPAddressTxt    {*this, "IPAddressTxt",    {2160, 3600, 2160, 315}};
+  Label         HintLbl         {*this, "HintLbl",         { 240, 3990, 4920, 315}, "", TextRole::Small};
   CommandButton PerformRouteCmd {*this, "PerformRouteCmd", {2160, 4410, 1560, 390}, "", &Route::PerformRouteCmd_Click, WindowKey::Enter};
   CommandButton CancelCmd       {*this, "CancelCmd",       {3840, 4410, 1320, 390}, "Cancel", &Route::CancelCmd_Click, WindowKey::Escape};
   // clang-format on

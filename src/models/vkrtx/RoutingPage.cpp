@@ -91,15 +91,15 @@ void RoutingPage::ClearTable() {
   AdjustRouteVScrollBar();
 }
 
-std::string RoutingPage::RowName(int row, const char* field) {
-  return std::string(RoutingPageTitle) + ", slot " + Str(row) + ", " + field;
+FieldPlace RoutingPage::RowPlace(int row, const char* field, const Label& cell) {
+  return {RoutingPageTitle, "slot " + Str(row) + ", " + field, {cell.Name(), row}};
 }
 
 void RoutingPage::ReadRouteRows(int count) {
   for (int i = 1; i <= count; ++i) {
     RouteRecord route = PortsOf(i);
-    route.DestLow = TextNumber(RouteDstLowLbl[i].Caption, Val, RowName(i, "Low"), EnterByte);
-    route.DestHigh = TextNumber(RouteDstHighLbl[i].Caption, Val, RowName(i, "High"), EnterByte);
+    route.DestLow = TextNumber(RouteDstLowLbl[i].Caption, Val, RowPlace(i, "Low", RouteDstLowLbl[i]), EnterByte);
+    route.DestHigh = TextNumber(RouteDstHighLbl[i].Caption, Val, RowPlace(i, "High", RouteDstHighLbl[i]), EnterByte);
     Route(i) = route;
   }
 }
@@ -125,7 +125,7 @@ void RoutingPage::ReadPort(const std::string& text, std::int16_t& code, std::int
 
 void RoutingPage::CollectMessageTimeout() {
   app_.globals.MessageTimeout =
-      TextNumber(MsgTimeOutTxt.Text, Val, std::string(RoutingPageTitle) + ", Message Timeout", EnterWord);
+      TextNumber(MsgTimeOutTxt.Text, Val, {RoutingPageTitle, "Message Timeout", "MsgTimeOutTxt"}, EnterWord);
 }
 
 void RoutingPage::Setup() {

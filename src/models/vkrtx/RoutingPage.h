@@ -2,6 +2,7 @@
 #pragma once
 
 #include "app/App.h"
+#include "core/DoesNotFit.h"
 #include "forms/ControlArray.h"
 #include "models/tables/SlotRows.h"
 #include "models/tables/UndoClear.h"
@@ -27,11 +28,11 @@ class RoutingPage : public SlotRows {
   }
   /// Mode 1 opens a gap at the slot, any other mode closes the row there. A move beyond row 20 faults 9.
   void AdjustRouteTable(int mode, int slot) { MoveRows(mode, slot); }
-  /// The route of a row but for its range, which need not be a number yet.
-  RouteRecord PortsOf(int row) const;
   void AdjustRouteVScrollBar() { AdjustScrollBar(RoutesTableFrame); }
   void EditRow(int row) override;
   void DeleteRow(int row) override;
+  /// The route of a row but for its range, which need not be a number yet.
+  RouteRecord PortsOf(int row) const;
   /// Makes Routes, 1 to `count`, from the rows. DoesNotFit if an end of a range is no 16-bit number.
   void ReadRouteRows(int count);
   /// Takes the message time-out into the parameters. DoesNotFit if it is no 16-bit number.
@@ -52,7 +53,7 @@ class RoutingPage : public SlotRows {
   void MarkRow(int row, bool inUse) override { RouteInUse[row] = inUse ? FlagTrue : FlagFalse; }
 
   static int RowTop(int row) { return 120 + 480 * (row - 1); }
-  static std::string RowName(int row, const char* field);
+  static FieldPlace RowPlace(int row, const char* field, const Label& cell);
   RouteRecord& Route(int row) { return app_.globals.Routes[row]; }
   /// A text that names no port leaves both as they are.
   void ReadPort(const std::string& text, std::int16_t& code, std::int16_t& protocol) const;
@@ -89,7 +90,7 @@ class RoutingPage : public SlotRows {
   ControlArray<Label> RouteIPAddressLbl       {"RouteIPAddressLbl", 1, Rows, [this](ControlName element, int row) {
     return std::make_unique<Label>(RoutesFrame, element, Place{5760, RowTop(row), 2160, 240}, "");
   }};
-  RowSign       RouteMark          {RoutesFrame, "RouteMark", {600, 150, 180, 180}, 480};
+  RowSign       RouteMark          {RoutesFrame, "RouteMark", {540, 150, 180, 180}, 480};
   VScrollBar    RouteVScroll       {RoutingFrame, "RouteVScroll",       {8340, 2640,  300, 2400}, [this] { RoutesFrame.Top = -RouteVScroll.Value; }};
   CommandButton AddRouteCmd        {RoutingFrame, "AddRouteCmd",        { 360, 5280, 1560,  390}, "Add Route", [this] { AddRouteCmd_Click(); }};
   CommandButton EditRouteCmd       {RoutingFrame, "EditRouteCmd",       {2040, 5280, 1560,  390}, "Edit Route", [this] { EditRouteCmd_Click(); }};

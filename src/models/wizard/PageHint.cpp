@@ -1,6 +1,8 @@
 // What is wrong with a value, in words on the page that shows it.
 #include "models/wizard/PageHint.h"
 
+#include <utility>
+
 #include "forms/Form.h"
 #include "forms/Tables.h"
 
@@ -12,8 +14,9 @@ constexpr int SignSize = 180, SignBefore = 300, SignBelow = 30;  // twips, from 
 
 }  // namespace
 
-PageHint::PageHint(Form& form)
-    : PageHintMark(form, "PageHintMark", {Usual.left - SignBefore, Usual.top + SignBelow, SignSize, SignSize},
+PageHint::PageHint(Form& form, std::function<void(const std::string&)> tell)
+    : tell_(std::move(tell)),
+      PageHintMark(form, "PageHintMark", {Usual.left - SignBefore, Usual.top + SignBelow, SignSize, SignSize},
                    Symbol::Cross),
       PageHintLbl(form, "PageHintLbl", Usual, "", TextRole::Small) {
   PageHintLbl.ForeColor = StepCurrent;
@@ -31,21 +34,25 @@ void PageHint::Show(const std::string& words, Place place, const Control* value)
   PageHintLbl.Caption = words;
   PageHintMark.Visible = PageHintLbl.Visible = true;
   MarkRows();
+  tell_(words);
 }
 
 void PageHint::Hide() {
+  if (!Shows()) return;
   value_ = nullptr;
   PageHintLbl.Caption = "";
   PageHintMark.Visible = PageHintLbl.Visible = false;
   MarkRows();
+  tell_({});
 }
 
 void PageHint::Follow(const Control& changed) {
   if (!PageHintLbl.Visible) return;
   const bool isField = changed.GetKind() == Control::Kind::TextBox || changed.GetKind() == Control::Kind::CheckBox;
   bool about = value_ ? &changed == value_ : isField;
+  const bool besideIt = value_ && value_->Parent() == changed.Parent();  // else it costs more than it tells
   for (const ControlTable* table : PageHintLbl.OwnerForm().Tables()) {
-    const int row = value_ ? table->RowOf(*value_) : 0;
+    const int row = besideIt ? table->RowOf(*value_) : 0;
     about = about || (row > 0 && row == table->RowOf(changed));
   }
   if (about) Hide();

@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "core/Parameters.h"
 #include "forms/Form.h"
 #include "listing/Listing.h"
 
@@ -13,6 +14,14 @@ struct Origin {
   std::string source;  // "Read from COM3, 21:40"
   std::string since;   // "since it was read from COM3 at 21:40": follows the word "Changes"
   Listing values;      // what the pages showed then, hidden fields included
+};
+
+/// What a wizard held that was closed with changed values.
+struct KeptValues {
+  Parameters parameters;
+  Listing values;  // of all pages; their controls are gone
+  Origin origin;
+  std::string time;  // of the close
 };
 
 /// The lines beside the foot of a wizard.

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -10,9 +11,13 @@
 #include "core/ConfigMod.h"
 #include "core/ConfigurationForm.h"
 #include "link/Conversation.h"
+#include "listing/CompareForm.h"
 #include "listing/Listing.h"
-#include "models/wizard/ValueOrigin.h"
+#include "models/wizard/ChangesPart.h"
+#include "models/wizard/ComparePart.h"
 #include "models/wizard/PageHint.h"
+#include "models/wizard/ValueOrigin.h"
+#include "shell/StatusLine.h"
 #include "shell/WizardPages.h"
 
 namespace vk32 {
@@ -26,12 +31,20 @@ class WizardForm : public ConfigurationForm {
   void ShowWizardStep(int page);
   /// Shows the first frame of the page and hides all others. A number that is no page does nothing.
   void ShowWizardFrame(int page);
+  /// Says something on the page that shows, until a value changes or another page comes.
+  void ShowHint(const std::string& hint);
+  /// After the user has been told that the value is refused: leads to it. Only a refused Finish or Save shows another
+  /// page.
+  void ShowRefused(const Control& value, const std::string& hint);
   /// All pages between the first and the last, those that are passed and fields that don't show included.
   Listing List();
   /// Asks for a file and opens it. False if that did not lead to an open file; the user has been told.
   bool OpenFileAskedFor();
-  /// Says something on the page that shows, until a value changes or another page comes.
-  void ShowHint(const std::string& hint);
+  bool MayGo() override;
+  /// What UPLOAD does behind its reminder, in a conversation of its own.
+  Taken ReadDevice();
+  /// What it shows, as one side of a comparison.
+  ComparedSide ShownSide();
 
  protected:
   /// `timeOutInterval`: of TimeOutTmr at load, in ms; the tops: of the last two lines of the side menu.
@@ -50,10 +63,13 @@ class WizardForm : public ConfigurationForm {
   /// What controls will show when their page is reached, where they don't say so yet.
   virtual std::vector<Foretold> Foretell() const { return {}; }
 
+  /// Behind the values of an earlier wizard, which have been entered into the fields and the cells of tables.
+  virtual void CellsRestored() {}
+
   /// Reads the parameters from the device into the pages.
   virtual Taken Upload(Conversation& conversation) = 0;
-  /// Makes what is sent and saved from the parameters. DoesNotFit if the device can't hold a value.
-  virtual void BuildParameters() = 0;
+  /// Makes what is saved, and `sent` as well, from the parameters. DoesNotFit if the device can't hold a value.
+  virtual void BuildParameters(bool sent) = 0;
   /// Writes the parameters to the device. False on a failure; the user has been told.
   virtual bool Download(Conversation& conversation) = 0;
 
@@ -63,19 +79,28 @@ class WizardForm : public ConfigurationForm {
   /// parameters are what they were.
   bool TakeOver(const std::function<void()>& step);
 
-  /// After the user has been told that the value is refused: leads to it.
-  void ShowRefused(const Control& value, const std::string& hint);
+  /// True for three good addresses; else the user has been told, and led to the first that is not.
+  bool EthernetFieldsAreValid();
   /// Of a hint's words, on the form: in two lines below the fields.
   virtual Place HintPlace() const { return {4500, 7035, 7980, 480}; }
+
+  /// A page has come.
+  virtual void PageShown() {}
 
   App& app;
 
  private:
+  void Form_Unload() override { comparePart.Stop(); }
   void ControlChanged(const Control& control) override;
+  /// The page that the control lies on, or -1.
+  int PageOf(const Control& control);
   void BehindAct() override;
+  void Form_Close() override;
   void NextCmd_Click();
   void BackCmd_Click();
   void UploadCmd_Click();
+  /// Reads the device into the pages, and says so beside the foot.
+  Taken TakeFrom(Conversation& conversation);
   void CancelCmd_Click();
   void TimeOutTmr_Timer();
   /// Shows CurrentPage, with its step and its buttons.
@@ -86,14 +111,36 @@ class WizardForm : public ConfigurationForm {
   void SetTabOrder();
   /// Carries out the selected option; unloads the form when it is done.
   void Finish();
+  /// Changes count from there.
+  void Came(Origin from);
   /// The values that the pages show now come from there.
   void ValuesCome(const std::string& source, const std::string& since);
+  bool HasChanged();
+  /// Does what NEXT does on each page that is not passed. False if one is not to be left: it is shown.
+  bool LeaveAllPages();
+  bool SaveChanged();
+  /// False if no file was written. `held`: in place of the present parameters.
+  bool SaveAskedFor(const Parameters* held = nullptr);
+  void BackupCmd_Click() { SaveAskedFor(&*had_); }
+  /// For the welcome page of the next wizard of this product and model.
+  void Keep();
+  std::string KeptName() const;
+  void OfferKept();
+  void Restore();
   /// Of the file that was picked last, without its folder.
   std::string FileName() const;
+  /// What a hint says, in one line; empty: it has gone, and what was told before is back.
+  void TellInStatus(const std::string& words);
+
+  int shownPage_ = 0;
+  bool leadsAnywhere_ = false;  // a refused value brings its page, whichever shows
+  std::string hintInStatus_, statusBefore_;
+
   bool IsTalking() const { return app.conversation != nullptr && &app.conversation->form == this; }
   void OpenConfigChkLbl_Click();
 
-  bool stale_ = true;  // a page has changed since the changes were counted
+  std::optional<Parameters> had_;  // the device, when it was read last
+  bool stale_ = true;              // a page has changed since the changes were counted
 
  public:
   // clang-format off
@@ -117,11 +164,8 @@ class WizardForm : public ConfigurationForm {
 
   Frame       StatusFrame     {*this, "StatusFrame",     {   0, 8400, 12840, 360}, Fill::Side};
   Frame       StatusLineFrame {*this, "StatusLineFrame", {   0, 8400, 12840,  15}, Fill::Hairline};
-  Image       StatusMark      {*this, "StatusMark",      { 240, 8497,   180, 180}, Symbol::Cross};
-  Label       StatusLbl       {*this, "StatusLbl",       { 240, 8415,  9450, 345}, "", TextRole::Small};
-  ProgressBar StatusBar       {*this, "StatusBar",       {9930, 8520,  2550, 120}};
-
-  PageHint    pageHint        {*this};
+  StatusLine  status          {*this, {240, 8415, 9450, 345}, Place{9930, 8520, 2550, 120}};
+  PageHint    pageHint        {*this, [this](const std::string& words) { TellInStatus(words); }};
 
   Timer       TimeOutTmr;
   FileDialog  OpenSaveConfigDialog {*this, "OpenSaveConfigDialog"};
@@ -137,9 +181,14 @@ class WizardForm : public ConfigurationForm {
   Label       Label2           {ConfigFrame, "Label2",          {360, 2280, 8280,  540},
                                 "To open a previously saved configuration file, put a checkmark in the Open a Saved Configuration File option "
                                 "below and click NEXT."};
-  CheckBox    OpenConfigChk    {ConfigFrame, "OpenConfigChk",    {360, 3000,  315, 315}, "Open a Saved Configuration File"};
+  CheckBox    OpenConfigChk    {ConfigFrame, "OpenConfigChk",    {360, 3000,  315, 315}, "Open a Saved Configuration File",
+                                [this] { if (OpenConfigChk.Value == 1) RestoreChk.Value = 0; }};
   Label       OpenConfigChkLbl {ConfigFrame, "OpenConfigChkLbl", {720, 3000, 4200, 315}, "Open a Saved Configuration File",
                                 TextRole::Body, &WizardForm::OpenConfigChkLbl_Click};
+  CheckBox    RestoreChk       {ConfigFrame, "RestoreChk",       {360, 3360,  315, 315}, "",
+                                [this] { if (RestoreChk.Value == 1) OpenConfigChk.Value = 0; }};
+  Label       RestoreChkLbl    {ConfigFrame, "RestoreChkLbl",    {720, 3360, 4200, 315}, "", TextRole::Body,
+                                [this] { RestoreChk.Value = 1 - RestoreChk.Value; }};
 
   // Apply page
   Frame        ApplyFrame     {*this, "ApplyFrame", PagePlace};
@@ -156,6 +205,10 @@ class WizardForm : public ConfigurationForm {
   OptionButton DownSaveOpt    {ApplyFrame, "DownSaveOpt",    {360, 2760,  315,  315}, "Download and Save Configuration", false};
   Label        DownSaveOptLbl {ApplyFrame, "DownSaveOptLbl", {720, 2760, 4200,  315}, "Download and Save Configuration",
                                TextRole::Body, [this] { DownSaveOpt.Value = true; }};
+  Label        ApplyHintLbl   {ApplyFrame, "ApplyHintLbl",   {5040, 2040, 3600, 960}, "", TextRole::Small};
+  CommandButton BackupCmd     {ApplyFrame, "BackupCmd",      {5160, 2730, 3480,  390}, "Save what the device had...", &WizardForm::BackupCmd_Click};
+  ChangesPart  changes        {ApplyFrame};
+  ComparePart  comparePart    {*this, app, ApplyFrame};
   // clang-format on
 };
 

@@ -20,8 +20,6 @@
 namespace vk32 {
 namespace {
 
-using namespace std::chrono_literals;
-
 constexpr Time IntoTheWait = 100ms;
 constexpr Time Prompt = 400ms;  // 200 ms, and as much for a busy machine; a tool tip that comes later wakes everything
 constexpr Time GivenUp = 2s;
@@ -30,6 +28,7 @@ constexpr Time GivenUp = 2s;
 class AgreeingScreen : public DesktopScreen {
  public:
   Answer Ask(const MessageBoxRequest& request) override {
+    if (request.buttons == MessageButtons::SaveDiscardCancel) return Answer::Discard;
     return request.buttons == MessageButtons::YesNo ? Answer::Yes : Answer::OK;
   }
   std::optional<std::string> AskFile(const FileDialogRequest&) override { return file.Path(); }

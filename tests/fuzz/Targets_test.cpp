@@ -1,17 +1,15 @@
-// The targets for random bytes.
-#include "fuzz/Targets.h"
-
+// What comes from outside, as targets for random bytes: whatever they are, the program answers and comes to an end. As
+// tests, with their seeds as they stand, cut short and with a byte changed; and as the entry of libFuzzer.
 #include <algorithm>
 #include <cstdlib>
+#include <filesystem>
+#include <fstream>
 #include <sstream>
-#include <string>
 
 #include "models/WizardUser.h"
 
 namespace vk32 {
 namespace {
-
-using namespace std::chrono_literals;
 
 /// Says the same bytes in answer to whatever it is sent, all at once or in pieces.
 class RandomDevice : public FakeDevice {
@@ -97,15 +95,39 @@ void ScriptLines(std::string_view data) {
   }
 }
 
-}  // namespace
+struct {
+  std::string name;  // also of the folder of its seeds
+  void (*run)(std::string_view data);
+} const Targets[] = {{"configuration-file", ConfigurationFile},
+                     {"upload-reply", UploadReply},
+                     {"script-lines", ScriptLines},
+                     {"information-record", InformationRecord},
+                     {"terminal-data", TerminalData}};
 
-std::span<const FuzzTarget> FuzzTargets() {
-  static constexpr FuzzTarget targets[] = {{"configuration-file", ConfigurationFile},
-                                           {"upload-reply", UploadReply},
-                                           {"script-lines", ScriptLines},
-                                           {"information-record", InformationRecord},
-                                           {"terminal-data", TerminalData}};
-  return targets;
+TEST(FuzzTargets, TheirSeedsComeToAnEnd) {
+  for (const auto& target : Targets) {
+    int seeds = 0;
+    for (const auto& entry : std::filesystem::directory_iterator(VK32_SEEDS "/" + target.name)) {
+      std::ifstream file(entry.path(), std::ios::binary);
+      std::string seed{std::istreambuf_iterator<char>(file), {}};
+      target.run(seed);
+      target.run(seed.substr(0, seed.size() / 2));
+      if (!seed.empty()) seed[seed.size() / 3] = static_cast<char>(seed[seed.size() / 3] ^ 0x5A);
+      target.run(seed);
+      ++seeds;
+    }
+    EXPECT_GT(seeds, 0) << target.name;
+  }
 }
 
+}  // namespace
 }  // namespace vk32
+
+extern "C" int LLVMFuzzerTestOneInput(const char* data, std::size_t size) {
+  const char* const name = std::getenv("VK32_FUZZ_TARGET");
+  for (const auto& target : vk32::Targets) {
+    if (name && target.name == name) return target.run({data, size}), 0;
+  }
+  std::fputs("Set VK32_FUZZ_TARGET to the name of a folder in tests/fuzz/seeds\n", stderr);
+  std::exit(2);
+}

@@ -1,0 +1,126 @@
+// The commands of vk32-cli that talk to a device.
+#include "cli/Commands.h"
+
+#include <algorithm>
+#include <ctime>
+#include <filesystem>
+#include <fstream>
+#include <nlohmann/json.hpp>
+
+#include "cli/Configuration.h"
+#include "cli/FileContent.h"
+#include "forms/FieldNames.h"
+#include "platform/PortHolder.h"
+#include "shell/Products.h"
+
+namespace vk32 {
+namespace {
+
+namespace fs = std::filesystem;
+using Json = nlohmann::ordered_json;
+
+std::string DateAndTime() {
+  const std::time_t now = std::time(nullptr);
+  std::tm local{};
+  localtime_r(&now, &local);
+  char text[32];
+  std::strftime(text, sizeof text, "%Y%m%d-%H%M%S", &local);
+  return text;
+}
+
+void ReadInto(World& world, const Target& target, const std::string& port, const std::string& path) {
+  Program program(world, target);
+  program.ChoosePort(port);
+  program.OpenWizard();
+  program.Upload();
+  program.GoToApply();
+  program.Save(path);
+}
+
+std::string BackUp(World& world, const Target& target, const std::string& port, const fs::path& folder) {
+  MakeFolder(folder);
+  std::string path = folder / (target.product + "-" + DateAndTime() + ".cfg");
+  ReadInto(world, target, port, path);
+  return path;
+}
+
+}  // namespace
+
+void ReadConfiguration(World& world, const ReadOptions& options) {
+  const Target target = FindTarget(options.product, options.model);
+  if (!options.output.empty()) {
+    ReadInto(world, target, options.port, options.output);
+    world.console.err << "The " << target.product << " on " << options.port << " has been read into " << options.output
+                      << ".\n";
+    return;
+  }
+  const TemporaryFolder folder;
+  const std::string path = folder.path + "/read.cfg";
+  ReadInto(world, target, options.port, path);
+  world.console.out << std::ifstream(path, std::ios::binary).rdbuf();
+}
+
+void WriteConfiguration(World& world, const WriteOptions& options) {
+  const Target target = TargetOfFile(options.file);
+  if (!options.backup.empty()) {
+    const std::string path = BackUp(world, target, options.port, options.backup);
+    world.console.err << "What the " << target.product << " had is in " << path << ".\n";
+  }
+  Listing sent;
+  {
+    Program program(world, target);
+    program.ChoosePort(options.port);
+    program.OpenWizard();
+    program.Open(options.file);
+    program.GoToApply();
+    sent = Shown(program.Wizard().List());
+    program.Download();
+  }
+  world.console.err << options.file << " has been written to the " << target.product << " on " << options.port << ".\n";
+  if (!options.verify) return;
+  const auto differences = Compare(sent, Shown(LoadDevice(world, target, options.port).listing));
+  if (!differences.empty()) {
+    throw Failure(ExitStatus::Different,
+                  "The " + target.product + " does not hold what was sent:\n" + DifferenceLines(differences));
+  }
+  world.console.err << "Verified: the " << target.product << " holds what was sent.\n";
+}
+
+void ShowDeviceInfo(World& world, const std::string& product, const std::string& model, const std::string& port,
+                    bool json) {
+  Program program(world, FindTarget(product, model));
+  program.ChoosePort(port);
+  program.ReadDeviceInfo();
+  Json values;
+  for (const Control* control : program.FormOf("DeviceInfo").Controls()) {
+    if (control->GetKind() != Control::Kind::TextBox) continue;
+    const std::string name = NameOf(*control);
+    values[name] = control->Words();
+    if (!json) world.console.out << name << ": " << control->Words() << "\n";
+  }
+  if (json) world.console.out << values.dump(2, ' ', false, Json::error_handler_t::replace) << "\n";
+}
+
+void InstallFirmware(World& world, const std::string& file, const std::string& port) {
+  const auto upgradable = std::ranges::find_if(Products(), [](const Product& p) { return p.upgradeTop != Hidden; });
+  // The firmware file does not depend on the model.
+  Program program(world, {std::string(upgradable->name), std::string(Models().front().name)});
+  program.ChoosePort(port);
+  program.InstallFirmware(file);
+  world.console.err << file << " has been installed in the " << upgradable->name << " on " << port << ".\n";
+}
+
+void ListPorts(World& world, bool json) {
+  Json list = Json::array();
+  for (const auto& [name, device] : world.names.FindAll()) {
+    const auto holder = HolderOf(device.path);
+    const std::string words = holder ? holder->program + " (process " + std::to_string(holder->process) + ")" : "";
+    list.push_back({{"name", name}, {"device", device.path}, {"description", device.kind}, {"heldBy", words}});
+    if (json) continue;
+    world.console.out << name << "  " << device.Description() << "  " << (holder ? "held by " + words : "free") << "\n";
+  }
+  if (json) world.console.out << list.dump(2, ' ', false, Json::error_handler_t::replace) << "\n";
+  if (list.empty()) world.console.err << "No serial device is plugged in.\n";
+}
+
+}  // namespace vk32

@@ -1,0 +1,166 @@
+// A configuration as vk32-cli reads it, and the commands that only look at one.
+#include "cli/Configuration.h"
+
+#include <ctime>
+#include <nlohmann/json.hpp>
+#include <optional>
+
+#include "cli/Program.h"
+#include "listing/Report.h"
+#include "models/wizard/WizardForm.h"
+
+namespace vk32 {
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+/// For a terminal, on which a device's bytes must command nothing.
+std::string Printable(std::string_view bytes) {
+  std::string text = ToUtf8(bytes);
+  for (char& c : text) c = static_cast<unsigned char>(c) < 32 || c == 127 ? '?' : c;
+  return text;
+}
+
+void Print(World& world, const Json& document) {
+  world.console.out << document.dump(2, ' ', false, Json::error_handler_t::replace) << "\n";
+}
+
+Json HeadOf(const Configuration& configuration) {
+  Json head{{"product", configuration.target.product}};
+  if (!configuration.target.model.empty()) head["model"] = configuration.target.model;
+  head["source"] = configuration.source;
+  return head;
+}
+
+void PrintJson(World& world, const Configuration& configuration) {
+  Json document = HeadOf(configuration);
+  Json& fields = document["fields"] = Json::array();
+  for (const ListedValue& row : Shown(configuration.listing)) {
+    Json field{{"page", ToUtf8(row.page)},
+               {"group", ToUtf8(row.group)},
+               {"field", ToUtf8(row.field)},
+               {"value", ToUtf8(row.value)}};
+    if (!row.unit.empty()) field["unit"] = ToUtf8(row.unit);
+    fields.push_back(field);
+  }
+  Print(world, document);
+}
+
+void PrintText(World& world, const Configuration& configuration) {
+  std::ostream& out = world.console.out;
+  const Target& target = configuration.target;
+  out << target.product << (target.model.empty() ? "" : ", " + target.model) << "\n";
+  std::string page, group;
+  for (const ListedValue& row : ForReading(configuration.listing)) {
+    if (row.page != page) out << "\n" << row.page << "\n";
+    if (!row.group.empty() && (row.page != page || row.group != group)) out << "  " << Printable(row.group) << "\n";
+    page = row.page, group = row.group;
+    out << (group.empty() ? "  " : "    ") << Printable(row.field) << ": " << Printable(row.Text()) << "\n";
+  }
+}
+
+std::string HtmlOf(World& world, const Configuration& configuration) {
+  const std::tm now = world.loop.LocalTime();
+  char date[sizeof "2026-11-25 21:40"];
+  std::strftime(date, sizeof date, "%Y-%m-%d %H:%M", &now);
+  const Target& target = configuration.target;
+  return HtmlReport({target.product, target.model, configuration.source, date, "VK32 " + ProgramVersion()},
+                    configuration.listing);
+}
+
+Json JsonOf(const std::optional<std::string>& value) { return value ? Json(ToUtf8(*value)) : Json(nullptr); }
+
+std::vector<Difference> DifferencesOf(const Configuration& left, const Configuration& right) {
+  std::vector<Difference> kinds;
+  if (left.target.product != right.target.product) {
+    kinds.push_back({"Gateway", "", "Product", left.target.product, right.target.product});
+  } else if (left.target.model != right.target.model) {
+    kinds.push_back({"Gateway", "", "Model", left.target.model, right.target.model});
+  }
+  // Fields of two kinds have nothing to do with each other.
+  return kinds.empty() ? Compare(Shown(left.listing), Shown(right.listing)) : kinds;
+}
+
+}  // namespace
+
+Configuration LoadFile(World& world, const std::string& path) {
+  Program program(world, TargetOfFile(path));
+  program.OpenWizard();
+  program.Open(path);
+  return {program.target, path, program.Wizard().List()};
+}
+
+Configuration LoadDevice(World& world, const Target& target, const std::string& port) {
+  Program program(world, target);
+  program.ChoosePort(port);
+  program.OpenWizard();
+  program.Upload();
+  return {target, port, program.Wizard().List()};
+}
+
+Configuration Load(World& world, const std::string& what) {
+  const std::size_t at = what.find('@');
+  std::error_code ignored;
+  if (at == std::string::npos || std::filesystem::exists(what, ignored)) return LoadFile(world, what);
+  return LoadDevice(world, FindTarget(what.substr(0, at)), what.substr(at + 1));
+}
+
+void ShowConfiguration(World& world, const Configuration& configuration, ShowAs as) {
+  switch (as) {
+    case ShowAs::Text: return PrintText(world, configuration);
+    case ShowAs::Json: return PrintJson(world, configuration);
+    case ShowAs::Html: world.console.out << HtmlOf(world, configuration);
+  }
+}
+
+std::string DifferenceLines(const std::vector<Difference>& differences) {
+  std::string lines;
+  for (const Difference& difference : differences) {
+    lines += Printable(difference.Words()) + "\n";
+    if (difference.left) lines += "  - " + Printable(*difference.left) + "\n";
+    if (difference.right) lines += "  + " + Printable(*difference.right) + "\n";
+  }
+  return lines;
+}
+
+void ShowDifferences(World& world, const std::string& left, const std::string& right, bool json) {
+  const Configuration a = Load(world, left), b = Load(world, right);
+  const std::vector<Difference> differences = DifferencesOf(a, b);
+  if (json) {
+    Json document{{"left", HeadOf(a)}, {"right", HeadOf(b)}, {"differences", Json::array()}};
+    for (const Difference& row : differences) {
+      document["differences"].push_back({{"page", ToUtf8(row.page)},
+                                         {"group", ToUtf8(row.group)},
+                                         {"field", ToUtf8(row.field)},
+                                         {"left", JsonOf(row.left)},
+                                         {"right", JsonOf(row.right)}});
+    }
+    Print(world, document);
+  } else {
+    world.console.out << DifferenceLines(differences);
+  }
+  if (differences.empty()) return;
+  throw Failure(ExitStatus::Different,
+                std::to_string(differences.size()) + (differences.size() == 1 ? " field differs." : " fields differ."));
+}
+
+void CheckFiles(World& world, const std::vector<std::string>& files) {
+  std::optional<Failure> first;
+  for (const std::string& file : files) {
+    try {
+      Program program(world, TargetOfFile(file));
+      program.OpenWizard();
+      program.Open(file);
+      program.GoToApply();
+      program.Check();
+      world.console.out << file << ": good\n";
+    } catch (const Failure& failure) {
+      if (failure.status == ExitStatus::Stopped) throw;
+      world.console.out << file << ": " << failure.what() << "\n";
+      if (!first) first = failure;
+    }
+  }
+  if (first) throw Failure(first->status, "Not all files are good.");
+}
+
+}  // namespace vk32

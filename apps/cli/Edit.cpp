@@ -1,0 +1,197 @@
+// Fields of a configuration, found and set by the names of the listing.
+#include "cli/Edit.h"
+
+#include <algorithm>
+#include <map>
+#include <numeric>
+#include <utility>
+
+#include "cli/Configuration.h"
+#include "cli/FileContent.h"
+#include "cli/TableEditor.h"
+#include "listing/Report.h"
+#include "models/wizard/WizardForm.h"
+
+namespace vk32 {
+namespace {
+
+constexpr std::size_t Offers = 3;
+
+/// How many letters have to be put in, left out or changed.
+std::size_t Distance(const std::string& a, const std::string& b) {
+  std::vector<std::size_t> row(b.size() + 1);
+  std::iota(row.begin(), row.end(), std::size_t{0});
+  for (std::size_t i = 0; i < a.size(); ++i) {
+    std::size_t corner = row[0]++;
+    for (std::size_t j = 0; j < b.size(); ++j) {
+      const std::size_t changed = corner + (a[i] == b[j] ? 0 : 1);
+      corner = row[j + 1];
+      row[j + 1] = std::min({changed, corner + 1, row[j] + 1});
+    }
+  }
+  return row.back();
+}
+
+/// The end of a path with as many names as the other text has.
+std::string EndLike(const std::string& path, const std::string& name) {
+  auto slashes = std::ranges::count(name, '/');
+  std::size_t at = path.size();
+  while (at > 0 && (path[at - 1] != '/' || slashes-- > 0)) --at;
+  return path.substr(at);
+}
+
+std::string Nearest(const Listing& listing, const std::string& name) {
+  std::multimap<std::size_t, std::string> ranked;
+  for (const ListedValue& row : listing) {
+    const std::string path = row.Path();
+    ranked.emplace(Distance(Lower(EndLike(path, name)), name), path);
+  }
+  std::string nearest;
+  std::size_t count = 0;
+  for (auto at = ranked.begin(); at != ranked.end() && count < Offers; ++at, ++count) nearest += "\n  " + at->second;
+  return nearest;
+}
+
+/// `path`: of the row, in small letters.
+bool IsMeant(const ListedValue& row, const std::string& path, const std::string& name) {
+  if (path.ends_with(name)) return path.size() == name.size() || path[path.size() - name.size() - 1] == '/';
+  return row.page.size() + 1 + row.field.size() == name.size() && Lower(row.page + "/" + row.field) == name;
+}
+
+[[noreturn]] void Refuse(const ListedValue& row, const std::string& why) {
+  throw Failure(ExitStatus::DoesNotFit, row.Path() + " " + why);
+}
+
+std::string OneOf(const std::vector<std::string>& entries) {
+  std::string words;
+  for (const std::string& entry : entries) words += (words.empty() ? "" : ", ") + entry;
+  return "takes one of: " + words + ".";
+}
+
+void Choose(const ListedValue& row, const OptionButton&, const std::string& value) {
+  std::vector<std::string> captions;
+  for (Control* control : row.control->Siblings()) {
+    auto* const option = dynamic_cast<OptionButton*>(control);
+    if (!option) continue;
+    captions.push_back(option->Caption);
+    if (Lower(captions.back()) != Lower(value)) continue;
+    option->Value = true;
+    return;
+  }
+  Refuse(row, OneOf(captions));
+}
+
+void Choose(const ListedValue& row, ComboBox& list, const std::string& value) {
+  for (const std::string& entry : list.Entries()) {
+    if (Lower(entry) != Lower(value)) continue;
+    list.Text = std::string(entry);
+    return;
+  }
+  Refuse(row, OneOf(list.Entries()));
+}
+
+std::string WithoutUnit(const ListedValue& row, const std::string& value) {
+  const std::string unit = " " + row.unit;
+  return row.unit.empty() || !value.ends_with(unit) ? value : value.substr(0, value.size() - unit.size());
+}
+
+void SetControl(const ListedValue& row, const std::string& given) {
+  const std::string value = WithoutUnit(row, given);
+  if (!row.control->Enabled) Refuse(row, "can't be changed with the other values as they are.");
+  if (auto* text = dynamic_cast<TextBox*>(row.control)) {
+    text->Text = value;
+  } else if (auto* list = dynamic_cast<ComboBox*>(row.control)) {
+    Choose(row, *list, value);
+  } else if (auto* check = dynamic_cast<CheckBox*>(row.control)) {
+    if (Lower(value) != "yes" && Lower(value) != "no") Refuse(row, OneOf({"Yes", "No"}));
+    check->Value = Lower(value) == "yes" ? 1 : 0;
+  } else if (const auto* option = dynamic_cast<OptionButton*>(row.control)) {
+    Choose(row, *option, value);
+  } else {
+    Refuse(row, "follows from other fields.");
+  }
+}
+
+std::pair<const Frame*, int> RowOf(const Control& cell) { return {cell.Parent(), cell.Index().value_or(0)}; }
+
+}  // namespace
+
+Assignment ParseAssignment(const std::string& text) {
+  const std::size_t equals = text.find('=');
+  if (equals != std::string::npos && equals > 0) return {text.substr(0, equals), text.substr(equals + 1)};
+  throw Failure(ExitStatus::WrongUsage, "\"" + text + "\" sets nothing. Write \"Page/Field=value\".");
+}
+
+std::size_t FindField(const Listing& listing, const std::string& name) {
+  const std::string wanted = Lower(name);
+  std::vector<std::size_t> meant;
+  for (std::size_t i = 0; i < listing.size(); ++i) {
+    const std::string path = Lower(listing[i].Path());
+    if (path == wanted) return i;
+    if (IsMeant(listing[i], path, wanted)) meant.push_back(i);
+  }
+  if (meant.size() == 1) return meant[0];
+  if (meant.empty()) {
+    throw Failure(ExitStatus::WrongUsage, "There is no field " + name + ". Near to it:" + Nearest(listing, wanted));
+  }
+  std::string paths;
+  for (const std::size_t i : meant) paths += "\n  " + listing[i].Path();
+  throw Failure(ExitStatus::WrongUsage, "There is more than one field " + name + ":" + paths);
+}
+
+void SetFields(Program& program, const std::vector<Assignment>& assignments) {
+  const Listing listing = program.Wizard().List();
+  std::map<std::size_t, const Assignment*> inOrder;
+  for (const Assignment& assignment : assignments) {
+    const std::size_t field = FindField(listing, assignment.field);
+    if (inOrder.emplace(field, &assignment).second) continue;
+    throw Failure(ExitStatus::WrongUsage, listing[field].Path() + " is set twice.");
+  }
+  struct Row {
+    const Control* control = nullptr;  // one of its cells
+    RowCells texts;
+  };
+  std::map<std::pair<const Frame*, int>, Row> rows;
+  for (const auto& [field, assignment] : inOrder) {
+    const Control& control = *listing[field].control;
+    if (!HasEditor(control)) continue;
+    Row& row = rows[RowOf(control)];
+    row.control = &control;
+    row.texts[control.Name()] = assignment->value;
+  }
+  // One act for all fields: behind each one the wizard looks at all of its values.
+  program.Act(
+      [&] {
+        for (const auto& [field, assignment] : inOrder) {
+          const ListedValue& row = listing[field];
+          if (row.value != assignment->value && !HasEditor(*row.control)) SetControl(row, assignment->value);
+        }
+      },
+      ExitStatus::DoesNotFit);
+  for (const auto& [place, cells] : rows) EditRow(program, *cells.control, cells.texts);
+}
+
+void SaveEdited(World& world, const std::string& file, const std::vector<Assignment>& assignments,
+                const std::string& output) {
+  const TemporaryFolder folder;
+  const std::string edited = folder.path + "/edited.cfg";
+  {
+    Program program(world, TargetOfFile(file));
+    program.OpenWizard();
+    program.Open(file);
+    SetFields(program, assignments);
+    program.GoToApply();
+    program.Save(edited);
+  }
+  // A text that is no number can become 0 on its way.
+  const Listing kept = LoadFile(world, edited).listing;
+  for (const Assignment& assignment : assignments) {
+    const ListedValue& row = kept[FindField(kept, assignment.field)];
+    if (!row.shown && !assignment.value.empty()) Refuse(row, "does not show with the other values as they are.");
+    if (Lower(row.value) == Lower(WithoutUnit(row, assignment.value))) continue;
+    Refuse(row, "would become \"" + ToUtf8(row.value) + "\" and not \"" + assignment.value + "\".");
+  }
+  Store(output, ContentOf(edited));
+}
+
+}  // namespace vk32

@@ -1,0 +1,30 @@
+// Fields of a configuration, found and set by the names of the listing.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "cli/Program.h"
+#include "listing/Listing.h"
+
+namespace vk32 {
+
+struct Assignment {
+  std::string field;  // "Page/Group/Field", in any case; the pages and groups before it may be left out
+  std::string value;
+};
+
+/// From "Page/Field=value". Failure if there is no "=".
+Assignment ParseAssignment(const std::string& text);
+/// The row that is meant. Failure, with the nearest names, if that is none or more than one.
+std::size_t FindField(const Listing& listing, const std::string& name);
+/// In the order of the pages, as a later field can depend on an earlier one. Failure if a field does not take its
+/// value.
+void SetFields(Program& program, const std::vector<Assignment>& assignments);
+
+/// Opens a file, sets fields and saves the result as `output`. Failure, and nothing saved, if the result would not have
+/// each value as it was given.
+void SaveEdited(World& world, const std::string& file, const std::vector<Assignment>& assignments,
+                const std::string& output);
+
+}  // namespace vk32

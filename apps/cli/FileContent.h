@@ -1,0 +1,27 @@
+// Whole files, and a folder for those that are on their way.
+#pragma once
+
+#include <string>
+
+#include "cli/World.h"
+
+namespace vk32 {
+
+// Each is a Failure with words for the user if it can't be done.
+
+std::string ContentOf(const std::string& path);
+/// The place holds the old file or the new one, never a part.
+void Store(const std::string& path, const std::string& content);
+void MakeFolder(const std::string& path);
+
+/// Goes with all that is in it.
+struct TemporaryFolder {
+  TemporaryFolder();
+  ~TemporaryFolder();
+  TemporaryFolder(const TemporaryFolder&) = delete;
+  TemporaryFolder& operator=(const TemporaryFolder&) = delete;
+
+  std::string path;
+};
+
+}  // namespace vk32

@@ -1,0 +1,19 @@
+// Rows of the tables that are made in an editor of their own: routes and maps.
+#pragma once
+
+#include <map>
+#include <string>
+
+#include "cli/Program.h"
+
+namespace vk32 {
+
+/// New texts of a row's cells, by the names of their labels.
+using RowCells = std::map<std::string, std::string>;
+
+/// Whether the cell's row has an editor.
+bool HasEditor(const Control& cell);
+/// Changes the row, or adds it behind the last one. `cell`: one of the row. Failure if the editor does not take it.
+void EditRow(Program& program, const Control& cell, const RowCells& cells);
+
+}  // namespace vk32

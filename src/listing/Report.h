@@ -1,0 +1,28 @@
+// The report of a configuration for a plant's documents.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "listing/Listing.h"
+
+namespace vk32 {
+
+/// The texts of controls are bytes of Latin-1.
+std::string ToUtf8(std::string_view bytes);
+/// Without what no row shows: the rows of a table that are empty, and what its page doesn't show.
+Listing ForReading(Listing listing);
+
+/// In UTF-8.
+struct ReportHead {
+  std::string product, model;  // the model may be empty
+  std::string source;          // "COM3", or a file's name
+  std::string date;
+  std::string program;  // with its version
+};
+
+/// One HTML file that needs no other, made to be printed on A4 or Letter. Reports of equal values are equal but for the
+/// lines of date and source.
+std::string HtmlReport(const ReportHead& head, const Listing& listing);
+
+}  // namespace vk32

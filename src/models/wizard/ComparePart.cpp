@@ -1,0 +1,69 @@
+// What the pages show, beside what a device or a file holds.
+#include "models/wizard/ComparePart.h"
+
+#include <filesystem>
+
+#include "core/Convert.h"
+#include "listing/CompareForm.h"
+#include "models/wizard/WizardForm.h"
+#include "shell/Subs.h"
+
+namespace vk32 {
+namespace {
+
+constexpr Purpose Comparing{"The comparison with the configuration",
+                            "Wait until it has ended, or end it by CANCEL in the wizard."};
+
+}  // namespace
+
+ComparePart::ComparePart(WizardForm& wizard, App& app, Frame& applyFrame)
+    : wizard_(wizard), app_(app), page_(applyFrame), CompareDialog(wizard, "CompareDialog") {}
+
+WizardKind ComparePart::Kind() const { return {app_.globals.CurrentProduct, app_.globals.CurrentModel}; }
+
+void ComparePart::Stop() {
+  if (const auto reading = reading_.lock()) reading->Stop();
+}
+
+std::optional<Listing> ComparePart::ReadDevice(const Conversation& conversation) {
+  ShowConfigureReminder(app_);
+  if (conversation.IsOver()) return std::nullopt;
+  const std::shared_ptr<Elsewhere> elsewhere = app_.lookElsewhere();
+  reading_ = elsewhere;
+  auto read = elsewhere->ReadDevice("COM" + Str(conversation.port), Kind());
+  if (conversation.IsOver()) return std::nullopt;
+  if (!read) {
+    app_.forms.MsgBox("The configuration of the " + conversation.product + " could not be read.\r\n" + elsewhere->Why(),
+                      MessageIcon::Critical, "Error!");
+  }
+  return read;
+}
+
+void ComparePart::CompareDeviceCmd_Click() {
+  const auto conversation = Conversation::Begin(app_, wizard_, Comparing);
+  if (!conversation) return;
+  auto read = ReadDevice(*conversation);
+  if (!read) return;
+  const std::string time = app_.forms.dispatcher.Loop().TimeOfDay();
+  CompareForm::Show(app_, wizard_.ShownSide(),
+                    {"On COM" + Str(conversation->port), "read at " + time, std::move(*read)});
+}
+
+void ComparePart::CompareFileCmd_Click() {
+  const std::string product = app_.globals.CurrentProduct;
+  CompareDialog.Prepare("Select Configuration File",
+                        product + " Configuration Files (*.cfg)|*.cfg|All Files (*.*)|*.*");
+  CompareDialog.ShowOpen();
+  const std::string path = CompareDialog.FileName;
+  if (path.empty() || !wizard_.IsLoaded()) return;
+  const auto elsewhere = app_.lookElsewhere();
+  auto read = elsewhere->ReadFile(path, Kind());
+  if (!read) {
+    app_.forms.MsgBox(elsewhere->Why(), MessageIcon::Critical, "Error!");
+    return;
+  }
+  CompareForm::Show(app_, wizard_.ShownSide(),
+                    {"In the file", std::filesystem::path(path).filename(), std::move(*read)});
+}
+
+}  // namespace vk32
