@@ -7,7 +7,7 @@ set(packaging ${CMAKE_CURRENT_SOURCE_DIR})
 
 file(GLOB pages CONFIGURE_DEPENDS ${manual}/*.adoc)
 add_custom_command(OUTPUT ${made}/manual/index.html
-  COMMAND ${ASCIIDOCTOR} -a nofooter -a reproducible -D ${made}/manual ${pages}
+  COMMAND ${ASCIIDOCTOR} -a nofooter -a webfonts! -a reproducible -D ${made}/manual ${pages}
   DEPENDS ${pages} VERBATIM)
 set(outputs ${made}/manual/index.html)
 
