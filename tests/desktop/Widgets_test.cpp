@@ -1,9 +1,11 @@
 // The widgets follow their controls, and the user's hands on them reach the handlers.
 #include <QClipboard>
 #include <QComboBox>
+#include <QContextMenuEvent>
 #include <QCoreApplication>
 #include <QGuiApplication>
 #include <QLineEdit>
+#include <QMenu>
 #include <QPointer>
 #include <QProgressBar>
 #include <QScrollBar>
@@ -43,8 +45,13 @@ TEST_F(WidgetsTest, PropertiesAreFollowed) {
   EXPECT_EQ(As<LabelWidget>(form.SlotLbl[1]).Tip(), "");
   const Qt::WindowFlags flags = WindowOf(form).windowHandle()->flags();
   EXPECT_EQ(flags & (Qt::WindowCloseButtonHint | Qt::WindowMinimizeButtonHint), Qt::WindowMinimizeButtonHint);
-  form.StepLbl.ForeColor = StepOther;
-  Settle();
+  for (const Color color : {StepCurrent, StepOther}) {
+    form.StepLbl.ForeColor = color;
+    Settle();
+    const bool current = color == StepCurrent;
+    EXPECT_EQ(WidgetOf(form.StepLbl).accessibleDescription(), current ? "current step" : "");
+    EXPECT_EQ(WindowOf(form).accessibleDescription(), current ? "Welcome / Open Configuration" : "");
+  }
   const QImage step = Picture(form.StepLbl);
   screen.ShowHighContrast(true);
   EXPECT_NE(Picture(form.StepLbl), step);
@@ -88,7 +95,7 @@ TEST_F(WidgetsTest, AChoiceThatWaitsIsMadeByAClickElsewhereAndDroppedForTheForms
 }
 
 TEST_F(WidgetsTest, TheWheelScrollsAndChangesNoClosedList) {
-  const auto turn = [](QWidget& widget, QPointF at, int angle) {
+  const auto turn = [this](QWidget& widget, QPointF at, int angle) {
     QWheelEvent event(at, widget.mapToGlobal(at), {}, {0, angle}, Qt::NoButton, {}, Qt::NoScrollPhase, false);
     QCoreApplication::sendEvent(&widget, &event);
     Settle();
@@ -175,6 +182,41 @@ TEST_F(WidgetsTest, AFormThatIsLargerThanItsScreenScrollsToWhatHasTheFocus) {
     const QRect place(WidgetOf(*control).mapTo(&window, QPoint()), WidgetOf(*control).size());
     EXPECT_TRUE(window.rect().contains(place)) << control->Name();
   }
+  const int top = WidgetOf(form.FirstFrame).y();
+  WidgetOf(form.NameTxt).setFocus();
+  PressIn(form, Qt::Key_PageDown, Qt::ControlModifier);
+  EXPECT_EQ(WidgetOf(form.FirstFrame).y(), 480 - 560 + 48);
+  PressIn(form, Qt::Key_PageUp, Qt::ControlModifier);
+  EXPECT_EQ(WidgetOf(form.FirstFrame).y(), top);
+}
+
+TEST_F(WidgetsTest, WindowsOpenOverTheOneBeforeAndInsideTheScreen) {
+  const struct {
+    FormStyle style;
+    Qt::WindowType type;
+    bool minimizes, modal;
+  } rows[] = {{FormStyle::Window, Qt::Dialog, true, false},  // X knows an owner of dialogs alone
+              {FormStyle::Dialog, Qt::Dialog, false, false},
+              {FormStyle::Modal, Qt::Dialog, false, true},
+              {FormStyle::Splash, Qt::SplashScreen, false, false}};
+  const auto isNear = [](QPoint a, QPoint b) { return (a - b).manhattanLength() < 8; };  // a frame is between them
+  for (const auto& row : rows) {
+    SCOPED_TRACE(static_cast<int>(row.style));
+    app.forms.Register("Other", [&] { return std::make_shared<EveryControl>(app.forms, "Other", row.style); });
+    WindowOf(form).move(120, 150);
+    Form& other = Show("Other");
+    const QWindow& window = *WindowOf(other).windowHandle();
+    EXPECT_EQ(window.type(), row.type);
+    EXPECT_EQ(window.flags().testFlag(Qt::WindowMinimizeButtonHint), row.minimizes);
+    EXPECT_EQ(window.modality() != Qt::NonModal, row.modal);
+    EXPECT_EQ(window.transientParent() != nullptr, row.style != FormStyle::Splash);
+    EXPECT_TRUE(isNear(WindowOf(other).pos(), {120, 150}));
+    WindowOf(form).move(900, -200);
+    for (const bool shown : {false, true}) other.Visible = shown, Settle();
+    EXPECT_TRUE(isNear(WindowOf(other).geometry().topRight(), {1599, 32}));
+    app.forms.Unload("Other");
+    Settle();
+  }
 }
 
 TEST_F(WidgetsTest, AWindowThatIsClosedAsksItsFormAndOutlivesTheHandler) {
@@ -230,6 +272,19 @@ TEST_F(WidgetsTest, TheTerminalWrapsFollowsTheEndAndSendsEveryKey) {
   Press(terminal, Qt::Key_C, Shortcut);
   Press(terminal, Qt::Key_V, Shortcut);
   EXPECT_EQ(keys, "\r\x1Bshort\rline");
+  MouseDown(terminal, {8, 8});
+  for (const char* word : {"Copy", "All", "Copy", "Paste"}) {
+    QContextMenuEvent event(QContextMenuEvent::Mouse, {8, 8}, terminal.mapToGlobal(QPoint(8, 8)));
+    QCoreApplication::sendEvent(&terminal, &event);
+    auto& menu = dynamic_cast<QMenu&>(*QApplication::activePopupWidget());
+    for (QAction* action : menu.actions()) {
+      if (action->text().contains(word)) action->trigger();
+    }
+    menu.close();
+    Settle();
+  }
+  EXPECT_EQ(QGuiApplication::clipboard()->text(), "short\nline");
+  EXPECT_EQ(keys.substr(12), "short\rline");
 }
 
 }  // namespace
