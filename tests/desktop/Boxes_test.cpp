@@ -59,14 +59,16 @@ TEST_F(BoxesTest, TheTextStandsAsItIsWithItsBlanks) {
 }
 
 TEST_F(BoxesTest, DetailsAreThereToBeCopiedAndTheFormBelowWaitsForTheUser) {
-  const QString details = "COM3: <nothing> came.\nSent last: 06";
+  const QString details = "COM3: <nothing> came.\nSent last:" + QString(" 06").repeated(99);
   form.Busy = true;
+  Settle();
+  EXPECT_EQ(WindowOf(form).cursor().shape(), Qt::WaitCursor);
   Ask({"Failed", MessageIcon::Critical, "VK32", MessageButtons::OK, false, details.toStdString()},
       [&](MessageBox& box) {
         EXPECT_EQ(WindowOf(form).cursor().shape(), Qt::ArrowCursor);
         auto* copy = box.findChildren<QPushButton*>().front();
         const QRect lines = box.findChild<QLabel*>()->geometry();
-        EXPECT_TRUE(box.TextPlace().bottom() < lines.top() && lines.bottom() < copy->y() && lines.height() > 30);
+        EXPECT_TRUE(box.TextPlace().bottom() < lines.top() && lines.bottom() < copy->y() && lines.height() > 60);
         Press(*copy, Qt::Key_Space, {}, " ");
         EXPECT_EQ(QGuiApplication::clipboard()->text(), details);
         Press(box, Qt::Key_Escape);

@@ -22,6 +22,7 @@ TEST_F(ReaderTest, ControlsAreToldByRoleNameStateAndText) {
       {form.NameLbl, StaticText, "Name", ""},
       {form.SiteLbl, Link, "www.norvanta.example", ""},
       {form.LogLbl, StaticText, "", ""},
+      {form.LineLbl, StaticText, "COM3, /dev/ttyS2, free", ""},
       {form.SlotLbl[1], Cell, "7", ""},
       {form.IconImg, Graphic, "VK32", ""},
       {form.MarkFrame, Client, "", ""},
@@ -41,6 +42,14 @@ TEST_F(ReaderTest, ControlsAreToldByRoleNameStateAndText) {
     EXPECT_EQ(told.text(QAccessible::Value).toStdString(), value) << control.Name();
     EXPECT_EQ(told.state().invisible, &control == &form.LogLbl || &control == &form.MarkFrame) << control.Name();
   }
+}
+
+TEST_F(ReaderTest, SignsAndLinesSayHowTheyStand) {
+  form.IconImg.Picture = Symbol::Tick;
+  form.LineLbl.Chosen = true;
+  Settle();
+  EXPECT_EQ(Of(form.IconImg).text(QAccessible::Name), "Done");
+  EXPECT_EQ(Of(form.LineLbl).text(QAccessible::Description), "chosen");
 }
 
 TEST_F(ReaderTest, ListsAreOpenedAndLinksPressed) {
@@ -80,6 +89,7 @@ TEST_F(ReaderTest, TablesHaveRowsColumnsAndAChoice) {
   for (const auto& [row, column] : {std::pair(-1, 0), {8, 0}, {0, -1}, {0, 2}}) EXPECT_FALSE(table.cellAt(row, column));
   WidgetOf(form.TableFrame).setFocus();
   EXPECT_TRUE(table.selectRow(2));
+  EXPECT_FALSE(table.selectColumn(0) || table.unselectRow(2) || table.unselectColumn(0) || table.isColumnSelected(0));
   table.selectRow(8);  // there is none
   Settle();
   EXPECT_EQ(form.TableFrame.Row, 3);
@@ -94,13 +104,13 @@ TEST_F(ReaderTest, TheTerminalsTextIsReadAndSelectedByPosition) {
   form.SecondFrame.Visible = true;
   Settle();
   QAccessibleTextInterface& text = *Of(form.Term).textInterface();
-  EXPECT_EQ(text.text(9, 13) + QString::number(text.characterCount()), "ine 350");
+  EXPECT_EQ(text.text(0, 5) + QString::number(text.characterCount()), "line 350");
   EXPECT_EQ(text.cursorPosition(), 350);
   EXPECT_EQ(text.selectionCount(), 0);
-  text.setSelection(0, 9, 13);
+  text.setSelection(0, 0, 13);
   int from = 0, to = 0;
   text.selection(0, &from, &to);
-  EXPECT_EQ(from * 100 + to, 913);
+  EXPECT_EQ(from * 100 + to, 13);
   EXPECT_EQ(text.selectionCount(), 1);
   for (const int position : {0, 9, 345}) {
     text.scrollToSubstring(position, position + 1);

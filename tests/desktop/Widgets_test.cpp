@@ -14,6 +14,7 @@
 
 #include "DesktopTest.h"
 #include "LabelWidget.h"
+#include "ListWidget.h"
 #include "TerminalWidget.h"
 
 namespace vk32 {
@@ -42,7 +43,16 @@ TEST_F(WidgetsTest, PropertiesAreFollowed) {
   EXPECT_EQ(As<QLineEdit>(form.NameTxt).text(), QString::fromLatin1("h\xE9"));
   EXPECT_EQ(WindowOf(form).windowTitle(), "New title");
   EXPECT_EQ(As<LabelWidget>(form.AreaLbl[1]).Tip(), "a text that its cell can't hold");
-  EXPECT_EQ(As<LabelWidget>(form.SlotLbl[1]).Tip(), "");
+  EXPECT_EQ(As<LabelWidget>(form.SlotLbl[1]).Tip() + As<LabelWidget>(form.LineLbl).Tip(), "");
+  const QString line = "COM3, /dev/serial/by-id/usb-a-name-of-some-length, free";
+  form.FlagChk.Height = form.LineLbl.Height;
+  form.FlagChk.Caption = std::string(99, 'x');
+  form.LineLbl.Caption = line.toStdString().replace(4, 2, "\t").replace(line.size() - 7, 2, "\t");
+  for (Frame* frame : {static_cast<Frame*>(&form.TableFrame), &form.HeadFrame}) {
+    for (const bool shown : {false, true}) frame->Visible = shown, Settle();
+  }
+  EXPECT_EQ(As<LabelWidget>(form.LineLbl).Tip(), line);
+  EXPECT_EQ(dynamic_cast<ControlWidget&>(WidgetOf(form.FlagChk)).Tip(), QString(99, 'x'));
   const Qt::WindowFlags flags = WindowOf(form).windowHandle()->flags();
   EXPECT_EQ(flags & (Qt::WindowCloseButtonHint | Qt::WindowMinimizeButtonHint), Qt::WindowMinimizeButtonHint);
   for (const Color color : {StepCurrent, StepOther}) {
@@ -67,6 +77,9 @@ TEST_F(WidgetsTest, FieldsShowWhatTheFormMakesOfWhatWasEntered) {
   form.NameTxt.OnKeyPress = [](char key) { return key >= '0' && key <= '9'; };
   Type(field, "1x2");
   EXPECT_EQ(field.text(), "a12");
+  field.setSelection(0, 2);
+  Type(field, "7");
+  EXPECT_EQ(field.text() + QString::number(field.cursorPosition()), "721");
   auto& list = As<QComboBox>(form.PortCbo);
   form.PortCbo.OnClick = Handler([this] { form.PortCbo.Show("None"); });
   Press(list, Qt::Key_Down);
@@ -75,6 +88,20 @@ TEST_F(WidgetsTest, FieldsShowWhatTheFormMakesOfWhatWasEntered) {
   list.showPopup();
   EXPECT_EQ(list.itemText(1) + list.itemData(1, Qt::ToolTipRole).toString(), "Bbehind B");
   list.hidePopup();
+  form.PortCbo.Notes = {{"free", false}, {"in use", true}};
+  Settle();
+  EXPECT_EQ(list.itemData(1, Qt::UserRole).toString(), "in use");
+  EXPECT_TRUE(list.itemData(1, Qt::ForegroundRole).isValid() && !list.itemData(0, Qt::ForegroundRole).isValid());
+  EXPECT_EQ(As<ListWidget>(form.PortCbo).ListWidth(), list.width());
+  form.PortCbo.ListWidth = 4500;
+  EXPECT_EQ(As<ListWidget>(form.PortCbo).ListWidth(), 300);
+  const QImage open = Picture(form.PortCbo);
+  form.PortCbo.Locked = form.FreeCbo.Locked = form.NameTxt.Locked = true;
+  Settle();
+  EXPECT_NE(Picture(form.PortCbo), open) << "no arrow invites to what can't be done";
+  list.showPopup(), Press(list, Qt::Key_Down), Type(field, "7"), Type(WidgetOf(form.FreeCbo), "7");
+  EXPECT_FALSE(QApplication::activePopupWidget());
+  EXPECT_EQ(form.TakeLog(), "name:a name:a name:a1 name:a12 name:72 ");
 }
 
 TEST_F(WidgetsTest, AChoiceThatWaitsIsMadeByAClickElsewhereAndDroppedForTheForms) {
@@ -113,7 +140,7 @@ TEST_F(WidgetsTest, TheWheelScrollsAndChangesNoClosedList) {
   for (const int top : {first - 3, first - 6, 0}) {
     if (top == 0) form.Term.Text = "0\r\n1";
     Settle();
-    turn(terminal, {5, 5}, 120);
+    for (const int half : {60, 60}) turn(terminal, {5, 5}, half);
     EXPECT_TRUE(terminal.VisibleText().startsWith(QString::number(top) + "\n")) << top;
   }
 }
@@ -140,6 +167,14 @@ TEST_F(WidgetsTest, TheMouseReachesWhatWantsItOrElseTheForm) {
   const Controls clicked{&form.BareLbl, &form.SiteLbl, &form.NameLbl, &form.FlagChk, &form.TwoOpt, &form.OffOpt};
   for (const Control* control : clicked) Click(*control);
   EXPECT_EQ(form.TakeLog(), "label down up site form flag:1 two ");
+  // Elsewhere, or by another button, a press is none.
+  for (QWidget* widget : {&WidgetOf(form.SiteLbl), static_cast<QWidget*>(&WindowOf(form)), &WidgetOf(form.BareLbl)}) {
+    MouseDown(*widget, {5, 5}), MouseDown(*widget, {5, 5}, Qt::RightButton);
+    MouseUp(*widget, {5, 5}, Qt::RightButton), MouseUp(*widget, {-9, 5});
+    MouseDown(*widget, {5, 5}, Qt::RightButton), MouseUp(*widget, {5, 5}, Qt::RightButton);
+  }
+  MouseDown(WidgetOf(form.TableFrame), {5, 5}, Qt::RightButton);
+  EXPECT_EQ(form.TakeLog() + form.TableFrame.Row.AsText(), "down up down up 0");
   EXPECT_FALSE(As<QAbstractButton>(form.OneOpt).isChecked());
   EXPECT_EQ(WidgetOf(form.SiteLbl).cursor().shape(), Qt::PointingHandCursor);
   As<QAbstractButton>(form.FlagChk).toggle();  // as assistive technology does
@@ -150,21 +185,35 @@ TEST_F(WidgetsTest, TheMouseReachesWhatWantsItOrElseTheForm) {
 
 TEST_F(WidgetsTest, AButtonIsPressedByEveryMouseButtonButClickedByTheLeftOneInside) {
   QWidget& button = WidgetOf(form.NextCmd);
-  const QImage raised = Picture(form.NextCmd);
-  for (const auto mouse : {Qt::RightButton, Qt::LeftButton}) {
-    MouseDown(button, {5, 5}, mouse);
-    EXPECT_NE(Picture(form.NextCmd), raised);
-    MouseUp(button, {mouse == Qt::LeftButton ? -20 : 5, 5}, mouse);
-    EXPECT_EQ(Picture(form.NextCmd), raised) << "up restores wherever the pointer went";
+  for (const Control* control : std::vector<const Control*>{&form.NextCmd, &form.AddCmd}) {
+    QWidget& held = WidgetOf(*control);
+    const QImage raised = Picture(*control);
+    for (const auto mouse : {Qt::RightButton, Qt::LeftButton}) {
+      MouseDown(held, {5, 5}, mouse), MouseDown(held, {5, 5}, Qt::MiddleButton),
+          MouseUp(held, {5, 5}, Qt::MiddleButton);
+      Settle();
+      EXPECT_NE(Picture(*control), raised);
+      MouseUp(held, {mouse == Qt::LeftButton ? -20 : 5, 5}, mouse);
+      Settle();
+      EXPECT_EQ(Picture(*control), raised) << "up restores wherever the pointer went";
+    }
+    held.setFocus();
+    SendKey(held, QEvent::KeyPress, Qt::Key_Space, {}, " ");
+    EXPECT_NE(Picture(*control), raised);
+    SendKey(held, QEvent::KeyRelease, Qt::Key_Return, {}, "\r");
+    WidgetOf(form.NameTxt).setFocus();
+    EXPECT_EQ(Picture(*control), raised) << "so does leaving it";
+    SendKey(held, QEvent::KeyRelease, Qt::Key_Space, {}, " ");
   }
   MouseDown(button, {5, 5});
+  MouseDown(WidgetOf(form.SiteLbl), {5, 5});
   app.forms.dispatcher.Dispatch([this] {
     const BoxWatcher boxes;
     app.forms.MsgBox("A timer has something to say", MessageIcon::None);
     EXPECT_EQ(form.NextCmd.Picture.Value(), 111) << "the box has taken the mouse from it";
   });
   MouseUp(button, {5, 5});
-  EXPECT_EQ(form.TakeLog(), "");
+  EXPECT_EQ(form.TakeLog(), "down up ");
   MouseDown(button, {5, 5});
   form.NextCmd.Visible = false;
   Settle();
@@ -188,6 +237,10 @@ TEST_F(WidgetsTest, AFormThatIsLargerThanItsScreenScrollsToWhatHasTheFocus) {
   EXPECT_EQ(WidgetOf(form.FirstFrame).y(), 480 - 560 + 48);
   PressIn(form, Qt::Key_PageUp, Qt::ControlModifier);
   EXPECT_EQ(WidgetOf(form.FirstFrame).y(), top);
+  QWheelEvent wheel({5, 5}, window.mapToGlobal(QPointF(5, 5)), {}, {0, -120}, Qt::NoButton, {}, Qt::NoScrollPhase,
+                    false);
+  QCoreApplication::sendEvent(&window, &wheel);
+  EXPECT_LT(WidgetOf(form.FirstFrame).y(), top);
 }
 
 TEST_F(WidgetsTest, WindowsOpenOverTheOneBeforeAndInsideTheScreen) {
@@ -253,9 +306,13 @@ TEST_F(WidgetsTest, TheTerminalWrapsFollowsTheEndAndSendsEveryKey) {
   EXPECT_TRUE(terminal.VisibleText().endsWith("\n20")) << "the user reads on where he is";
   Press(terminal, Qt::Key_PageDown);
   EXPECT_TRUE(terminal.VisibleText().endsWith("\n40"));
-  form.Term.Text = "short\r\nline";
+  form.Term.Text = "a\tb\r\rshort\r\nline";
+  WidgetOf(form.NextCmd).setFocus();
   Settle();
-  EXPECT_EQ(terminal.VisibleText(), "short\nline");
+  EXPECT_EQ(terminal.VisibleText(), "a b  short\nline");
+  form.Term.Text = "short\r\nline";
+  terminal.setFocus();
+  Settle();
 
   std::string keys;
   form.Term.OnKeyPress = [&](char key) { return keys += key, false; };
