@@ -1,4 +1,4 @@
-# The manual from docs/manual, and what is made from the programs' own --help: man pages and completions.
+# The manual from docs/manual with its pictures, and what is made from the programs' own --help: man pages and completions.
 find_program(ASCIIDOCTOR asciidoctor REQUIRED)
 
 set(made ${CMAKE_CURRENT_BINARY_DIR})
@@ -6,10 +6,18 @@ set(manual ${PROJECT_SOURCE_DIR}/docs/manual)
 set(packaging ${CMAKE_CURRENT_SOURCE_DIR})
 
 file(GLOB pages CONFIGURE_DEPENDS ${manual}/*.adoc)
+file(GLOB scripts CONFIGURE_DEPENDS ${manual}/pictures/*.vks)
+# Drawn by the program as it is now.
+add_custom_command(OUTPUT ${made}/pictures.stamp
+  COMMAND ${CMAKE_COMMAND} -E rm -rf ${made}/manual/pictures
+  COMMAND ${CMAKE_COMMAND} -E make_directory ${made}/manual/pictures
+  COMMAND vk32-manual-pictures ${made}/manual/pictures ${scripts}
+  COMMAND ${CMAKE_COMMAND} -E touch ${made}/pictures.stamp
+  DEPENDS ${scripts} vk32-manual-pictures VERBATIM)
 add_custom_command(OUTPUT ${made}/manual/index.html
-  COMMAND ${ASCIIDOCTOR} -a nofooter -a webfonts! -a reproducible -D ${made}/manual ${pages}
+  COMMAND ${ASCIIDOCTOR} -a nofooter -a webfonts! -a reproducible -a imagesdir=pictures -D ${made}/manual ${pages}
   DEPENDS ${pages} VERBATIM)
-set(outputs ${made}/manual/index.html)
+set(outputs ${made}/pictures.stamp ${made}/manual/index.html)
 
 foreach(program vk32 vk32-cli vk32-script vk32-sim)
   set(options ${made}/options/${program}.txt)

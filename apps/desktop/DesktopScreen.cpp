@@ -18,6 +18,7 @@
 #include "MessageBox.h"
 #include "ProgramStyle.h"
 #include "Text.h"
+#include "app/ManualPages.h"
 #include "forms/Forms.h"
 #include "resources/Pictures.h"
 
@@ -27,14 +28,25 @@ namespace {
 /// Not at once: an event of the window, or of one of its controls, may still be on the stack.
 void DeleteLater(FormWindow* window) { window->deleteLater(); }
 
-/// Where it was installed, or where the program was built.
-QString ManualPath() {
+/// Where the manual was installed, or made with the program, or else where the program was built from. Empty if the
+/// page is nowhere.
+QString ManualPath(std::string_view page) {
   const QDir program(QCoreApplication::applicationDirPath());
-  for (const char* place : {"../share/doc/vk32/README.md", "../../README.md"}) {
-    const QFileInfo file(program, QLatin1String(place));
+  for (const char* place :
+       {"../share/doc/vk32/manual/%1.html", "packaging/manual/%1.html", "../../docs/manual/%1.adoc"}) {
+    const QFileInfo file(program, QString::fromLatin1(place).arg(QLatin1String(page.data(), page.size())));
     if (file.exists()) return file.canonicalFilePath();
   }
   return {};
+}
+
+std::string OpenManualPage(std::string_view page) {
+  const QString path = ManualPath(page);
+  if (path.isEmpty()) {
+    return "The manual is not installed. Its place is share/doc/vk32/manual beside the program's folder.";
+  }
+  if (QDesktopServices::openUrl(QUrl::fromLocalFile(path))) return {};
+  return "No program on this computer opens the manual. It is in the file\n" + path.toStdString();
 }
 
 }  // namespace
@@ -114,13 +126,19 @@ QWidget* DesktopScreen::ActiveWindow() const {
 }
 
 Answer DesktopScreen::Ask(const MessageBoxRequest& request) {
-  return MessageBox(request, theme_, ActiveWindow()).Ask();
+  MessageBox box(request, theme_, ActiveWindow());
+  box.onHelp = [this] {
+    if (const std::string reason = OpenManualPage(MessagesPage); !reason.empty()) Tell(reason);
+  };
+  return box.Ask();
+}
+
+void DesktopScreen::Tell(const std::string& reason) {
+  MessageBox({reason, MessageIcon::Exclamation, "VK32"}, theme_, QApplication::activeModalWidget()).Ask();
 }
 
 std::optional<std::string> DesktopScreen::AskFile(const FileDialogRequest& request) {
-  return AskForFile(request, folder_, ActiveWindow(), [this](const std::string& reason) {
-    MessageBox({reason, MessageIcon::Exclamation, "VK32"}, theme_, QApplication::activeModalWidget()).Ask();
-  });
+  return AskForFile(request, folder_, ActiveWindow(), [this](const std::string& reason) { Tell(reason); });
 }
 
 void DesktopScreen::OpenWebSite(const std::string& url) { QDesktopServices::openUrl(QUrl(FromWords(url))); }
@@ -129,13 +147,7 @@ void DesktopScreen::CopyText(const std::string& text) {
   QGuiApplication::clipboard()->setText(FromBytes(text).remove(u'\r'));
 }
 
-std::string DesktopScreen::OpenManual(const std::string&) {
-  const QString path = ManualPath();  // one page serves all forms
-  if (path.isEmpty())
-    return "The manual is not installed. Its place is share/doc/vk32/README.md beside the program's folder.";
-  if (QDesktopServices::openUrl(QUrl::fromLocalFile(path))) return {};
-  return "No program on this computer opens the manual. It is in the file\n" + path.toStdString();
-}
+std::string DesktopScreen::OpenManual(const std::string& form) { return OpenManualPage(ManualPage(form)); }
 
 void DesktopScreen::ShowHighContrast(bool high) {
   if (high == theme_.highContrast) return;

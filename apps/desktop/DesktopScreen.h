@@ -50,6 +50,8 @@ class DesktopScreen : public Screen {
   /// The window that the user is at, or nullptr.
   QWidget* ActiveWindow() const;
   void Leave(const QWidget& window);
+  /// A box on top of a box or a dialog.
+  void Tell(const std::string& reason);
 
   Theme theme_;
   std::vector<Opened> windows_;  // topmost last

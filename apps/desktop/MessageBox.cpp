@@ -191,6 +191,7 @@ void MessageBox::paintEvent(QPaintEvent*) {
 }
 
 void MessageBox::keyPressEvent(QKeyEvent* event) {
+  if (event->key() == Qt::Key_F1 && !event->isAutoRepeat()) return onHelp();
   // The bare letters of the buttons do as well.
   for (QPushButton* button : findChildren<QPushButton*>()) {
     const QString words = button->text();

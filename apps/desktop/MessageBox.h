@@ -4,6 +4,7 @@
 #include <QDialog>
 #include <QLabel>
 #include <QPushButton>
+#include <functional>
 
 #include "TextBlock.h"
 #include "forms/Screen.h"
@@ -21,6 +22,8 @@ class MessageBox : public QDialog {
 
   const TextBlock& Text() const { return text_; }
   QRect TextPlace() const;
+
+  std::function<void()> onHelp = [] {};  // F1
 
  protected:
   void paintEvent(QPaintEvent* event) override;

@@ -65,6 +65,7 @@ std::int32_t Conversation::CommRead(Bytes& data, std::int32_t maximum) {
 std::int32_t Conversation::CommWrite(const Bytes& data) {
   if (app.lateAnswers.count(port) > 0 && IsOpen()) DropLateAnswer();
   if (IsOver()) return -1;
+  sentLast_ = data;
   const std::int32_t left = app.comm.CommWrite(port, data, [this] { return IsOver(); });
   if (left < 0) exchange.PortFailed("has failed", app.comm.LastMessage());
   exchange.Sent(data, left);

@@ -54,6 +54,8 @@ class Conversation {
   std::int32_t CommWrite(const Bytes& data);
   /// The same, for the one message that is sent although the conversation is over.
   std::int32_t CommWriteLast(const Bytes& data);
+  /// The message of the last CommWrite.
+  const Bytes& SentLast() const { return sentLast_; }
 
   bool IsOpen() const;
   /// The port is open and its device is not there any more: the port is of use only once it has been opened anew.
@@ -84,6 +86,7 @@ class Conversation {
   const std::string settings_;
   bool ended_ = false;
   bool owed_ = false;
+  Bytes sentLast_;
 };
 
 /// True while a conversation is under way: the user has been told what goes on and how to end it. For whatever would

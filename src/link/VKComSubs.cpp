@@ -3,6 +3,8 @@
 
 #include <algorithm>
 #include <limits>
+#include <utility>
+#include <vector>
 
 #include "app/App.h"
 #include "core/Convert.h"
@@ -52,6 +54,50 @@ std::int32_t ReadUntilTimeOut(Conversation& conversation, Bytes& buffer, std::in
   return received;
 }
 
+/// Tells answers from a message that is repeated: a device in its recovery menu repeats what it is sent as keys, with
+/// texts of the menu between, and an adapter on two wires hears itself. The image or a count may hold a byte 6.
+class Echo {
+ public:
+  explicit Echo(Bytes message) : message_(std::move(message)) {}
+
+  /// Takes the next byte that has come. Once three have repeated the message, answers come behind all of it.
+  bool IsAnswer(char byte) {
+    const bool wasWhole = whole_;
+    Follow(byte);
+    if (run_ >= LeastRun && varied_) {
+      echoes_ = true;
+      whole_ = whole_ || std::find(places_.begin(), places_.end(), message_.size()) != places_.end();
+    }
+    return wasWhole || !echoes_;
+  }
+
+ private:
+  static constexpr int LeastRun = 3;  // not all the same, which noise may be
+
+  void Follow(char byte) {
+    std::vector<std::size_t> next;
+    for (const std::size_t place : places_) {
+      if (place < message_.size() && message_[place] == byte) next.push_back(place + 1);
+    }
+    ++run_;
+    varied_ = varied_ || byte != last_;
+    if (next.empty()) {
+      run_ = 1;
+      varied_ = false;
+      for (std::size_t at = 0; (at = message_.find(byte, at)) != Bytes::npos;) next.push_back(++at);
+    }
+    last_ = byte;
+    places_ = std::move(next);
+  }
+
+  const Bytes message_;
+  std::vector<std::size_t> places_;  // of the message, behind the bytes of the run
+  int run_ = 0;                      // how many bytes in a row stand in the message like that
+  bool varied_ = false;              // they are not all the same
+  char last_ = 0;
+  bool echoes_ = false, whole_ = false;  // the message is being repeated; its end has come
+};
+
 }  // namespace
 
 void SetTimeOutFlag(App& app, const Form& form) {
@@ -85,10 +131,15 @@ std::int32_t PollPort(Conversation& conversation, Bytes& chunk, std::int32_t max
 }
 
 Flag WaitForAck(Conversation& conversation) {
-  Bytes reply;
+  Echo echo(conversation.SentLast());
+  bool acknowledged = false;
   WaitUntil(
-      conversation, 0, [&] { return reply == Bytes(1, Ack); },
-      [&](const auto& over) { PollPort(conversation, reply, 1, over); });
+      conversation, 0, [&] { return acknowledged; },
+      [&](const auto& over) {
+        Bytes reply;
+        PollPort(conversation, reply, 1, over);
+        acknowledged = !reply.empty() && echo.IsAnswer(reply[0]) && reply[0] == Ack;
+      });
   return conversation.app.globals.TimeOutFlag;
 }
 

@@ -1,9 +1,11 @@
 // The told controls of all forms are what they have always been: their names, kinds, places and words. VK32_KEEP=FILE
-// writes them as they are now.
+// writes them as they are now. Each form has its page of the manual.
 #include <cstdlib>
+#include <filesystem>
 #include <fstream>
 #include <set>
 
+#include "app/ManualPages.h"
 #include "core/Convert.h"
 #include "script/Quoting.h"
 #include "support/Harness.h"
@@ -29,6 +31,8 @@ TEST(ToldForms, KeepTheirControls) {
     h.app.forms.Load("Configuration_VKRTX");  // the editors of its tables need it
     for (const std::string& name : h.app.forms.Names()) {
       const Form& form = h.app.forms.Load(name);
+      const std::string page = VK32_MANUAL "/" + std::string(ManualPage(name)) + ".adoc";
+      EXPECT_TRUE(std::filesystem::exists(page)) << name << ": " << page;
       for (const Control* control : form.Controls()) lines.insert(Line(form, *control));
     }
     h.app.forms.UnloadAll();

@@ -71,6 +71,24 @@ TEST_F(WaitTest, TakesWhatItAskedForWithinItsInterval) {
   EXPECT_EQ(h.app.globals.TimeOutFlag, FlagTrue);
 }
 
+TEST_F(WaitTest, NoAckIsInAMessageThatTheDeviceRepeats) {
+  // What is sent, what comes at 10 ms and at 20 ms, and when the wait ends.
+  const std::tuple<const char*, const char*, const char*, Time> rows[] = {
+      {"A5 CE 06 F5 06", "A5 CE", "06 F5 06", 3000ms},                      // all comes back, in pieces
+      {"A5 CE 06 F5 06", "A5 CE 06 F5 06", "06", 20ms},                     // and then the answer
+      {"4E 45 45 01 0D 06 07", "4E 45 45 01 0D 41 42", "06 07", 3000ms},    // parted by a text
+      {"4E 45 45 01 0D 06 07", "4E", "41 06", 20ms},                        // no more than chance
+      {"4E 45 45 00 00 00 07 06", "00 00 00", "06", 20ms},                  // noise
+      {"4E 45 45 45 06 07", "4E 45 45 45 4E 45 45 45 06 07", "06", 20ms}};  // begins anew
+  for (const auto& [message, first, second, end] : rows) {
+    device.says = {{h.loop.Now() + 10ms, FromHex(first)}, {h.loop.Now() + 20ms, FromHex(second)}};
+    Send(*talk, FromHex(message));
+    h.Elapsed();
+    WaitForAck(*talk);
+    EXPECT_EQ(h.Elapsed(), end) << message << ": " << first << " " << second;
+  }
+}
+
 TEST_F(WaitTest, ABoxThatWaitsForTheUserStopsNoClockAndLosesNoAnswer) {
   device.says = {{2000ms, "\x06"}};
   // A box of another form stands from the first second to the fifth: nobody reads the port.
