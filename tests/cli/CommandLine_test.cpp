@@ -125,12 +125,14 @@ TEST(CommandLine, StoppedAtAnyTimeItEndsTheConversation) {
   for (const auto& [command, moments] :
        {std::pair("read VK-RTX-DF1 --port COM3 -o %/b.cfg", std::vector{0ms, 20ms, 150ms}),
         {"write %/a.cfg --port COM3", {0ms, 20ms, 150ms}},
+        {"batch %/a.cfg %/t.csv --out %/out", {0ms}},
         {"firmware %/f.rom --port COM3", {0ms, 500ms, 2000ms, 3500ms}}}) {
     for (const Time moment : moments) {
       GatewayDevice paced("VK-RTX-DF1", {}, true);
       Cli cli(&good);
       cli.Run("read VK-RTX-DF1 --port COM3 -y -o %/a.cfg");
       std::filesystem::copy_file(VK32_EXAMPLES "/example.rom", cli.folder + "/f.rom");
+      std::ofstream(cli.folder + "/t.csv") << "Name,Message Timeout\na,5000\n";
       cli.driver.Plug("COM3", &paced);
       cli.world.console.waitForEnter = [&](const std::string&) { return moment > 0ms || (cli.world.Stop(), false); };
       const Alarm stop(cli.loop, moment, [&] { cli.world.Stop(); });
@@ -138,6 +140,24 @@ TEST(CommandLine, StoppedAtAnyTimeItEndsTheConversation) {
       EXPECT_EQ(cli.driver.WaitHandle(1), -1) << command;
       EXPECT_EQ(cli.Content("b.cfg"), "") << command;
     }
+  }
+}
+
+TEST(CommandLine, ATerminalShowsHowFarItIsEachStepOnce) {
+  GatewayDevice device("VK-RTX-DF1");
+  Cli cli(&device);
+  std::filesystem::copy_file(VK32_EXAMPLES "/example.rom", cli.folder + "/f.rom");
+  cli.world.console.showsProgress = true;
+  const std::pair<const char*, std::vector<std::string>> rows[] = {
+      {"read VK-RTX-DF1 --port COM3 -y -o %/a.cfg",
+       {"Reading from COM3: block 2 of 12\r", "\r\033[KThe VK-RTX on COM3"}},
+      {"firmware %/f.rom --port COM3 -y", {"\r\033[KErasing flash memory... 13 %\r", "\r\033[K/tmp/"}}};
+  for (const auto& [command, shown] : rows) {
+    EXPECT_EQ(cli.Run(command)[0], '0');
+    const std::string seen = cli.err.str();
+    for (const std::string& part : shown) EXPECT_NE(seen.find(part), std::string::npos) << part << seen;
+    const auto steps = Split(seen, '\r');
+    EXPECT_TRUE(std::ranges::adjacent_find(steps) == steps.end()) << seen;
   }
 }
 
@@ -178,6 +198,8 @@ TEST(CommandLine, FilesAreListedComparedAndChangedByTheNamesOfTheirFields) {
       {"diff %/rb2000 %/x", "1: 1 field differs.", "  - 17\n  + 3\n"},
       {"set %/vkrtx-modbus slot@1/modbus@start=40321 slot@1/data@type=Float -o %/x", "0: ", ""},
       {"diff %/vkrtx-modbus %/x --json", "1: 2 fields differ.", "\"left\": \"40001\",\n      \"right\": \"40321\""},
+      {"set %/vkrtx-modbus slot@1/address@range=2@-@9 slot@1/allen@bradley@datafile=9:17 -o %/x", "0: ", ""},
+      {"show %/x", "0: ", "Address Range: 2 - 9\n    Modbus Start: 40001\n    Allen Bradley Datafile: 9:17\n"},
       {"set %/vkrtx-df1 slot@3/source@port=Ethernet slot@3/destination@range@low=7 slot@3/destination@range@high=8 "
        "slot@3/destination@port=Ethernet slot@3/ip@address=10.0.0.9 -o %/x",
        "0: ", ""},

@@ -297,15 +297,17 @@ TEST_F(WidgetsTest, TheTerminalWrapsFollowsTheEndAndSendsEveryKey) {
   form.Term.Text = "\x01" + std::string(static_cast<std::size_t>(terminal.Columns()), 'x') + "\r\nlast";
   Settle();
   EXPECT_EQ(terminal.VisibleText(), QStringLiteral("\u00B7") + QString(terminal.Columns() - 1, 'x') + "\nx\nlast");
-  for (int line = 0; line < 40; ++line) form.Term.SetSelText("\r\n" + std::to_string(line));
+  for (int line = 0; line < 80; ++line) form.Term.SetSelText("\r\n" + std::to_string(line));
   Settle();
   EXPECT_EQ(terminal.VisibleText().split('\n').size(), terminal.VisibleRows());
-  EXPECT_TRUE(terminal.VisibleText().endsWith("\n39"));
+  EXPECT_TRUE(terminal.VisibleText().endsWith("\n79"));
   Press(terminal, Qt::Key_PageUp);
-  form.Term.SetSelText("\r\n40");
-  EXPECT_TRUE(terminal.VisibleText().endsWith("\n20")) << "the user reads on where he is";
-  Press(terminal, Qt::Key_PageDown);
-  EXPECT_TRUE(terminal.VisibleText().endsWith("\n40"));
+  form.Term.SetSelText("\r\n80");
+  EXPECT_TRUE(terminal.VisibleText().endsWith("\n56")) << "the user reads on where he is";
+  for (const char* last : {"\n79", "\n80"}) {
+    Press(terminal, Qt::Key_PageDown);
+    EXPECT_TRUE(terminal.VisibleText().endsWith(last));
+  }
   form.Term.Text = "a\tb\r\rshort\r\nline";
   WidgetOf(form.NextCmd).setFocus();
   Settle();
