@@ -86,6 +86,8 @@ TEST_F(ReaderTest, TablesHaveRowsColumnsAndAChoice) {
     EXPECT_EQ(place.rowIndex() * 2 + place.columnIndex(), i);
     EXPECT_EQ(place.rowHeaderCells(), QList{table.cellAt(i / 2, 0)});
   }
+  form.AreaLbl[8].Visible = false;
+  EXPECT_FALSE(table.cellAt(7, 1));
   for (const auto& [row, column] : {std::pair(-1, 0), {8, 0}, {0, -1}, {0, 2}}) EXPECT_FALSE(table.cellAt(row, column));
   WidgetOf(form.TableFrame).setFocus();
   EXPECT_TRUE(table.selectRow(2));
