@@ -103,6 +103,16 @@ TEST(CommandLine, WhatCanNotBeDoneIsToldByItsStatus) {
   const std::pair<std::string, const char*> rows[] = {
       {"", "2: "},
       {"read RB2000", "2: --port is required"},
+      {"write %/a.cfg", "2: --port is required"},
+      {"info VK5300", "2: --port is required"},
+      {"firmware %/f.rom", "2: --port is required"},
+      {"show", "2: SOURCE is required"},
+      {"diff %/a.cfg", "2: B is required"},
+      {"check", "2: FILE is required"},
+      {"set %/a.cfg -o %/x", "2: ASSIGNMENT is required"},
+      {"set %/a.cfg a=b", "2: --output is required"},
+      {"batch %/a.cfg", "2: TABLE is required"},
+      {"batch %/a.cfg %/a.csv", "2: Give --out DIR"},
       {"read RB9999 --port COM3 -y", "2: There is no product RB9999. Choose one of VK5300, "},
       {"read VK-RTX --port COM3 -y", "2: Which model of the VK-RTX?"},
       {"read RB2000 --port COM3", "2: You are asked to make the device ready"},
@@ -140,6 +150,23 @@ TEST(CommandLine, StoppedAtAnyTimeItEndsTheConversation) {
       EXPECT_EQ(cli.driver.WaitHandle(1), -1) << command;
       EXPECT_EQ(cli.Content("b.cfg"), "") << command;
     }
+  }
+}
+
+TEST(CommandLine, DevicesAreShown) {
+  GatewayDevice vk5300("VK5300"), rtx("VK-RTX-DF1");
+  Cli cli(&vk5300);
+  const std::tuple<const char*, GatewayDevice*, const char*> rows[] = {
+      {"info VK5300 --port COM3 -y", &vk5300, "\nIP Address: 192.168.1.100\n"},
+      {"info VK5300 --port COM3 -y --json", &vk5300, "\"IP Address\": \"192.168.1.100\""},
+      {"show VK5300 --port COM3 -y", &vk5300, "VK5300\n\nData Highway Settings\n  Network Type: DH+\n"},
+      {"show VK-RTX --model df1 --port COM3 -y", &rtx, "VK-RTX, AB Ethernet, ASCII, DF1\n"},
+      {"show VK-RTX-DF1 --port COM3 -y --json", &rtx, " DF1\",\n  \"source\": \"COM3\""},
+      {"ports --json", nullptr, "[]\n"}};
+  for (const auto& [command, device, shown] : rows) {
+    cli.driver.Plug("COM3", device);
+    EXPECT_EQ(cli.Run(command)[0], '0') << cli.err.str();
+    EXPECT_NE(cli.out.str().find(shown), std::string::npos) << command << cli.out.str();
   }
 }
 

@@ -118,6 +118,8 @@ TEST_F(KeysTest, APanelThatComesWithAChoiceLeavesTheFocusThereAndWhatLosesItHand
   Settle();
   Click(form.NextCmd);
   EXPECT_EQ(Focused(), "NextCmd");
+  form.RowsVScroll.Max = 0;
+  EXPECT_FALSE(TakesFocus(form.RowsVScroll)) << "there is nothing to scroll";
   // One that can't be changed is no begin.
   form.NameTxt.Locked = true;
   Click(form.BackCmd);

@@ -114,6 +114,8 @@ TEST_F(ReaderTest, TheTerminalsTextIsReadAndSelectedByPosition) {
   text.selection(0, &from, &to);
   EXPECT_EQ(from * 100 + to, 13);
   EXPECT_EQ(text.selectionCount(), 1);
+  text.attributes(9, &from, &to);
+  EXPECT_EQ(from * 1000 + to, 350);
   for (const int position : {0, 9, 345}) {
     text.scrollToSubstring(position, position + 1);
     Settle();

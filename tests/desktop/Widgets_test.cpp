@@ -241,6 +241,9 @@ TEST_F(WidgetsTest, AFormThatIsLargerThanItsScreenScrollsToWhatHasTheFocus) {
                     false);
   QCoreApplication::sendEvent(&window, &wheel);
   EXPECT_LT(WidgetOf(form.FirstFrame).y(), top);
+  form.NextCmd.Click();
+  Settle();
+  EXPECT_EQ(WidgetOf(form.SecondFrame).y(), top) << "a page begins at its top";
 }
 
 TEST_F(WidgetsTest, WindowsOpenOverTheOneBeforeAndInsideTheScreen) {
@@ -267,8 +270,15 @@ TEST_F(WidgetsTest, WindowsOpenOverTheOneBeforeAndInsideTheScreen) {
     WindowOf(form).move(900, -200);
     for (const bool shown : {false, true}) other.Visible = shown, Settle();
     EXPECT_TRUE(isNear(WindowOf(other).geometry().topRight(), {1599, 32}));
+    // Nor do they forget the place of one that has gone.
+    WindowOf(form).move(300, 200);
+    form.Visible = other.Visible = false;
+    other.Visible = true;
+    EXPECT_TRUE(isNear(WindowOf(other).pos(), {300, 200}));
+    WindowOf(other).move(330, 220);
     app.forms.Unload("Other");
-    Settle();
+    form.Visible = true;
+    EXPECT_TRUE(isNear(WindowOf(form).pos(), {330, 220}));
   }
 }
 

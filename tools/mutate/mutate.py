@@ -57,7 +57,7 @@ SWAPS = {'==': '!=', '!=': '==', '<': '<=', '<=': '<', '>': '>=', '>=': '>', '&&
 PLACE = re.compile(r'\{\s*-?\d+,\s*-?\d+,\s*-?\d+,\s*-?\d+\}')  # of a control: left, top, width, height in twips
 ROW = re.compile(r'^\s*\{.*,.*,.*\}')
 PAINTING_FILES = re.compile(r'apps/desktop/(Drawing|FocusRing|ProgramStyle|TextBlock|Theme)\.')
-PAINTING = re.compile(r'\b(?:paint(?:Event)?|Draw\w*|draw[A-Z]\w*)\([^;{}]*\) (?:const )?(?:override )?\{')
+PAINTING = re.compile(r'\b(?:paint(?:Event)?|Draw\w*|draw[A-Z]\w*|FocusRing|LinePlace|Alignment|\w*Color\w*)\([^;{}]*\) (?:const )?(?:override )?\{')
 NO_STATEMENT = {'return', 'using', 'namespace', 'class', 'struct', 'public', 'private', 'protected', 'const', 'constexpr',
                 'static', 'auto', 'template', 'enum', 'friend', 'case', 'break', 'continue', 'default', 'extern', 'explicit',
                 'virtual', 'operator', 'throw', 'else', 'for', 'while', 'if', 'do', 'switch', 'try', 'catch', 'delete'}
