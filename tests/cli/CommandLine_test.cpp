@@ -177,11 +177,13 @@ TEST(CommandLine, ATerminalShowsHowFarItIsEachStepOnce) {
   cli.world.console.showsProgress = true;
   const std::pair<const char*, std::vector<std::string>> rows[] = {
       {"read VK-RTX-DF1 --port COM3 -y -o %/a.cfg",
-       {"Reading from COM3: block 2 of 12\r", "\r\033[KThe VK-RTX on COM3"}},
-      {"firmware %/f.rom --port COM3 -y", {"\r\033[KErasing flash memory... 13 %\r", "\r\033[K/tmp/"}}};
+       {"Reading from COM3: block 1 of 12\r", "\r\033[KReading from COM3: block 2 of 12\r", "\r\033[KThe VK-RTX on COM3"}},
+      {"firmware %/f.rom --port COM3 -y",
+       {"Firmware is being installed... 0 %\r", "\r\033[KErasing flash memory... 13 %\r", "\r\033[K/tmp/"}}};
   for (const auto& [command, shown] : rows) {
     EXPECT_EQ(cli.Run(command)[0], '0');
     const std::string seen = cli.err.str();
+    EXPECT_TRUE(seen.starts_with("\r\033[K" + shown[0])) << seen;
     for (const std::string& part : shown) EXPECT_NE(seen.find(part), std::string::npos) << part << seen;
     const auto steps = Split(seen, '\r');
     EXPECT_TRUE(std::ranges::adjacent_find(steps) == steps.end()) << seen;
@@ -225,7 +227,9 @@ TEST(CommandLine, FilesAreListedComparedAndChangedByTheNamesOfTheirFields) {
       {"diff %/rb2000 %/x", "1: 1 field differs.", "  - 17\n  + 3\n"},
       {"set %/vkrtx-modbus slot@1/modbus@start=40321 slot@1/data@type=Float -o %/x", "0: ", ""},
       {"diff %/vkrtx-modbus %/x --json", "1: 2 fields differ.", "\"left\": \"40001\",\n      \"right\": \"40321\""},
-      {"set %/vkrtx-modbus slot@1/address@range=2@-@9 slot@1/allen@bradley@datafile=9:17 -o %/x", "0: ", ""},
+      {"set %/vkrtx-modbus slot@1/address@range=2@-@9 slot@1/allen@bradley@datafile=9:17 "
+       "slot@1/allen@bradley@function=ProtTypedRW -o %/x",
+       "0: ", ""},
       {"show %/x", "0: ", "Address Range: 2 - 9\n    Modbus Start: 40001\n    Allen Bradley Datafile: 9:17\n"},
       {"set %/vkrtx-df1 slot@3/source@port=Ethernet slot@3/destination@range@low=7 slot@3/destination@range@high=8 "
        "slot@3/destination@port=Ethernet slot@3/ip@address=10.0.0.9 -o %/x",
