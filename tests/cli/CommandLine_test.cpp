@@ -177,7 +177,8 @@ TEST(CommandLine, ATerminalShowsHowFarItIsEachStepOnce) {
   cli.world.console.showsProgress = true;
   const std::pair<const char*, std::vector<std::string>> rows[] = {
       {"read VK-RTX-DF1 --port COM3 -y -o %/a.cfg",
-       {"Reading from COM3: block 1 of 12\r", "\r\033[KReading from COM3: block 2 of 12\r", "\r\033[KThe VK-RTX on COM3"}},
+       {"Reading from COM3: block 1 of 12\r", "\r\033[KReading from COM3: block 2 of 12\r",
+        "\r\033[KThe VK-RTX on COM3"}},
       {"firmware %/f.rom --port COM3 -y",
        {"Firmware is being installed... 0 %\r", "\r\033[KErasing flash memory... 13 %\r", "\r\033[K/tmp/"}}};
   for (const auto& [command, shown] : rows) {

@@ -180,6 +180,12 @@ TEST(EndToEnd, ConfigurationsTravelOnTheCommandLine) {
   EXPECT_EQ(Process("vk32-cli", {"read", "RBCard", "--port", "COM5", "-y", "-o", file.Path()}, folder).Wait(), 0);
   EXPECT_EQ(Process("vk32-cli", {"write", file.Path(), "--port", device, "-y", "--verify"}, folder).Wait(), 0);
   EXPECT_EQ(sim.Line().substr(0, 17), "RBCard has stored");
+  const Process script("vk32-script", {"--port", "COM9=" + device}, folder);
+  for (const char* command : {"click Splash", "click MainMenu.RBCardCmd", "select ProductMenu.COMCbo COM9",
+                              "click ProductMenu.ConfigureCmd", "click Configuration_RBCard.UploadCmd"}) {
+    script.Do(command);
+  }
+  EXPECT_TRUE(script.Do("get Configuration_RBCard.SourceLbl.Caption").starts_with("value \"Read from COM9, "));
   Process other("vk32-sim",
                 {"VK5300", "--port", "COM6", "--info-model", "M", "--info-version", "V", "--info-date", "D"}, folder);
   other.Line();
