@@ -226,8 +226,8 @@ TEST(CommandLine, FilesAreListedComparedAndChangedByTheNamesOfTheirFields) {
       {"set %/vkrtx-df1 slot@4/source@port=Ethernet -o %/x", "6: Slot 4 can't be filled while slot 3 is empty", ""},
       {"set %/rb2000 specific@address=3 -o %/x", "0: ", ""},
       {"diff %/rb2000 %/x", "1: 1 field differs.", "  - 17\n  + 3\n"},
-      {"set %/vkrtx-modbus slot@1/modbus@start=40321 slot@1/data@type=Float -o %/x", "0: ", ""},
-      {"diff %/vkrtx-modbus %/x --json", "1: 2 fields differ.", "\"left\": \"40001\",\n      \"right\": \"40321\""},
+      {"set %/vkrtx-modbus slot@1/modbus@start=31005 slot@1/data@type=Float -o %/x", "0: ", ""},
+      {"diff %/vkrtx-modbus %/x --json", "1: 2 fields differ.", "\"left\": \"40001\",\n      \"right\": \"31005\""},
       {"set %/vkrtx-modbus slot@1/address@range=2@-@9 slot@1/allen@bradley@datafile=9:17 "
        "slot@1/allen@bradley@function=ProtTypedRW -o %/x",
        "0: ", ""},
