@@ -5,6 +5,7 @@
 #include <QContextMenuEvent>
 #include <QGuiApplication>
 #include <QKeyEvent>
+#include <QKeySequence>
 #include <QMenu>
 #include <algorithm>
 
@@ -57,9 +58,11 @@ void FieldWidget::keyPressEvent(QKeyEvent* event) {
 void FieldWidget::contextMenuEvent(QContextMenuEvent* event) {
   QMenu* menu = createStandardContextMenu();
   menu->setAttribute(Qt::WA_DeleteOnClose);
-  if (auto* paste = menu->findChild<QAction*>("edit-paste")) {
-    disconnect(paste, nullptr, this, nullptr);
-    connect(paste, &QAction::triggered, this, [this] {
+  const QString pasteKey = QKeySequence(QKeySequence::Paste).toString(QKeySequence::NativeText);
+  for (QAction* action : menu->actions()) {
+    if (!action->text().endsWith(pasteKey)) continue;  // Qt 6.4 gives the actions no names
+    disconnect(action, nullptr, this, nullptr);
+    connect(action, &QAction::triggered, this, [this] {
       if (IsAttached() && !PasteBlock(box_)) QLineEdit::paste();
     });
   }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <optional>
+#include <string>
 
 #include "platform/EventLoop.h"
 
@@ -25,5 +26,13 @@ struct Misbehaviour {
   int naks = 0;                       // in answer to each Xmodem block, before it is taken
   bool cancel = false;                // CAN in answer to the first Xmodem block
 };
+
+/// What the user may write for one of them.
+constexpr const char* MisbehaviourHelp =
+    "silent, late=MS, junk, bad-checksum, short=BYTES, deaf-block=N, info-pieces=N, hold=MS (XOFF), unplug=BYTES; of "
+    "the recovery: banner=BYTES, no-ready, no-burn, hold-for-good, nak=N, cancel; repeatable";
+
+/// "silent", "late=300". Empty if the text names a misbehaviour, else what is wrong with it.
+std::string SetMisbehaviour(const std::string& text, Misbehaviour& misbehaviour);
 
 }  // namespace vk32::sim

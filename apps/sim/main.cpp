@@ -7,7 +7,6 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
-#include <charconv>
 #include <cstdio>
 #include <fstream>
 #include <functional>
@@ -50,51 +49,6 @@ struct Options {
   vk32::sim::InfoTexts infoTexts;
   vk32::sim::Misbehaviour misbehaviour;
 };
-
-constexpr const char* MisbehaviourHelp =
-    "silent, late=MS, junk, bad-checksum, short=BYTES, deaf-block=N, info-pieces=N, hold=MS (XOFF), unplug=BYTES; of "
-    "the recovery: banner=BYTES, no-ready, no-burn, hold-for-good, nak=N, cancel; repeatable";
-
-struct MisbehaviourName {
-  std::string_view name;
-  bool numbered;
-  void (*set)(vk32::sim::Misbehaviour& misbehaviour, int number);
-};
-
-constexpr MisbehaviourName MisbehaviourNames[] = {
-    {"silent", false, [](auto& how, int) { how.silent = true; }},
-    {"late", true, [](auto& how, int number) { how.late = std::chrono::milliseconds(number); }},
-    {"junk", false, [](auto& how, int) { how.junk = true; }},
-    {"bad-checksum", false, [](auto& how, int) { how.badChecksum = true; }},
-    {"short", true, [](auto& how, int number) { how.shortBy = number; }},
-    {"deaf-block", true, [](auto& how, int number) { how.deafBlock = number; }},
-    {"info-pieces", true, [](auto& how, int number) { how.infoPieces = number; }},
-    {"hold", true, [](auto& how, int number) { how.hold = std::chrono::milliseconds(number); }},
-    {"unplug", true, [](auto& how, int number) { how.unplugAfter = number; }},
-    {"banner", true, [](auto& how, int number) { how.bannerLength = number; }},
-    {"no-ready", false, [](auto& how, int) { how.noReady = true; }},
-    {"no-burn", false, [](auto& how, int) { how.noBurn = true; }},
-    {"hold-for-good", false, [](auto& how, int) { how.holdForGood = true; }},
-    {"nak", true, [](auto& how, int number) { how.naks = number; }},
-    {"cancel", false, [](auto& how, int) { how.cancel = true; }},
-};
-
-/// Empty if the text names a misbehaviour.
-std::string SetMisbehaviour(const std::string& text, vk32::sim::Misbehaviour& misbehaviour) {
-  const std::size_t equals = text.find('=');
-  int number = 0;
-  const bool numbered = equals != std::string::npos;
-  if (numbered) {
-    const char* const end = text.data() + text.size();
-    if (std::from_chars(text.data() + equals + 1, end, number).ptr != end || number < 0) return "not a number: " + text;
-  }
-  for (const MisbehaviourName& known : MisbehaviourNames) {
-    if (known.name != text.substr(0, equals) || known.numbered != numbered) continue;
-    known.set(misbehaviour, number);
-    return {};
-  }
-  return std::string("not one of: ") + MisbehaviourHelp;
-}
 
 /// Readable when the user ends the program (SIGINT, SIGTERM, SIGHUP) or presses the Configure button (SIGUSR1).
 int SignalDescriptor() {
@@ -283,11 +237,11 @@ void AddOptions(CLI::App& parser, Options& options, std::vector<std::string>& mi
                   "file that takes the time and the bytes of all that passes: > from VK32, < to it")
       ->type_name("FILE");
   AddGatewayOptions(parser, options);
-  parser.add_option("--misbehave", misbehaviours, MisbehaviourHelp)
+  parser.add_option("--misbehave", misbehaviours, vk32::sim::MisbehaviourHelp)
       ->type_name("HOW")
       ->excludes("--replay")
       ->each([&](const std::string& text) {
-        const std::string fault = SetMisbehaviour(text, options.misbehaviour);
+        const std::string fault = vk32::sim::SetMisbehaviour(text, options.misbehaviour);
         if (!fault.empty()) throw CLI::ValidationError(fault);
       });
   parser.set_version_flag("--version", "vk32-sim " + vk32::ProgramVersion());

@@ -1,7 +1,11 @@
 // Message boxes, file dialogs, texts, and the end of the program.
 #include <QClipboard>
+#include <QDir>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QLabel>
+#include <QLineEdit>
+#include <map>
 #include <tuple>
 
 #include "DesktopTest.h"
@@ -16,10 +20,30 @@ class BoxesTest : public EveryTest {
  protected:
   Answer Ask(const MessageBoxRequest& request, std::function<void(MessageBox&)> look) {
     Answer answer = Answer::OK;
-    const BoxWatcher boxes(std::move(look));
+    const BoxWatcher boxes([look = std::move(look)](MessageBox& box) {
+      const QPointer<QWidget> focused = box.focusWidget();
+      ExpectButtonsInARow(box);
+      focused->setFocus();
+      look(box);
+    });
     app.forms.dispatcher.Dispatch([&] { answer = screen.Ask(request); });
     EXPECT_EQ(boxes.Seen(), 1);
     return answer;
+  }
+  /// Below the text, inside the box, one beside the other, and walked by Tab from left to right.
+  static void ExpectButtonsInARow(MessageBox& box) {
+    std::map<int, QPushButton*> byPlace;
+    for (QPushButton* button : box.findChildren<QPushButton*>()) {
+      if (button->text() != "Copy details") byPlace[button->x()] = button;
+    }
+    QWidget* before = nullptr;
+    for (const auto& [left, button] : byPlace) {
+      EXPECT_TRUE(box.rect().contains(button->geometry()) && button->y() > box.TextPlace().bottom());
+      EXPECT_TRUE(!before || before->geometry().right() < left);
+      if (before) before->setFocus(), Press(*before, Qt::Key_Tab, {}, "\t");
+      EXPECT_TRUE(!before || box.focusWidget() == button);
+      before = button;
+    }
   }
 };
 
@@ -29,20 +53,22 @@ TEST_F(BoxesTest, TheTextStandsAsItIsWithItsBlanks) {
     EXPECT_EQ(box.Text().Lines(), lines);
     EXPECT_EQ(box.accessibleDescription(), lines.join('\n'));
     EXPECT_GE(box.width(), box.TextPlace().right());
-    EXPECT_EQ(box.windowTitle(), "Title");
+    EXPECT_EQ(box.windowTitle() + box.accessibleName(), "TitleTitle");
     Press(box, Qt::Key_Return, {}, "\r");
   });
 }
 
 TEST_F(BoxesTest, DetailsAreThereToBeCopiedAndTheFormBelowWaitsForTheUser) {
-  const QString details = "COM3: <nothing> came.\nSent last: 06";
+  const QString details = "COM3: <nothing> came.\nSent last:" + QString(" 06").repeated(99);
   form.Busy = true;
+  Settle();
+  EXPECT_EQ(WindowOf(form).cursor().shape(), Qt::WaitCursor);
   Ask({"Failed", MessageIcon::Critical, "VK32", MessageButtons::OK, false, details.toStdString()},
       [&](MessageBox& box) {
         EXPECT_EQ(WindowOf(form).cursor().shape(), Qt::ArrowCursor);
         auto* copy = box.findChildren<QPushButton*>().front();
         const QRect lines = box.findChild<QLabel*>()->geometry();
-        EXPECT_TRUE(box.TextPlace().bottom() < lines.top() && lines.bottom() < copy->y() && lines.height() > 30);
+        EXPECT_TRUE(box.TextPlace().bottom() < lines.top() && lines.bottom() < copy->y() && lines.height() > 60);
         Press(*copy, Qt::Key_Space, {}, " ");
         EXPECT_EQ(QGuiApplication::clipboard()->text(), details);
         Press(box, Qt::Key_Escape);
@@ -51,15 +77,20 @@ TEST_F(BoxesTest, DetailsAreThereToBeCopiedAndTheFormBelowWaitsForTheUser) {
 }
 
 TEST_F(BoxesTest, KeysAnswerAndEnterDoesNotBreakAnything) {
-  constexpr auto YesNo = MessageButtons::YesNo;
-  const std::tuple<MessageButtons, bool, int, Answer> rows[] = {{YesNo, false, Qt::Key_Return, Answer::Yes},
-                                                                {YesNo, true, Qt::Key_Return, Answer::No},
-                                                                {YesNo, false, Qt::Key_Escape, Answer::No},
-                                                                {YesNo, false, Qt::Key_Y, Answer::Yes},
-                                                                {MessageButtons::OK, false, 0, Answer::OK}};
+  constexpr auto YesNo = MessageButtons::YesNo, Three = MessageButtons::SaveDiscardCancel;
+  const std::tuple<MessageButtons, bool, int, Answer> rows[] = {
+      {YesNo, false, Qt::Key_Return, Answer::Yes}, {YesNo, true, Qt::Key_Return, Answer::No},
+      {YesNo, false, Qt::Key_Escape, Answer::No},  {YesNo, false, Qt::Key_Y, Answer::Yes},
+      {YesNo, false, Qt::Key_N, Answer::No},       {Three, false, Qt::Key_Return, Answer::Save},
+      {Three, false, Qt::Key_S, Answer::Save},     {Three, false, Qt::Key_D, Answer::Discard},
+      {Three, false, Qt::Key_C, Answer::Cancel},   {Three, false, Qt::Key_Escape, Answer::Cancel},
+      {MessageButtons::OK, false, 0, Answer::OK}};
   for (const auto& [buttons, yesBreaks, key, answer] : rows) {
     const auto press = [key = key](MessageBox& box) {
       if (key == 0) return void(box.close());
+      QKeyEvent held(QEvent::KeyPress, Qt::Key_Space, Qt::NoModifier, " ", true);
+      QCoreApplication::sendEvent(box.focusWidget(), &held);
+      EXPECT_FALSE(static_cast<QPushButton*>(box.focusWidget())->isDown()) << "it is down from before";
       Press(key == Qt::Key_Return ? *box.focusWidget() : box, key, {}, QChar(key & 0x7F));
     };
     EXPECT_EQ(Ask({"?", MessageIcon::Question, "VK32", buttons, yesBreaks}, press), answer) << key;
@@ -86,15 +117,29 @@ TEST_F(BoxesTest, TheEndComesAtOnceAlsoFromInsideABox) {
   EXPECT_EQ(screen.ExitStatus(), 0);
 }
 
-TEST_F(BoxesTest, AFileDialogGivesTheChosenFile) {
+TEST_F(BoxesTest, AFileDialogGivesTheChosenFileAndNoneThatCanNotBeWritten) {
+  using enum FileDialogRequest::Kind;
   const TemporaryFile file("plant.cfg", "x");
-  QTimer::singleShot(0, [&file] {
-    auto& dialog = dynamic_cast<QFileDialog&>(*QApplication::activeModalWidget());
-    dialog.selectFile(QString::fromStdString(file.Path()));
-    static_cast<QDialog&>(dialog).accept();
-    dialog.close();  // if it did not take it
-  });
-  EXPECT_EQ(screen.AskFile({FileDialogRequest::Kind::Open, "Open", "All Files (*.*)|*.*"}), file.Path());
+  const QString folder = QFileInfo(QString::fromStdString(file.Path())).path();
+  const std::tuple<FileDialogRequest::Kind, QString, QString, int> rows[] = {{Open, "plant.cfg", "plant.cfg", 0},
+                                                                             {Save, "new", "new.cfg", 0},
+                                                                             {Save, "new.txt", "new.txt", 0},
+                                                                             {Save, "none/new.cfg", "", 1}};
+  QString opened = QDir::currentPath();
+  for (const auto& [kind, typed, given, told] : rows) {
+    const BoxWatcher boxes;
+    QTimer::singleShot(0, [&, name = typed] {
+      auto& dialog = dynamic_cast<QFileDialog&>(*QApplication::activeModalWidget());
+      EXPECT_EQ(dialog.directory().path(), std::exchange(opened, folder));
+      dialog.setDirectory(folder);
+      dialog.findChild<QLineEdit*>("fileNameEdit")->setText(name);
+      static_cast<QDialog&>(dialog).accept();
+      dialog.close();  // if it did not take it
+    });
+    const auto path = screen.AskFile({kind, "Pick", "Settings (*.cfg)|*.cfg"});
+    EXPECT_EQ(path.value_or(""), given.isEmpty() ? "" : (folder + "/" + given).toStdString());
+    EXPECT_EQ(boxes.Seen(), told) << typed.toStdString();
+  }
 }
 
 TEST(Texts, AreTurnedIntoQtsOwnAndBack) {

@@ -2,16 +2,20 @@
 #pragma once
 
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <QApplication>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPointer>
+#include <QScreen>
 #include <QTimer>
+#include <tuple>
 
 #include "DesktopScreen.h"
 #include "FormWindow.h"
 #include "MessageBox.h"
+#include "Text.h"
 #include "app/App.h"
 #include "support/EveryControl.h"
 #include "support/FakeSerialDriver.h"
@@ -52,7 +56,7 @@ inline void Type(QWidget& widget, const QString& text) {
 class DesktopTest : public testing::Test {
  protected:
   ~DesktopTest() override {
-    Settle();
+    DesktopTest::Settle();
     if (!screen.Ended()) return;
     // Qt would open no loop any more: let it come to an end as the program does.
     QTimer::singleShot(0, qApp, &QCoreApplication::quit);
@@ -60,7 +64,7 @@ class DesktopTest : public testing::Test {
   }
 
   /// Lets Qt deliver what is due.
-  static void Settle() {
+  virtual void Settle() {
     QCoreApplication::processEvents();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
   }
@@ -102,12 +106,53 @@ class DesktopTest : public testing::Test {
   App app{loop, screen, driver, names};
 };
 
-/// The form that has every control is shown.
+/// The form that has every control is shown. Whenever things have settled, its window shows what the controls say, the
+/// form knows where the focus is, and nothing that shows is older than what would be drawn now.
 class EveryTest : public DesktopTest {
  protected:
-  EveryTest() { Settle(); }
+  EveryTest() { DesktopTest::Settle(); }
+
+  void Settle() override {
+    DesktopTest::Settle();
+    FormWindow* window = screen.WindowOf(form);
+    if (!window || !window->isVisible()) return;
+    std::string focused;
+    for (const Control* control : form.Controls()) {
+      const QWidget* widget = window->WidgetOf(*control);
+      if (!widget) continue;
+      if (window->focusWidget() == widget) focused = control->Name();
+      EXPECT_EQ(widget->isEnabled() && widget->isVisible(), IsReachable(*control)) << control->FullName();
+      if (control != &form.LaterCbo) ExpectAsTold(*control, *widget);
+    }
+    EXPECT_EQ(form.ActiveControl.Value(), focused);
+    for (int tries = 0; tries < 40 && !IsDrawnAnew(*window); ++tries) usleep(500), DesktopTest::Settle();
+    EXPECT_TRUE(IsDrawnAnew(*window));
+  }
 
   EveryControl& form = EveryControl::Open(app.forms);
+
+ private:
+  static void ExpectAsTold(const Control& control, const QWidget& widget) {
+    using Kind = Control::Kind;
+    const std::tuple<Kind, const char*, const char*> rows[] = {
+        {Kind::Label, "text", "Caption"},      {Kind::TextBox, "text", "Text"},
+        {Kind::TextBox, "readOnly", "Locked"}, {Kind::ComboBox, "currentText", "Text"},
+        {Kind::CheckBox, "checked", "Value"},  {Kind::OptionButton, "checked", "Value"},
+        {Kind::VScrollBar, "value", "Value"},  {Kind::VScrollBar, "maximum", "Max"},
+        {Kind::ProgressBar, "maximum", "Max"}, {Kind::ProgressBar, "value", "Value"}};
+    for (const auto& [kind, shown, told] : rows) {
+      const QVariant value = widget.property(shown);
+      if (kind != control.GetKind() || !value.isValid()) continue;
+      const std::string text = control.FindProperty(told)->AsText();
+      const bool flag = value.typeId() == QMetaType::Bool;
+      EXPECT_TRUE(flag ? value.toBool() == (text == "True" || text == "1") : value.toString() == FromBytes(text))
+          << control.FullName() << ": " << text;
+    }
+  }
+  static bool IsDrawnAnew(FormWindow& window) {
+    const QImage shown = window.screen()->grabWindow(window.winId()).toImage();
+    return shown == window.grab().toImage().convertToFormat(shown.format());
+  }
 };
 
 /// Looks at each message box that opens and closes it by Escape, or as `look` does.

@@ -1,4 +1,7 @@
 // The windows are walked and used by keys alone.
+#include <QClipboard>
+#include <QContextMenuEvent>
+#include <QGuiApplication>
 #include <QHelpEvent>
 #include <QKeySequence>
 #include <QToolTip>
@@ -13,14 +16,20 @@ namespace {
 
 class KeysTest : public EveryTest {
  protected:
-  /// Presses keys where the focus is, one behind the other: "F4 Down", "Alt+P"; what is no key's name is typed.
+  /// Presses keys where the focus is, one behind the other: "F4 Down", "Alt+P"; what is no key's name is typed. One
+  /// with "~" behind it is still down from before.
   void PressKeys(const std::string& keys) {
-    for (const std::string& token : Split(keys)) {
+    for (std::string token : Split(keys)) {
+      const bool held = token.ends_with('~');
+      if (held) token.pop_back();
       QWidget* list = QApplication::activePopupWidget();
       QWidget& focused = *(list ? list : &WindowOf(form))->focusWidget();
       const QKeyCombination key = QKeySequence(FromBytes(token))[0];
       if (token.size() == 1 || key.key() == Qt::Key_unknown) {
         Type(focused, FromBytes(token));
+      } else if (held) {
+        QKeyEvent event(QEvent::KeyPress, key.key(), key.keyboardModifiers(), QChar(key.key() & 0x1F), true);
+        QCoreApplication::sendEvent(&focused, &event);
       } else {
         Press(focused, key.key(), key.keyboardModifiers(), QChar(key.key() & 0x1F));
       }
@@ -63,7 +72,20 @@ TEST_F(KeysTest, KeysDoWhatIsExpectedOfThem) {
               {form.LaterCbo, "Return", "later:COM3 LaterCbo COM3"},
               {form.LaterCbo, "Down Up Tab", "FlagChk COM3"},
               {form.LaterCbo, "2 Tab", "later:COM2 FlagChk COM2"},
-              {form.LaterCbo, "F4 26 Return", "later:COM26 LaterCbo COM26"}};
+              {form.LaterCbo, "F4 26 Return", "later:COM26 LaterCbo COM26"},
+              {form.NextCmd, "Space~ Return~", "NextCmd"},  // what is still down from before does nothing anew
+              {form.NameTxt, "Return~ Escape~", "NameTxt abcd"},
+              {form.NameTxt, "Alt+R~", "FlagChk abcd"},
+              {form.NameTxt, "Alt+9 Alt+F5", "NameTxt abcd"},
+              {form.SiteLbl, "Space Return~", "down up site SiteLbl"},
+              {form.OneOpt, "Up Left", "two one OneOpt"},
+              {form.TableFrame, "Home Down Return Return~ Delete Delete~", "edit2 delete2 TableFrame"},
+              {form.TableFrame, "PgDown Return End Up Return PgUp Return",
+               "scroll:960 edit7 scroll:1440 edit7 scroll:480 edit2 TableFrame"},
+              {form.PortCbo, "c c Ctrl+N", "port:COM1 port:COM2 PortCbo COM2"},
+              {form.PortCbo, "com3", "port:COM3 port:COM1 port:COM3 PortCbo COM3"},
+              {form.RowsVScroll, "Down PgDown Home", "scroll:960 scroll:1440 scroll:0 RowsVScroll"},
+              {form.FreeCbo, "Down Down Up", "free:9600 free:19200 free:9600 FreeCbo 9600"}};
   for (const auto& row : rows) {
     form.SecondFrame.Visible = false;
     form.FirstFrame.Visible = true;
@@ -96,6 +118,38 @@ TEST_F(KeysTest, APanelThatComesWithAChoiceLeavesTheFocusThereAndWhatLosesItHand
   Settle();
   Click(form.NextCmd);
   EXPECT_EQ(Focused(), "NextCmd");
+  form.RowsVScroll.Max = 0;
+  EXPECT_FALSE(TakesFocus(form.RowsVScroll)) << "there is nothing to scroll";
+  // One that can't be changed is no begin.
+  form.NameTxt.Locked = true;
+  Click(form.BackCmd);
+  EXPECT_EQ(Focused(), "GrayTxt");
+}
+
+TEST_F(KeysTest, ABlockGoesIntoATableByItsKeyAndByTheMenuAndComesBack) {
+  StartProgram(app);
+  SelectProduct(app.globals, "RB2000");
+  Form& wizard = Show("Configuration_RB2000");
+  for (int page = 0; page < 3; ++page) Click(*wizard.Find("NextCmd"));
+  const auto cells = [&] {
+    return wizard.Find("ModStartTxt", 2)->Words() + "|" + wizard.Find("ModEndTxt", 3)->Words();
+  };
+  QGuiApplication::clipboard()->setText("1\t2\n3\t4\n");
+  QWidget& cell = WidgetOf(*wizard.Find("ModStartTxt", 2));
+  cell.setFocus();
+  Press(cell, Qt::Key_V, Qt::ControlModifier);
+  EXPECT_EQ(cells(), "1|4");
+  Press(cell, Qt::Key_Z, Qt::ControlModifier);
+  EXPECT_EQ(cells(), "|");
+  QContextMenuEvent menu(QContextMenuEvent::Mouse, {5, 5}, cell.mapToGlobal(QPoint(5, 5)));
+  QCoreApplication::sendEvent(&cell, &menu);
+  for (QAction* action : QApplication::activePopupWidget()->actions()) {
+    if (action->text().contains("Paste")) action->trigger();
+  }
+  EXPECT_EQ(cells(), "1|4");
+  QApplication::activePopupWidget()->close();
+  PressIn(wizard, Qt::Key_Down);
+  EXPECT_TRUE(HasFocus(*wizard.Find("ModStartTxt", 3)));
 }
 
 TEST_F(KeysTest, NamesAndLettersComeFromTheWordsBesideAndAboveAndFromTheHeadsOfATable) {
@@ -105,18 +159,29 @@ TEST_F(KeysTest, NamesAndLettersComeFromTheWordsBesideAndAboveAndFromTheHeadsOfA
   EXPECT_EQ(AccessibleName(form.BareChk), "Beside a bare box");
   EXPECT_EQ(AccessibleName(form.Term), "Terminal");
   EXPECT_EQ(WidgetOf(form.NameTxt).accessibleName(), "Name");
-  for (const Control* control : std::vector<const Control*>{&form.BareLbl, &form.NextCmd}) {
+  for (const auto& [control, letter] : ChooseMnemonics(form).marks) {
     const QImage plain = Picture(*control);
-    SendKey(WidgetOf(form.NameTxt), QEvent::KeyPress, Qt::Key_Alt, {}, {});
-    EXPECT_NE(Picture(*control), plain) << "its letter shows";
-    SendKey(WidgetOf(form.NameTxt), QEvent::KeyRelease, Qt::Key_Alt, {}, {});
-    EXPECT_EQ(Picture(*control), plain);
+    for (const auto type : {QEvent::KeyPress, QEvent::KeyRelease}) {
+      SendKey(WidgetOf(form.NameTxt), type, Qt::Key_Alt, {}, {});
+      Settle();
+      EXPECT_EQ(Picture(*control) == plain, type == QEvent::KeyRelease) << control->Name() << ": its letter shows";
+    }
   }
+  std::string letters;
+  for (const auto& [letter, control] : ChooseMnemonics(form).targets) {
+    letters += QString(letter).toStdString() + ":" + control->FullName() + " ";
+  }
+  EXPECT_EQ(letters,
+            "A:AddCmd B:BackCmd C:CancelCmd E:BareChk H:RowTxt(3) I:RowTxt(2) M:NameTxt N:NextCmd O:OneOpt P:PortCbo "
+            "R:FlagChk T:TwoOpt X:RowTxt(4) ");
   PressIn(Show("MainMenu"), Qt::Key_Tab, {}, "\t");
   EXPECT_TRUE(HasFocus(*app.forms.Find("MainMenu")->Find("VK5300Cmd")));
   QHelpEvent help(QEvent::ToolTip, {5, 5}, WidgetOf(form.NextCmd).mapToGlobal(QPoint(5, 5)));
   QCoreApplication::sendEvent(&WidgetOf(form.NextCmd), &help);
   EXPECT_EQ(QToolTip::text(), "NEXT (Alt+N)");
+  const BoxWatcher boxes;  // nothing opens the manual here, which a box says
+  PressKeys("F1 F1~ Ctrl+F1");
+  EXPECT_EQ(boxes.Seen(), 1);
   PressIn(Show("About"), Qt::Key_Escape, {}, "\x1B");  // which presses its only button
   EXPECT_FALSE(app.forms.Find("About"));
 }

@@ -1,9 +1,11 @@
 // The widgets follow their controls, and the user's hands on them reach the handlers.
 #include <QClipboard>
 #include <QComboBox>
+#include <QContextMenuEvent>
 #include <QCoreApplication>
 #include <QGuiApplication>
 #include <QLineEdit>
+#include <QMenu>
 #include <QPointer>
 #include <QProgressBar>
 #include <QScrollBar>
@@ -12,6 +14,7 @@
 
 #include "DesktopTest.h"
 #include "LabelWidget.h"
+#include "ListWidget.h"
 #include "TerminalWidget.h"
 
 namespace vk32 {
@@ -40,11 +43,25 @@ TEST_F(WidgetsTest, PropertiesAreFollowed) {
   EXPECT_EQ(As<QLineEdit>(form.NameTxt).text(), QString::fromLatin1("h\xE9"));
   EXPECT_EQ(WindowOf(form).windowTitle(), "New title");
   EXPECT_EQ(As<LabelWidget>(form.AreaLbl[1]).Tip(), "a text that its cell can't hold");
-  EXPECT_EQ(As<LabelWidget>(form.SlotLbl[1]).Tip(), "");
+  EXPECT_EQ(As<LabelWidget>(form.SlotLbl[1]).Tip() + As<LabelWidget>(form.LineLbl).Tip(), "");
+  const QString line = "COM3, /dev/serial/by-id/usb-a-name-of-some-length, free";
+  form.FlagChk.Height = form.LineLbl.Height;
+  form.FlagChk.Caption = std::string(99, 'x');
+  form.LineLbl.Caption = line.toStdString().replace(4, 2, "\t").replace(line.size() - 7, 2, "\t");
+  for (Frame* frame : {static_cast<Frame*>(&form.TableFrame), &form.HeadFrame}) {
+    for (const bool shown : {false, true}) frame->Visible = shown, Settle();
+  }
+  EXPECT_EQ(As<LabelWidget>(form.LineLbl).Tip(), line);
+  EXPECT_EQ(dynamic_cast<ControlWidget&>(WidgetOf(form.FlagChk)).Tip(), QString(99, 'x'));
   const Qt::WindowFlags flags = WindowOf(form).windowHandle()->flags();
   EXPECT_EQ(flags & (Qt::WindowCloseButtonHint | Qt::WindowMinimizeButtonHint), Qt::WindowMinimizeButtonHint);
-  form.StepLbl.ForeColor = StepOther;
-  Settle();
+  for (const Color color : {StepCurrent, StepOther}) {
+    form.StepLbl.ForeColor = color;
+    Settle();
+    const bool current = color == StepCurrent;
+    EXPECT_EQ(WidgetOf(form.StepLbl).accessibleDescription(), current ? "current step" : "");
+    EXPECT_EQ(WindowOf(form).accessibleDescription(), current ? "Welcome / Open Configuration" : "");
+  }
   const QImage step = Picture(form.StepLbl);
   screen.ShowHighContrast(true);
   EXPECT_NE(Picture(form.StepLbl), step);
@@ -60,6 +77,9 @@ TEST_F(WidgetsTest, FieldsShowWhatTheFormMakesOfWhatWasEntered) {
   form.NameTxt.OnKeyPress = [](char key) { return key >= '0' && key <= '9'; };
   Type(field, "1x2");
   EXPECT_EQ(field.text(), "a12");
+  field.setSelection(0, 2);
+  Type(field, "7");
+  EXPECT_EQ(field.text() + QString::number(field.cursorPosition()), "721");
   auto& list = As<QComboBox>(form.PortCbo);
   form.PortCbo.OnClick = Handler([this] { form.PortCbo.Show("None"); });
   Press(list, Qt::Key_Down);
@@ -68,6 +88,20 @@ TEST_F(WidgetsTest, FieldsShowWhatTheFormMakesOfWhatWasEntered) {
   list.showPopup();
   EXPECT_EQ(list.itemText(1) + list.itemData(1, Qt::ToolTipRole).toString(), "Bbehind B");
   list.hidePopup();
+  form.PortCbo.Notes = {{"free", false}, {"in use", true}};
+  Settle();
+  EXPECT_EQ(list.itemData(1, Qt::UserRole).toString(), "in use");
+  EXPECT_TRUE(list.itemData(1, Qt::ForegroundRole).isValid() && !list.itemData(0, Qt::ForegroundRole).isValid());
+  EXPECT_EQ(As<ListWidget>(form.PortCbo).ListWidth(), list.width());
+  form.PortCbo.ListWidth = 4500;
+  EXPECT_EQ(As<ListWidget>(form.PortCbo).ListWidth(), 300);
+  const QImage open = Picture(form.PortCbo);
+  form.PortCbo.Locked = form.FreeCbo.Locked = form.NameTxt.Locked = true;
+  Settle();
+  EXPECT_NE(Picture(form.PortCbo), open) << "no arrow invites to what can't be done";
+  list.showPopup(), Press(list, Qt::Key_Down), Type(field, "7"), Type(WidgetOf(form.FreeCbo), "7");
+  EXPECT_FALSE(QApplication::activePopupWidget());
+  EXPECT_EQ(form.TakeLog(), "name:a name:a name:a1 name:a12 name:72 ");
 }
 
 TEST_F(WidgetsTest, AChoiceThatWaitsIsMadeByAClickElsewhereAndDroppedForTheForms) {
@@ -88,7 +122,7 @@ TEST_F(WidgetsTest, AChoiceThatWaitsIsMadeByAClickElsewhereAndDroppedForTheForms
 }
 
 TEST_F(WidgetsTest, TheWheelScrollsAndChangesNoClosedList) {
-  const auto turn = [](QWidget& widget, QPointF at, int angle) {
+  const auto turn = [this](QWidget& widget, QPointF at, int angle) {
     QWheelEvent event(at, widget.mapToGlobal(at), {}, {0, angle}, Qt::NoButton, {}, Qt::NoScrollPhase, false);
     QCoreApplication::sendEvent(&widget, &event);
     Settle();
@@ -106,7 +140,7 @@ TEST_F(WidgetsTest, TheWheelScrollsAndChangesNoClosedList) {
   for (const int top : {first - 3, first - 6, 0}) {
     if (top == 0) form.Term.Text = "0\r\n1";
     Settle();
-    turn(terminal, {5, 5}, 120);
+    for (const int half : {60, 60}) turn(terminal, {5, 5}, half);
     EXPECT_TRUE(terminal.VisibleText().startsWith(QString::number(top) + "\n")) << top;
   }
 }
@@ -133,6 +167,14 @@ TEST_F(WidgetsTest, TheMouseReachesWhatWantsItOrElseTheForm) {
   const Controls clicked{&form.BareLbl, &form.SiteLbl, &form.NameLbl, &form.FlagChk, &form.TwoOpt, &form.OffOpt};
   for (const Control* control : clicked) Click(*control);
   EXPECT_EQ(form.TakeLog(), "label down up site form flag:1 two ");
+  // Elsewhere, or by another button, a press is none.
+  for (QWidget* widget : {&WidgetOf(form.SiteLbl), static_cast<QWidget*>(&WindowOf(form)), &WidgetOf(form.BareLbl)}) {
+    MouseDown(*widget, {5, 5}), MouseDown(*widget, {5, 5}, Qt::RightButton);
+    MouseUp(*widget, {5, 5}, Qt::RightButton), MouseUp(*widget, {-9, 5});
+    MouseDown(*widget, {5, 5}, Qt::RightButton), MouseUp(*widget, {5, 5}, Qt::RightButton);
+  }
+  MouseDown(WidgetOf(form.TableFrame), {5, 5}, Qt::RightButton);
+  EXPECT_EQ(form.TakeLog() + form.TableFrame.Row.AsText(), "down up down up 0");
   EXPECT_FALSE(As<QAbstractButton>(form.OneOpt).isChecked());
   EXPECT_EQ(WidgetOf(form.SiteLbl).cursor().shape(), Qt::PointingHandCursor);
   As<QAbstractButton>(form.FlagChk).toggle();  // as assistive technology does
@@ -143,21 +185,35 @@ TEST_F(WidgetsTest, TheMouseReachesWhatWantsItOrElseTheForm) {
 
 TEST_F(WidgetsTest, AButtonIsPressedByEveryMouseButtonButClickedByTheLeftOneInside) {
   QWidget& button = WidgetOf(form.NextCmd);
-  const QImage raised = Picture(form.NextCmd);
-  for (const auto mouse : {Qt::RightButton, Qt::LeftButton}) {
-    MouseDown(button, {5, 5}, mouse);
-    EXPECT_NE(Picture(form.NextCmd), raised);
-    MouseUp(button, {mouse == Qt::LeftButton ? -20 : 5, 5}, mouse);
-    EXPECT_EQ(Picture(form.NextCmd), raised) << "up restores wherever the pointer went";
+  for (const Control* control : std::vector<const Control*>{&form.NextCmd, &form.AddCmd}) {
+    QWidget& held = WidgetOf(*control);
+    const QImage raised = Picture(*control);
+    for (const auto mouse : {Qt::RightButton, Qt::LeftButton}) {
+      MouseDown(held, {5, 5}, mouse), MouseDown(held, {5, 5}, Qt::MiddleButton),
+          MouseUp(held, {5, 5}, Qt::MiddleButton);
+      Settle();
+      EXPECT_NE(Picture(*control), raised);
+      MouseUp(held, {mouse == Qt::LeftButton ? -20 : 5, 5}, mouse);
+      Settle();
+      EXPECT_EQ(Picture(*control), raised) << "up restores wherever the pointer went";
+    }
+    held.setFocus();
+    SendKey(held, QEvent::KeyPress, Qt::Key_Space, {}, " ");
+    EXPECT_NE(Picture(*control), raised);
+    SendKey(held, QEvent::KeyRelease, Qt::Key_Return, {}, "\r");
+    WidgetOf(form.NameTxt).setFocus();
+    EXPECT_EQ(Picture(*control), raised) << "so does leaving it";
+    SendKey(held, QEvent::KeyRelease, Qt::Key_Space, {}, " ");
   }
   MouseDown(button, {5, 5});
+  MouseDown(WidgetOf(form.SiteLbl), {5, 5});
   app.forms.dispatcher.Dispatch([this] {
     const BoxWatcher boxes;
     app.forms.MsgBox("A timer has something to say", MessageIcon::None);
     EXPECT_EQ(form.NextCmd.Picture.Value(), 111) << "the box has taken the mouse from it";
   });
   MouseUp(button, {5, 5});
-  EXPECT_EQ(form.TakeLog(), "");
+  EXPECT_EQ(form.TakeLog(), "down up ");
   MouseDown(button, {5, 5});
   form.NextCmd.Visible = false;
   Settle();
@@ -174,6 +230,55 @@ TEST_F(WidgetsTest, AFormThatIsLargerThanItsScreenScrollsToWhatHasTheFocus) {
     QCoreApplication::sendEvent(&WidgetOf(*control), &comes);
     const QRect place(WidgetOf(*control).mapTo(&window, QPoint()), WidgetOf(*control).size());
     EXPECT_TRUE(window.rect().contains(place)) << control->Name();
+  }
+  const int top = WidgetOf(form.FirstFrame).y();
+  WidgetOf(form.NameTxt).setFocus();
+  PressIn(form, Qt::Key_PageDown, Qt::ControlModifier);
+  EXPECT_EQ(WidgetOf(form.FirstFrame).y(), 480 - 560 + 48);
+  PressIn(form, Qt::Key_PageUp, Qt::ControlModifier);
+  EXPECT_EQ(WidgetOf(form.FirstFrame).y(), top);
+  QWheelEvent wheel({5, 5}, window.mapToGlobal(QPointF(5, 5)), {}, {0, -120}, Qt::NoButton, {}, Qt::NoScrollPhase,
+                    false);
+  QCoreApplication::sendEvent(&window, &wheel);
+  EXPECT_LT(WidgetOf(form.FirstFrame).y(), top);
+  form.NextCmd.Click();
+  Settle();
+  EXPECT_EQ(WidgetOf(form.SecondFrame).y(), top) << "a page begins at its top";
+}
+
+TEST_F(WidgetsTest, WindowsOpenOverTheOneBeforeAndInsideTheScreen) {
+  const struct {
+    FormStyle style;
+    Qt::WindowType type;
+    bool minimizes, modal;
+  } rows[] = {{FormStyle::Window, Qt::Dialog, true, false},  // X knows an owner of dialogs alone
+              {FormStyle::Dialog, Qt::Dialog, false, false},
+              {FormStyle::Modal, Qt::Dialog, false, true},
+              {FormStyle::Splash, Qt::SplashScreen, false, false}};
+  const auto isNear = [](QPoint a, QPoint b) { return (a - b).manhattanLength() < 8; };  // a frame is between them
+  for (const auto& row : rows) {
+    SCOPED_TRACE(static_cast<int>(row.style));
+    app.forms.Register("Other", [&] { return std::make_shared<EveryControl>(app.forms, "Other", row.style); });
+    WindowOf(form).move(120, 150);
+    Form& other = Show("Other");
+    const QWindow& window = *WindowOf(other).windowHandle();
+    EXPECT_EQ(window.type(), row.type);
+    EXPECT_EQ(window.flags().testFlag(Qt::WindowMinimizeButtonHint), row.minimizes);
+    EXPECT_EQ(window.modality() != Qt::NonModal, row.modal);
+    EXPECT_EQ(window.transientParent() != nullptr, row.style != FormStyle::Splash);
+    EXPECT_TRUE(isNear(WindowOf(other).pos(), {120, 150}));
+    WindowOf(form).move(900, -200);
+    for (const bool shown : {false, true}) other.Visible = shown, Settle();
+    EXPECT_TRUE(isNear(WindowOf(other).geometry().topRight(), {1599, 32}));
+    // Nor do they forget the place of one that has gone.
+    WindowOf(form).move(300, 200);
+    form.Visible = other.Visible = false;
+    other.Visible = true;
+    EXPECT_TRUE(isNear(WindowOf(other).pos(), {300, 200}));
+    WindowOf(other).move(330, 220);
+    app.forms.Unload("Other");
+    form.Visible = true;
+    EXPECT_TRUE(isNear(WindowOf(form).pos(), {330, 220}));
   }
 }
 
@@ -202,18 +307,24 @@ TEST_F(WidgetsTest, TheTerminalWrapsFollowsTheEndAndSendsEveryKey) {
   form.Term.Text = "\x01" + std::string(static_cast<std::size_t>(terminal.Columns()), 'x') + "\r\nlast";
   Settle();
   EXPECT_EQ(terminal.VisibleText(), QStringLiteral("\u00B7") + QString(terminal.Columns() - 1, 'x') + "\nx\nlast");
-  for (int line = 0; line < 40; ++line) form.Term.SetSelText("\r\n" + std::to_string(line));
+  for (int line = 0; line < 80; ++line) form.Term.SetSelText("\r\n" + std::to_string(line));
   Settle();
   EXPECT_EQ(terminal.VisibleText().split('\n').size(), terminal.VisibleRows());
-  EXPECT_TRUE(terminal.VisibleText().endsWith("\n39"));
+  EXPECT_TRUE(terminal.VisibleText().endsWith("\n79"));
   Press(terminal, Qt::Key_PageUp);
-  form.Term.SetSelText("\r\n40");
-  EXPECT_TRUE(terminal.VisibleText().endsWith("\n20")) << "the user reads on where he is";
-  Press(terminal, Qt::Key_PageDown);
-  EXPECT_TRUE(terminal.VisibleText().endsWith("\n40"));
-  form.Term.Text = "short\r\nline";
+  form.Term.SetSelText("\r\n80");
+  EXPECT_TRUE(terminal.VisibleText().endsWith("\n56")) << "the user reads on where he is";
+  for (const char* last : {"\n79", "\n80"}) {
+    Press(terminal, Qt::Key_PageDown);
+    EXPECT_TRUE(terminal.VisibleText().endsWith(last));
+  }
+  form.Term.Text = "a\tb\r\rshort\r\nline";
+  WidgetOf(form.NextCmd).setFocus();
   Settle();
-  EXPECT_EQ(terminal.VisibleText(), "short\nline");
+  EXPECT_EQ(terminal.VisibleText(), "a b  short\nline");
+  form.Term.Text = "short\r\nline";
+  terminal.setFocus();
+  Settle();
 
   std::string keys;
   form.Term.OnKeyPress = [&](char key) { return keys += key, false; };
@@ -230,6 +341,19 @@ TEST_F(WidgetsTest, TheTerminalWrapsFollowsTheEndAndSendsEveryKey) {
   Press(terminal, Qt::Key_C, Shortcut);
   Press(terminal, Qt::Key_V, Shortcut);
   EXPECT_EQ(keys, "\r\x1Bshort\rline");
+  MouseDown(terminal, {8, 8});
+  for (const char* word : {"Copy", "All", "Copy", "Paste"}) {
+    QContextMenuEvent event(QContextMenuEvent::Mouse, {8, 8}, terminal.mapToGlobal(QPoint(8, 8)));
+    QCoreApplication::sendEvent(&terminal, &event);
+    auto& menu = dynamic_cast<QMenu&>(*QApplication::activePopupWidget());
+    for (QAction* action : menu.actions()) {
+      if (action->text().contains(word)) action->trigger();
+    }
+    menu.close();
+    Settle();
+  }
+  EXPECT_EQ(QGuiApplication::clipboard()->text(), "short\nline");
+  EXPECT_EQ(keys.substr(12), "short\rline");
 }
 
 }  // namespace

@@ -180,6 +180,17 @@ TEST(EndToEnd, ConfigurationsTravelOnTheCommandLine) {
   EXPECT_EQ(Process("vk32-cli", {"read", "RBCard", "--port", "COM5", "-y", "-o", file.Path()}, folder).Wait(), 0);
   EXPECT_EQ(Process("vk32-cli", {"write", file.Path(), "--port", device, "-y", "--verify"}, folder).Wait(), 0);
   EXPECT_EQ(sim.Line().substr(0, 17), "RBCard has stored");
+  const Process script("vk32-script", {"--port", "COM9=" + device}, folder);
+  for (const char* command : {"click Splash", "click MainMenu.RBCardCmd", "select ProductMenu.COMCbo COM9",
+                              "click ProductMenu.ConfigureCmd", "click Configuration_RBCard.UploadCmd"}) {
+    script.Do(command);
+  }
+  EXPECT_TRUE(script.Do("get Configuration_RBCard.SourceLbl.Caption").starts_with("value \"Read from COM9, "));
+  Process other("vk32-sim",
+                {"VK5300", "--port", "COM6", "--info-model", "M", "--info-version", "V", "--info-date", "D"}, folder);
+  other.Line();
+  const std::string told = Process("vk32-cli", {"info", "VK5300", "--port", "COM6", "-y"}, folder).Rest();
+  EXPECT_NE(told.find(": M\nFirmware Version: V\nFirmware Date: D\n"), std::string::npos) << told;
 }
 
 TEST(EndToEnd, ExitStatuses) {
@@ -286,7 +297,22 @@ TEST(Examples, DoTheMainJobOfEveryProduct) {
                                              {"rbcard", "RBCard", "COM28", ""},
                                              {"vk-rtx-df1", "VK-RTX-DF1", "COM29", "\n4: 02\n5: 00\n"},
                                              {"vk-rtx-modbus", "VK-RTX-Modbus", "COM27", "\n4: 01 01 C4 09\n"}};
+  const auto install = [] {
+    const TemporaryFile rom("example.rom", ":" + std::string(999, '7'));
+    const std::string folder = fs::path(rom.Path()).parent_path(), dump = folder + "/dump";
+    Process sim("vk32-sim", {"VK-RTX-DF1", "--port", "COM29", "--erase-time", "9", "--firmware-dump", dump}, folder);
+    sim.Line();
+    const auto start = Clock::now();
+    Process script("vk32-script", {VK32_EXAMPLES "/vk-rtx-firmware.vks"}, folder);
+    const std::string printed = script.Rest();
+    EXPECT_EQ(script.Wait(), 0) << printed;
+    EXPECT_LT(Clock::now() - start, 4s) << "it erases as fast as it was told";
+    EXPECT_EQ(sim.Line(), "VK-RTX (AB Ethernet, ASCII, DF1) has received a firmware of 1000 bytes\n");
+    std::ifstream received(dump, std::ios::binary);
+    EXPECT_EQ(std::string(std::istreambuf_iterator<char>(received), {}), rom.Content());
+  };
   std::vector<std::future<void>> jobs;  // side by side: most of their time is waiting
+  jobs.push_back(std::async(std::launch::async, install));
   for (const auto& [example, gateway, port, dumped] : rows) {
     jobs.push_back(std::async(std::launch::async, run, example, gateway, port, dumped));
   }

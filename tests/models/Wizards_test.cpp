@@ -25,6 +25,11 @@ TEST(Wizards, StartAnewEachTime) {
     GatewayDevice first(model.kind), second(model.kind);
     WizardUser fresh(model.kind, &first), user(model.kind, &second);
     const std::string before = user.State();
+    std::map<const Frame*, int> chosen;  // of the options in a frame
+    for (const Control* control : user.app.forms.Find(user.form)->Controls()) {
+      if (const auto* option = dynamic_cast<const OptionButton*>(control)) chosen[option->Parent()] += option->Value;
+    }
+    for (const auto& [frame, count] : chosen) EXPECT_EQ(count, 1) << frame->Name();
     user.Use("click UploadCmd");
     ChangeEverything(user);
     user.Use("again");

@@ -1,10 +1,10 @@
 // The simulated gateway: what it takes for a message, what it keeps, and what a user sees of its misbehaviours.
 
-#include "core/Convert.h"
 #include "link/BuildFrame.h"
 #include "link/Frames.h"
 #include "link/VKComSubs.h"
-#include "support/Harness.h"
+#include "models/WizardUser.h"
+#include "models/wizard/WizardForm.h"
 
 namespace vk32::sim {
 namespace {
@@ -69,12 +69,46 @@ TEST(Gateway, StoresWholeBlocksTogetherOrNotAtAll) {
   check("", false, 3s + 1ns);
 }
 
+/// What the pages show behind an upload and did not before.
+TEST(Gateway, ComesFromTheFactoryWithSettingsOfAPlant) {
+  const std::pair<const char*, const char*> rows[] = {
+      {"RB2000",
+       "19200|Even|5|CRC|SLC/MicroLogix/ControlLogix|Yes|1 Octal|7 Octal|Yes|17|40001|40020|7|0|40101|40110|8|0|Yes"},
+      {"RB3000", "PLC-3|Yes|2 Octal|5 Octal|1|64|3|0|30001|30010|10|5"},
+      {"RBCard", ""},
+      {"VK5300", "2 Octal|192.168.1.100|255.255.255.0|192.168.1.1|100 Mbps"},
+      {"VK-RTX-DF1",
+       "19200|True|7|Even|192.168.1.100|255.255.255.0|192.168.1.1|100 Mbps|45 s|CRC|ASCII|Ethernet|1|10|Channel A|"
+       "Channel A|20|30|Ethernet|192.168.1.60|Channel B|40|40|Ethernet|192.168.1.50|8000 ms|192.168.1.50|Yes|2|0|0|"
+       "Integer|7|10|Integer|Protected Typed Logical Write"},
+      {"VK-RTX-Modbus",
+       "57600|Even|192.168.1.100|255.255.255.0|192.168.1.1|10 Mbps|45 s|2500 ms|5|192.168.1.50|6|192.168.1.51|"
+       "1 - 10|40001|7:0|Int|20|TypedRW|1 - 10|40101|8:0|Float|10|TypedRW|1 - 10|31001|9:5|Int|50|ProtTypedRW|"
+       "11 - 20|10001|3:0|Bin|64|WordRangeRW|21 - 21|16|300:2|Bin|16|WordRangeRW"}};
+  for (const auto& [kind, settings] : rows) {
+    GatewayDevice device(kind);
+    WizardUser user(kind, &device);
+    const auto list = [&] { return dynamic_cast<WizardForm&>(*user.app.forms.Find(user.form)).List(); };
+    const Listing before = list();
+    EXPECT_EQ(user.Use("click UploadCmd"), "reminder\n");
+    std::string shown;
+    for (const auto& change : Compare(before, list())) shown += "|" + change.right.value_or("-");
+    EXPECT_EQ(shown.substr(shown.empty() ? 0 : 1), settings) << kind;
+  }
+}
+
+Misbehaviour Named(const std::string& names) {
+  Misbehaviour how;
+  for (const std::string& name : Split(names)) EXPECT_EQ(SetMisbehaviour(name, how), "");
+  return how;
+}
+
 /// What a click on UPLOAD makes of it, and how long it takes.
 TEST(Misbehaviour, AsTheUserSeesIt) {
   const Time byteTime = 1041666ns;  // ten bits at 9600 bit/s
-  const auto check = [](Misbehaviour how, Time span, bool good, bool pace = false) {
+  const auto check = [](const char* names, Time span, bool good, bool pace = false) {
     Harness h;
-    GatewayDevice device("RB2000", how, pace);
+    GatewayDevice device("RB2000", Named(names), pace);
     h.GoTo("RB2000Cmd", &device);
     h.Do("click ProductMenu.ConfigureCmd");
     h.Elapsed();
@@ -82,11 +116,15 @@ TEST(Misbehaviour, AsTheUserSeesIt) {
     EXPECT_EQ(h.Elapsed().count(), span.count());
     EXPECT_EQ(h.Get("Configuration_RB2000.ChaSpeedLst.Text") == "19200", good) << span.count();
   };
-  check({.late = 2999ms}, 2999ms, true);
-  check({.junk = true}, 0ms, false);
-  check({.shortBy = 461}, 3000ms, false);
-  check({.hold = 500ms}, 0ms, false);
-  check({.unplugAfter = 466}, 467 * byteTime, true, true);
+  check("late=2999", 2999ms, true);
+  check("junk", 0ms, false);
+  check("short=461", 3000ms, false);
+  check("hold=500", 0ms, false);
+  check("unplug=466", 467 * byteTime, true, true);
+  const Misbehaviour how =
+      Named("silent bad-checksum deaf-block=7 info-pieces=2 banner=9 no-ready no-burn hold-for-good nak=4 cancel");
+  EXPECT_TRUE(how.silent && how.badChecksum && how.noReady && how.noBurn && how.holdForGood && how.cancel);
+  EXPECT_EQ(how.deafBlock * 1000 + how.infoPieces * 100 + *how.bannerLength * 10 + how.naks, 7294);
 }
 
 }  // namespace

@@ -22,6 +22,7 @@ class EveryControl : public Form, public RowSource {
     GrayTxt.BackColor = 0xE0E0E0;
     ReadTxt.Locked = true;
     ReadTxt.Text = "read only";
+    LineLbl.Caption = "COM3\t/dev/ttyS2\tfree";
     PortCbo.EntryToolTip = [](const std::string& entry) { return "behind " + entry; };
     PortCbo.Show("COM2");
     LaterCbo.Show("None");
@@ -87,6 +88,8 @@ class EveryControl : public Form, public RowSource {
   Label         StepLbl     {*this, "StepLbl",     { 240, 1440, 3480,  315}, "Welcome / Open Configuration", TextRole::Step};
   Image         IconImg     {*this, "IconImg",     { 240, 2400,  720,  720}};
   Label         LogLbl      {*this, "LogLbl",      { 240, 3360, 3480, 4320}, ""};
+  RowLabel      LineLbl     {*this, "LineLbl",     { 240, 7800, 3480,  315},
+                             {{0, TextRole::Body}, {900, TextRole::Muted}, {-900, TextRole::MutedRight}}, Noting("line")};
 
   Frame         FirstFrame  {*this, "FirstFrame",  {3840, 720, 9000, 6900}};
   Label         NameLbl     {FirstFrame, "NameLbl",    { 360, 720, 1800, 315}, "Name"};

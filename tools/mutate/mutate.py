@@ -11,7 +11,7 @@ wait on real time come last.
 --count N       faults that compile, spread over the folders of src/ and apps/ by their lines of code, two at least
 --seed N        the same seed draws the same faults from the same code
 --only GLOB     draws from these files alone, e.g. 'src/link/*'
---acts          draws no words and no layout
+--acts          draws no words, no layout and no painting
 --widest N      passes over files that more than N objects are compiled from: a central header rebuilds everything
 --suite REGEX   runs the suites of these names alone
 --jobs N        compiles N files at once
@@ -42,7 +42,7 @@ TREE = os.path.dirname(os.path.dirname(os.path.dirname(os.path.realpath(__file__
 HARMLESS = os.path.join(os.path.dirname(os.path.realpath(__file__)), 'harmless.txt')
 BUILD_LIMIT, MEMORY_LIMIT, OUTPUT_LIMIT = 1500, 4 << 30, 64 << 20  # s, bytes
 SLOW = 1.0  # s: a suite that takes longer waits on real time
-WORDS_AND_LAYOUT = ('text', 'layout')
+LOOKS = ('text', 'layout', 'painting')  # kinds of faults that are for the eye alone
 
 # --- What can be wrong -----------------------------------------------------------------------------------------------
 
@@ -56,6 +56,8 @@ SWAPS = {'==': '!=', '!=': '==', '<': '<=', '<=': '<', '>': '>=', '>=': '>', '&&
          '*': '/', '/': '*', '%': '*', '&': '|', '|': '&', '<<': '>>', '>>': '<<', '+=': '-=', '-=': '+='}
 PLACE = re.compile(r'\{\s*-?\d+,\s*-?\d+,\s*-?\d+,\s*-?\d+\}')  # of a control: left, top, width, height in twips
 ROW = re.compile(r'^\s*\{.*,.*,.*\}')
+PAINTING_FILES = re.compile(r'apps/desktop/(Drawing|FocusRing|ProgramStyle|TextBlock|Theme)\.')
+PAINTING = re.compile(r'\b(?:paint(?:Event)?|Draw\w*|draw[A-Z]\w*|FocusRing|LinePlace|Alignment|\w*Color\w*)\([^;{}]*\) (?:const )?(?:override )?\{')
 NO_STATEMENT = {'return', 'using', 'namespace', 'class', 'struct', 'public', 'private', 'protected', 'const', 'constexpr',
                 'static', 'auto', 'template', 'enum', 'friend', 'case', 'break', 'continue', 'default', 'extern', 'explicit',
                 'virtual', 'operator', 'throw', 'else', 'for', 'while', 'if', 'do', 'switch', 'try', 'catch', 'delete'}
@@ -96,9 +98,19 @@ def is_expression(tokens, at):
     return tokens[i][0] == 'operator' and not (tokens[i][1] in '&*' and tokens[i + 1][0] == 'word')
 
 
+def painting_of(path, text, tokens):
+    """Where the program paints: places in the text, from and to."""
+    if PAINTING_FILES.match(path):
+        return [(0, len(text))]
+    opened = {start: i for i, (_, _, start, _) in enumerate(tokens)}
+    ends = [m.end() - 1 for m in PAINTING.finditer(text) if path.startswith('apps/desktop/') and m.end() - 1 in opened]
+    return [(begin, tokens[closing(tokens, opened[begin])][2]) for begin in ends]
+
+
 def mutants_of(path, text):
     tokens = tokens_of(text)
     lines, places = text.split('\n'), [m.span() for m in PLACE.finditer(text)]
+    painting = painting_of(path, text, tokens)
     starts = [0]
     for line in lines:
         starts.append(starts[-1] + len(line) + 1)
@@ -111,6 +123,8 @@ def mutants_of(path, text):
         number = number_of_line[start]
         if kind in ('constant', 'text', 'bool') and ROW.match(lines[number - 1]):
             kind = 'cell'
+        if any(begin < start < end for begin, end in painting):
+            kind = 'painting'
         return Mutant(path, number, kind, start, end, new)
 
     for i, (kind, token, start, end) in enumerate(tokens[:-1]):
@@ -255,7 +269,7 @@ def bring_up_to_date(copy):
                    cwd=copy, check=True, stdout=subprocess.DEVNULL)
 
 
-Program = collections.namedtuple('Program', 'name command environment')
+Program = collections.namedtuple('Program', 'name command environment folder')
 Suite = collections.namedtuple('Suite', 'program name file seconds')
 
 
@@ -277,7 +291,8 @@ class Tests:
             environment = dict(setting.split('=', 1) for setting in properties.get('ENVIRONMENT', []))
             built = [part for part in test['command'] if part.startswith(self.build_folder)]  # it may be started by another
             if built:
-                self.find_suites(Program(os.path.basename(built[-1]), test['command'], environment), wanted)
+                folder = properties.get('WORKING_DIRECTORY', self.build_folder)
+                self.find_suites(Program(os.path.basename(built[-1]), test['command'], environment, folder), wanted)
 
     def find_suites(self, program, wanted):
         with tempfile.NamedTemporaryFile() as report:
@@ -317,7 +332,7 @@ class Tests:
 
         with tempfile.TemporaryFile() as output:
             process = subprocess.Popen([*program.command, *arguments], stdout=output, stderr=subprocess.STDOUT,
-                                       stdin=subprocess.DEVNULL, start_new_session=True, preexec_fn=bound,
+                                       stdin=subprocess.DEVNULL, start_new_session=True, preexec_fn=bound, cwd=program.folder,
                                        env={**os.environ, **program.environment})
             try:
                 well = process.wait(limit) == 0
@@ -395,13 +410,13 @@ def read_results(path):
 
 
 def table(title, results, key):
-    print(f'\n{title:<24} {"made":>5} {"killed":>7} {"score":>7}   {"without words and layout":>24}')
+    print(f'\n{title:<24} {"made":>5} {"killed":>7} {"score":>7}   {"without words and looks":>24}')
     groups = collections.defaultdict(list)
     for result in results:
         groups[key(result)].append(result)
     for name, group in sorted(groups.items()) + [('all', results)]:
         print(f'{name:<24} {len(group):>5} {killed(group):>7} {score(group):>7}', end='   ')
-        acts = [r for r in group if r['kind'] not in WORDS_AND_LAYOUT]
+        acts = [r for r in group if r['kind'] not in LOOKS]
         print(f'{len(acts):>8} {killed(acts):>7} {score(acts):>7}')
 
 
@@ -418,6 +433,7 @@ def report(results, harmless):
     compiled = [r for r in results if r['outcome'] != 'not compiled']
     counted = [r for r in compiled if r['outcome'] == 'killed' or not harmless.names(r['file'], r['before'], r['after'])]
     print(f'{len(results)} drawn, {len(results) - len(compiled)} not compiled, {len(compiled) - len(counted)} harmless')
+    table('part', counted, lambda r: r['file'].split('/')[0])
     table('folder', counted, lambda r: os.path.dirname(r['file']))
     table('kind', counted, lambda r: r['kind'])
     survivors = [r for r in counted if r['outcome'] == 'survived']
@@ -477,7 +493,7 @@ def main():
                 del orders[folder]
                 continue
             mutant = orders[folder].pop(0)
-            if options.acts and mutant.kind in WORDS_AND_LAYOUT:
+            if options.acts and mutant.kind in LOOKS:
                 continue
             if users[os.path.join(os.path.realpath(options.copy), mutant.file)] > options.widest:
                 continue
