@@ -208,7 +208,7 @@ TEST(EndToEnd, ExitStatuses) {
   };
   run("vk32-script", {}, "click Splash\nclick MainMenu.ExitCmd\nclick Nothing\n", 0, "ok\nended\nok\n");
   run("vk32-script", {commands.Path()}, "", 0, "ok\nvalue \"Products\"\nok\nok\n");
-  run("vk32-script", {"--version"}, "", 0, "1.8.11\n");
+  run("vk32-script", {"--version"}, "", 0, "vk32-script 1.8.11\n");
   run("vk32-script", {}, "click Nothing\nquit\n", 1, none);
   run("vk32-script", {"--keep-going"}, "click Nothing\nquit", 1, none + "ok\n");
   run("vk32-script", {}, "after 1 click Nothing\nwait 20\n", 1, "ok\nafter-" + none + "ok\n");
