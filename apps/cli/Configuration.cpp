@@ -15,12 +15,6 @@ namespace {
 using Json = nlohmann::ordered_json;
 
 /// For a terminal, on which a device's bytes must command nothing.
-std::string Printable(std::string_view bytes) {
-  std::string text = ToUtf8(bytes);
-  for (char& c : text) c = static_cast<unsigned char>(c) < 32 || c == 127 ? '?' : c;
-  return text;
-}
-
 void Print(World& world, const Json& document) {
   world.console.out << document.dump(2, ' ', false, Json::error_handler_t::replace) << "\n";
 }
@@ -49,22 +43,13 @@ void PrintJson(World& world, const Configuration& configuration) {
 void PrintText(World& world, const Configuration& configuration) {
   std::ostream& out = world.console.out;
   const Target& target = configuration.target;
-  out << target.product << (target.model.empty() ? "" : ", " + target.model) << "\n";
-  std::string page, group;
-  for (const ListedValue& row : ForReading(configuration.listing)) {
-    if (row.page != page) out << "\n" << row.page << "\n";
-    if (!row.group.empty() && (row.page != page || row.group != group)) out << "  " << Printable(row.group) << "\n";
-    page = row.page, group = row.group;
-    out << (group.empty() ? "  " : "    ") << Printable(row.field) << ": " << Printable(row.Text()) << "\n";
-  }
+  out << target.product << (target.model.empty() ? "" : ", " + target.model) << "\n"
+      << TextReport(configuration.listing);
 }
 
 std::string HtmlOf(World& world, const Configuration& configuration) {
-  const std::tm now = world.loop.LocalTime();
-  char date[sizeof "2026-11-25 21:40"];
-  std::strftime(date, sizeof date, "%Y-%m-%d %H:%M", &now);
   const Target& target = configuration.target;
-  return HtmlReport({target.product, target.model, configuration.source, date, "VK32 " + ProgramVersion()},
+  return HtmlReport({target.product, target.model, configuration.source, world.loop.DateAndTime(), "VK32 " + ProgramVersion()},
                     configuration.listing);
 }
 

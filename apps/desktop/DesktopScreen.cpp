@@ -147,6 +147,16 @@ void DesktopScreen::CopyText(const std::string& text) {
   QGuiApplication::clipboard()->setText(FromBytes(text).remove(u'\r'));
 }
 
+std::string DesktopScreen::Description() const {
+  const QScreen* const screen = QGuiApplication::primaryScreen();
+  const QString size = screen ? QString("%1 x %2 at %3 %")
+                                    .arg(screen->geometry().width())
+                                    .arg(screen->geometry().height())
+                                    .arg(qRound(screen->devicePixelRatio() * 100))
+                              : QString("no screen");
+  return QString("Qt %1 (%2), %3").arg(qVersion(), QGuiApplication::platformName(), size).toStdString();
+}
+
 std::string DesktopScreen::OpenManual(const std::string& form) { return OpenManualPage(ManualPage(form)); }
 
 void DesktopScreen::ShowHighContrast(bool high) {

@@ -2,6 +2,7 @@
 #include "app/App.h"
 
 #include "app/Backstage.h"
+#include "app/SupportFile.h"
 #include "deviceinfo/DeviceInfo.h"
 #include "firmware/DownloadingMsg.h"
 #include "firmware/Firmware.h"
@@ -50,6 +51,7 @@ void RegisterForms(App& app) {
   RegisterForm<ABModMapping>(app);
   RegisterForm<CompareForm>(app);
   app.lookElsewhere = [&app] { return std::make_unique<BackstageReader>(app); };
+  app.supportText = [&app] { return SupportText(app); };
 }
 
 void StartProgram(App& app) {

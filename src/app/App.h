@@ -36,6 +36,7 @@ struct App {
   std::map<std::string, std::shared_ptr<const KeptValues>> kept;  // by product and model: of wizards closed unasked
   std::set<std::int32_t> lateAnswers;  // the ports on which an earlier conversation's last answer may still come
   std::function<std::unique_ptr<Elsewhere>()> lookElsewhere;  // each is good for one reading
+  std::function<std::string()> supportText;                   // what a support file holds now
 };
 
 /// The version of the program, as the files and the pages show it: "1.8.11".

@@ -80,12 +80,13 @@ std::optional<Listing> BackstageReader::ReadFile(const std::string& path, const 
   return Shown(wizard->List());
 }
 
-std::optional<Listing> BackstageReader::ReadDevice(const std::string& port, const WizardKind& kind) {
+std::optional<Listing> BackstageReader::ReadDevice(const std::string& port, const WizardKind& kind,
+                                                   ExchangeObserver& observer) {
   WizardForm& wizard = stage_.Begin(kind.product, kind.model, port);
   stage_.app.lateAnswers = front_.lateAnswers;
   std::optional<Listing> read;
   stage_.app.forms.dispatcher.Dispatch([&] {
-    if (wizard.ReadDevice() == Taken::All) read = Shown(wizard.List());
+    if (wizard.ReadDevice(observer) == Taken::All) read = Shown(wizard.List());
   });
   front_.lateAnswers = stage_.app.lateAnswers;
   front_.forms.dispatcher.LeaveIfEnded();

@@ -56,7 +56,8 @@ class BackstageReader : public Elsewhere {
   explicit BackstageReader(App& front);
 
   std::optional<Listing> ReadFile(const std::string& path, const WizardKind& kind) override;
-  std::optional<Listing> ReadDevice(const std::string& port, const WizardKind& kind) override;
+  std::optional<Listing> ReadDevice(const std::string& port, const WizardKind& kind,
+                                    ExchangeObserver& observer) override;
   void Stop() override { stage_.app.forms.UnloadAll(); }
   std::string Why() const override;
 

@@ -69,6 +69,9 @@ class Screen {
   /// Opens the page of the manual that belongs to the form of that name. Empty, or why it can't be opened.
   virtual std::string OpenManual(const std::string& form) = 0;
 
+  /// What draws, and where: "Qt 6.4.2 (xcb), 1920 x 1080 at 125 %". Empty if nothing does.
+  virtual std::string Description() const { return {}; }
+
   /// A fault that nothing caught ends the program; ProgramEnded follows.
   virtual void ProgramFaulted(int number, const std::string& description) = 0;
   /// The program has ended itself: no act gets through to a form any more.

@@ -27,6 +27,7 @@ void CompareForm::Show(App& app, ComparedSide left, ComparedSide right) {
   form.right_ = std::move(right);
   form.ShowRows();
   app.forms.Show(FormName);
+  form.SetFocus(form.CompareCloseCmd);
 }
 
 void CompareForm::ShowRows() {

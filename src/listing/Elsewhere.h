@@ -8,6 +8,8 @@
 
 namespace vk32 {
 
+class ExchangeObserver;
+
 /// A product, and the model of a VK-RTX, as Globals has them.
 struct WizardKind {
   std::string product, model;
@@ -21,8 +23,9 @@ class Elsewhere {
   /// What the pages show of that configuration, hidden fields left out. Nothing if there is none, or only a part of it:
   /// Why tells.
   virtual std::optional<Listing> ReadFile(const std::string& path, const WizardKind& kind) = 0;
-  /// By the upload of the product, without its reminder. `port`: "COM3".
-  virtual std::optional<Listing> ReadDevice(const std::string& port, const WizardKind& kind) = 0;
+  /// By the upload of the product, without its reminder. `port`: "COM3"; `observer`: hears how it goes.
+  virtual std::optional<Listing> ReadDevice(const std::string& port, const WizardKind& kind,
+                                            ExchangeObserver& observer) = 0;
   /// Ends a reading that is under way: it gives nothing.
   virtual void Stop() = 0;
   /// A sentence for the user.

@@ -121,6 +121,23 @@ std::string ToUtf8(std::string_view bytes) {
   return text;
 }
 
+std::string Printable(std::string_view bytes) {
+  std::string text = ToUtf8(bytes);
+  for (char& c : text) c = static_cast<unsigned char>(c) < 32 || c == 127 ? '?' : c;
+  return text;
+}
+
+std::string TextReport(const Listing& listing) {
+  std::string text, page, group;
+  for (const ListedValue& row : ForReading(listing)) {
+    if (row.page != page) text += "\n" + row.page + "\n";
+    if (!row.group.empty() && (row.page != page || row.group != group)) text += "  " + Printable(row.group) + "\n";
+    page = row.page, group = row.group;
+    text += (group.empty() ? "  " : "    ") + Printable(row.field) + ": " + Printable(row.Text()) + "\n";
+  }
+  return text;
+}
+
 Listing ForReading(Listing listing) {
   listing = Shown(std::move(listing));
   Listing kept;

@@ -1,6 +1,8 @@
 // What the program is, and where its maker can be reached.
 #include "shell/About.h"
 
+#include "platform/Files.h"
+#include "platform/Fault.h"
 #include "shell/MainMenu.h"
 #include "shell/Subs.h"
 
@@ -10,9 +12,29 @@ About::About(App& app) : Form(app.forms, FormName, "About VK32", ShellWidth, She
   WebsiteLbl.ForeColor = AboutLink;
 }
 
-void About::Form_Load() { VersionLbl.Caption = VersionText(); }
+void About::Form_Load() {
+  VersionLbl.Caption = VersionText();
+  SupportLbl.Caption =
+      "When something goes wrong, a support file tells the maker what the program and the device have said last, and "
+      "how the open configuration stands.";
+}
 
 void About::CloseCmd_Click() { UnloadMe(); }
+
+void About::SupportCmd_Click() {
+  SupportDialog.Prepare("Save Support File", "Text Files (*.txt)|*.txt");
+  SupportDialog.ShowSave();
+  const std::string path = SupportDialog.FileName;
+  if (path.empty()) return;
+  try {
+    OutputFile file(path);
+    file.Write(app_.supportText());
+    file.Commit();
+    SupportLbl.Caption = "Saved as " + path;
+  } catch (const RuntimeFault& fault) {
+    app_.forms.MsgBox(fault.Description(), MessageIcon::Critical, "Error!");
+  }
+}
 
 void About::WebsiteLbl_Click() { OpenWebSite(app_, WebSite); }
 

@@ -14,6 +14,7 @@ class About : public Form {
  private:
   void Form_Load() override;
   void CloseCmd_Click();
+  void SupportCmd_Click();
   void WebsiteLbl_Click();
   void WebsiteLbl_MouseDown();
   void WebsiteLbl_MouseUp();
@@ -37,6 +38,9 @@ class About : public Form {
   Label       Toll           {*this, "Toll",           {3960, 3990, 3330, 315}, "Toll Free:  555-0101"};
   Label       Fax            {*this, "Fax",            {3960, 4305, 3330, 315}, "Fax:  555-0102"};
   Label       Email          {*this, "Email",          {3960, 4620, 3330, 315}, "E-mail:  info@norvanta.example"};
+  Label       SupportLbl     {*this, "SupportLbl",     { 240, 5235, 7050, 480}, "", TextRole::Small};
+  CommandButton SupportCmd   {*this, "SupportCmd",     { 240, 5955, 2640, 390}, "Save Support File...", &About::SupportCmd_Click};
+  FileDialog  SupportDialog  {*this, "SupportDialog"};
   ImageButton CloseCmd       {*this, "CloseCmd",       {5865, 5925, 1425, 450}, &About::CloseCmd_Click, WindowKey::Escape};
   // clang-format on
 };

@@ -30,7 +30,7 @@ std::optional<Listing> ComparePart::ReadDevice(const Conversation& conversation)
   if (conversation.IsOver()) return std::nullopt;
   const std::shared_ptr<Elsewhere> elsewhere = app_.lookElsewhere();
   reading_ = elsewhere;
-  auto read = elsewhere->ReadDevice("COM" + Str(conversation.port), Kind());
+  auto read = elsewhere->ReadDevice("COM" + Str(conversation.port), Kind(), wizard_.status);
   if (conversation.IsOver()) return std::nullopt;
   if (!read) {
     app_.forms.MsgBox("The configuration of the " + conversation.product + " could not be read.\r\n" + elsewhere->Why(),

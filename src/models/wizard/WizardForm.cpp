@@ -156,8 +156,8 @@ void WizardForm::UploadCmd_Click() {
   TakeFrom(*conversation);
 }
 
-Taken WizardForm::ReadDevice() {
-  const auto conversation = Conversation::Begin(app, *this, ReadingConfiguration);
+Taken WizardForm::ReadDevice(ExchangeObserver& observer) {
+  const auto conversation = Conversation::Begin(app, *this, ReadingConfiguration, &observer);
   return conversation ? TakeFrom(*conversation) : Taken::Nothing;
 }
 

@@ -42,7 +42,7 @@ class WizardForm : public ConfigurationForm {
   bool OpenFileAskedFor();
   bool MayGo() override;
   /// What UPLOAD does behind its reminder, in a conversation of its own.
-  Taken ReadDevice();
+  Taken ReadDevice(ExchangeObserver& observer);
   /// What it shows, as one side of a comparison.
   ComparedSide ShownSide();
 

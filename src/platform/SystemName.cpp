@@ -1,0 +1,23 @@
+// The system that the program runs on, as it describes itself.
+#include "platform/SystemName.h"
+
+#include <sys/utsname.h>
+
+#include <fstream>
+
+namespace vk32 {
+
+std::string SystemName() {
+  utsname kernel{};
+  uname(&kernel);
+  const std::string kernelName = std::string(kernel.sysname) + " " + kernel.release + ", " + kernel.machine;
+  const std::string key = "PRETTY_NAME=\"";
+  std::ifstream release("/etc/os-release");
+  for (std::string line; std::getline(release, line);) {
+    if (!line.starts_with(key)) continue;
+    return line.substr(key.size(), line.find('"', key.size()) - key.size()) + ", " + kernelName;
+  }
+  return kernelName;
+}
+
+}  // namespace vk32
