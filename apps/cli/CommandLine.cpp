@@ -25,12 +25,18 @@ class Parser {
   explicit Parser(World& world) : world_(world) {
     parser_.require_subcommand(1);
     parser_.footer(Statuses);
-    parser_.set_version_flag("--version", ProgramVersion());
+    parser_.set_version_flag("--version", "vk32-cli " + ProgramVersion());
     AddDeviceCommands();
     AddFileCommands();
   }
 
   ExitStatus Run(std::vector<std::string> arguments) {
+    const std::string command = arguments.empty() ? "" : arguments.front();
+    const auto known = [&](const CLI::App* one) { return one->get_name() == command; };
+    if (!command.empty() && command[0] != '-' && parser_.get_subcommands(known).empty()) {
+      world_.console.err << "There is no command " << command << ": vk32-cli --help lists them.\n";
+      return ExitStatus::WrongUsage;
+    }
     std::ranges::reverse(arguments);  // as the parser wants them
     try {
       parser_.parse(arguments);

@@ -97,7 +97,6 @@ void ListWidget::Sync() {
   if (isEditable() && currentText() != shown) setEditText(shown);
   ColorField(*this, list_, list_.Locked);
   view()->viewport()->update();
-  update();
 }
 
 void ListWidget::Name(const QString& name) {

@@ -85,7 +85,7 @@ int Start(int argc, char** argv) {
   parser.add_flag("--strict", options.strict, "a critical box that the script does not expect fails the command");
   parser.add_option("--trace", options.trace, "file that takes each read and write")->type_name("FILE");
   parser.add_option("FILE", options.file, "the commands");
-  parser.set_version_flag("--version", vk32::ProgramVersion());
+  parser.set_version_flag("--version", "vk32-script " + vk32::ProgramVersion());
   try {
     parser.parse(argc, argv);
   } catch (const CLI::ParseError& error) {

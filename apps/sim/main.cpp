@@ -245,7 +245,7 @@ void AddOptions(CLI::App& parser, Options& options, std::vector<std::string>& mi
         const std::string fault = vk32::sim::SetMisbehaviour(text, options.misbehaviour);
         if (!fault.empty()) throw CLI::ValidationError(fault);
       });
-  parser.set_version_flag("--version", vk32::ProgramVersion());
+  parser.set_version_flag("--version", "vk32-sim " + vk32::ProgramVersion());
 }
 
 }  // namespace

@@ -89,6 +89,7 @@ TEST(CommandLine, ADeviceThatDoesNotAcknowledgeIsNeverDone) {
     std::filesystem::copy_file(VK32_EXAMPLES "/example.rom", cli.folder + "/f.rom");
     cli.driver.Plug("COM3", &bad);
     EXPECT_TRUE(cli.Run(command).starts_with(told)) << command << "\n" << cli.err.str();
+    EXPECT_EQ(cli.err.str().find('\r'), std::string::npos) << "a terminal wants lines";
     EXPECT_EQ(cli.Content("b.cfg"), "") << command;
     EXPECT_EQ(cli.driver.WaitHandle(1), -1) << command;
   }
@@ -103,6 +104,16 @@ TEST(CommandLine, WhatCanNotBeDoneIsToldByItsStatus) {
   const std::pair<std::string, const char*> rows[] = {
       {"", "2: "},
       {"read RB2000", "2: --port is required"},
+      {"write %/a.cfg", "2: --port is required"},
+      {"info VK5300", "2: --port is required"},
+      {"firmware %/f.rom", "2: --port is required"},
+      {"show", "2: SOURCE is required"},
+      {"diff %/a.cfg", "2: B is required"},
+      {"check", "2: FILE is required"},
+      {"set %/a.cfg -o %/x", "2: ASSIGNMENT is required"},
+      {"set %/a.cfg a=b", "2: --output is required"},
+      {"batch %/a.cfg", "2: TABLE is required"},
+      {"batch %/a.cfg %/a.csv", "2: Give --out DIR"},
       {"read RB9999 --port COM3 -y", "2: There is no product RB9999. Choose one of VK5300, "},
       {"read VK-RTX --port COM3 -y", "2: Which model of the VK-RTX?"},
       {"read RB2000 --port COM3", "2: You are asked to make the device ready"},
@@ -111,6 +122,7 @@ TEST(CommandLine, WhatCanNotBeDoneIsToldByItsStatus) {
       {"read RB2000 --port %/none -y", "4: There is no port "},
       {"read RB2000 --port COM3 -y -o %/none/a.cfg", "5: "},
       {"write %/none.cfg --port COM3 -y", "5: "},
+      {"write %/a.cfg --port COM3 -y --backup /dev/null/x", "5: The folder /dev/null/x can't be made: "},
       {"write " + broken.Path() + " --port COM3 -y", "5: The selected configuration file"},
       {"write " + other.Path() + " --port COM3 -y", "5: /tmp/"},
       {"firmware %/a.cfg --port COM3 -y", "5: The selected file is not a valid firmware file."}};
@@ -125,12 +137,14 @@ TEST(CommandLine, StoppedAtAnyTimeItEndsTheConversation) {
   for (const auto& [command, moments] :
        {std::pair("read VK-RTX-DF1 --port COM3 -o %/b.cfg", std::vector{0ms, 20ms, 150ms}),
         {"write %/a.cfg --port COM3", {0ms, 20ms, 150ms}},
+        {"batch %/a.cfg %/t.csv --out %/out", {0ms}},
         {"firmware %/f.rom --port COM3", {0ms, 500ms, 2000ms, 3500ms}}}) {
     for (const Time moment : moments) {
       GatewayDevice paced("VK-RTX-DF1", {}, true);
       Cli cli(&good);
       cli.Run("read VK-RTX-DF1 --port COM3 -y -o %/a.cfg");
       std::filesystem::copy_file(VK32_EXAMPLES "/example.rom", cli.folder + "/f.rom");
+      std::ofstream(cli.folder + "/t.csv") << "Name,Message Timeout\na,5000\n";
       cli.driver.Plug("COM3", &paced);
       cli.world.console.waitForEnter = [&](const std::string&) { return moment > 0ms || (cli.world.Stop(), false); };
       const Alarm stop(cli.loop, moment, [&] { cli.world.Stop(); });
@@ -138,6 +152,44 @@ TEST(CommandLine, StoppedAtAnyTimeItEndsTheConversation) {
       EXPECT_EQ(cli.driver.WaitHandle(1), -1) << command;
       EXPECT_EQ(cli.Content("b.cfg"), "") << command;
     }
+  }
+}
+
+TEST(CommandLine, DevicesAreShown) {
+  GatewayDevice vk5300("VK5300"), rtx("VK-RTX-DF1");
+  Cli cli(&vk5300);
+  const std::tuple<const char*, GatewayDevice*, const char*> rows[] = {
+      {"info VK5300 --port COM3 -y", &vk5300, "\nIP Address: 192.168.1.100\n"},
+      {"info VK5300 --port COM3 -y --json", &vk5300, "\"IP Address\": \"192.168.1.100\""},
+      {"show VK5300 --port COM3 -y", &vk5300, "VK5300\n\nData Highway Settings\n  Network Type: DH+\n"},
+      {"show VK-RTX --model df1 --port COM3 -y", &rtx, "VK-RTX, AB Ethernet, ASCII, DF1\n"},
+      {"show VK-RTX-DF1 --port COM3 -y --json", &rtx, " DF1\",\n  \"source\": \"COM3\""},
+      {"ports --json", nullptr, "[]\n"}};
+  for (const auto& [command, device, shown] : rows) {
+    cli.driver.Plug("COM3", device);
+    EXPECT_EQ(cli.Run(command)[0], '0') << cli.err.str();
+    EXPECT_NE(cli.out.str().find(shown), std::string::npos) << command << cli.out.str();
+  }
+}
+
+TEST(CommandLine, ATerminalShowsHowFarItIsEachStepOnce) {
+  GatewayDevice device("VK-RTX-DF1");
+  Cli cli(&device);
+  std::filesystem::copy_file(VK32_EXAMPLES "/example.rom", cli.folder + "/f.rom");
+  cli.world.console.showsProgress = true;
+  const std::pair<const char*, std::vector<std::string>> rows[] = {
+      {"read VK-RTX-DF1 --port COM3 -y -o %/a.cfg",
+       {"Reading from COM3: block 1 of 12\r", "\r\033[KReading from COM3: block 2 of 12\r",
+        "\r\033[KThe VK-RTX on COM3"}},
+      {"firmware %/f.rom --port COM3 -y",
+       {"Firmware is being installed... 0 %\r", "\r\033[KErasing flash memory... 13 %\r", "\r\033[K/tmp/"}}};
+  for (const auto& [command, shown] : rows) {
+    EXPECT_EQ(cli.Run(command)[0], '0');
+    const std::string seen = cli.err.str();
+    EXPECT_TRUE(seen.starts_with("\r\033[K" + shown[0])) << seen;
+    for (const std::string& part : shown) EXPECT_NE(seen.find(part), std::string::npos) << part << seen;
+    const auto steps = Split(seen, '\r');
+    EXPECT_TRUE(std::ranges::adjacent_find(steps) == steps.end()) << seen;
   }
 }
 
@@ -169,6 +221,8 @@ TEST(CommandLine, FilesAreListedComparedAndChangedByTheNamesOfTheirFields) {
       {"diff %/rb2000 %/nothing", "5: ", ""},
       {"set %/rb2000 Stop=1 -o %/x", "2: There is no field Stop. Near to it:", ""},
       {"set %/rb2000 Parity=Odd -o %/x", "2: There is more than one field Parity:\n  Serial", ""},
+      {"set %/rb2000 specific@address=3 specific@address=4 -o %/x", "2: Protocol Settings/CHB - Modbus Protocol", ""},
+      {"set %/rb2000 destination@data@table@address@decoding=x -o %/x", "6: Protocol Settings/CHB - Modbus Proto", ""},
       {"set %/rb2000 Slot -o %/x", "2: \"Slot\" sets nothing.", ""},
       {"set %/rb2000 specific@address=999 -o %/x", "6: Protocol Settings/CHB - Modbus Protocol Settings/Specific", ""},
       {"set %/rb2000 specific@address=3 respond@to@specific@address=no -o %/x", "6: ", ""},
@@ -176,8 +230,12 @@ TEST(CommandLine, FilesAreListedComparedAndChangedByTheNamesOfTheirFields) {
       {"set %/vkrtx-df1 slot@4/source@port=Ethernet -o %/x", "6: Slot 4 can't be filled while slot 3 is empty", ""},
       {"set %/rb2000 specific@address=3 -o %/x", "0: ", ""},
       {"diff %/rb2000 %/x", "1: 1 field differs.", "  - 17\n  + 3\n"},
-      {"set %/vkrtx-modbus slot@1/modbus@start=40321 slot@1/data@type=Float -o %/x", "0: ", ""},
-      {"diff %/vkrtx-modbus %/x --json", "1: 2 fields differ.", "\"left\": \"40001\",\n      \"right\": \"40321\""},
+      {"set %/vkrtx-modbus slot@1/modbus@start=31005 slot@1/data@type=Float -o %/x", "0: ", ""},
+      {"diff %/vkrtx-modbus %/x --json", "1: 2 fields differ.", "\"left\": \"40001\",\n      \"right\": \"31005\""},
+      {"set %/vkrtx-modbus slot@1/address@range=2@-@9 slot@1/allen@bradley@datafile=9:17 "
+       "slot@1/data@points=20 slot@1/allen@bradley@function=ProtTypedRW -o %/x",
+       "0: ", ""},
+      {"show %/x", "0: ", "Address Range: 2 - 9\n    Modbus Start: 40001\n    Allen Bradley Datafile: 9:17\n"},
       {"set %/vkrtx-df1 slot@3/source@port=Ethernet slot@3/destination@range@low=7 slot@3/destination@range@high=8 "
        "slot@3/destination@port=Ethernet slot@3/ip@address=10.0.0.9 -o %/x",
        "0: ", ""},

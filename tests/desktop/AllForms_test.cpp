@@ -115,6 +115,11 @@ TEST_F(AllFormsTest, AreWalkedByKeysAndShowAllTheirWords) {
   ForEachForm(
       [this](Form& form) {
         WalkByKeys(form);
+        for (Control* control : form.Controls()) {
+          const auto* button = dynamic_cast<CommandButton*>(control);
+          if (!button || button->key == WindowKey::None || !IsReachable(*button)) continue;
+          EXPECT_EQ(ButtonFor(form, button->key), button) << button->FullName();
+        }
         if (!form.Find("UploadCmd")) return;
         Mnemonics mnemonics = ChooseMnemonics(form);
         for (const char* button : {"UploadCmd", "BackCmd", "NextCmd", "CancelCmd"}) {

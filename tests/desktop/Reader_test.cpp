@@ -86,6 +86,8 @@ TEST_F(ReaderTest, TablesHaveRowsColumnsAndAChoice) {
     EXPECT_EQ(place.rowIndex() * 2 + place.columnIndex(), i);
     EXPECT_EQ(place.rowHeaderCells(), QList{table.cellAt(i / 2, 0)});
   }
+  form.AreaLbl[8].Visible = false;
+  EXPECT_FALSE(table.cellAt(7, 1));
   for (const auto& [row, column] : {std::pair(-1, 0), {8, 0}, {0, -1}, {0, 2}}) EXPECT_FALSE(table.cellAt(row, column));
   WidgetOf(form.TableFrame).setFocus();
   EXPECT_TRUE(table.selectRow(2));
@@ -105,6 +107,7 @@ TEST_F(ReaderTest, TheTerminalsTextIsReadAndSelectedByPosition) {
   Settle();
   QAccessibleTextInterface& text = *Of(form.Term).textInterface();
   EXPECT_EQ(text.text(0, 5) + QString::number(text.characterCount()), "line 350");
+  EXPECT_EQ(text.text(2, 4) + text.text(348, 999), "ne\r\n");
   EXPECT_EQ(text.cursorPosition(), 350);
   EXPECT_EQ(text.selectionCount(), 0);
   text.setSelection(0, 0, 13);
@@ -112,6 +115,8 @@ TEST_F(ReaderTest, TheTerminalsTextIsReadAndSelectedByPosition) {
   text.selection(0, &from, &to);
   EXPECT_EQ(from * 100 + to, 13);
   EXPECT_EQ(text.selectionCount(), 1);
+  text.attributes(9, &from, &to);
+  EXPECT_EQ(from * 1000 + to, 350);
   for (const int position : {0, 9, 345}) {
     text.scrollToSubstring(position, position + 1);
     Settle();

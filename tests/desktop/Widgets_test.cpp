@@ -165,6 +165,7 @@ TEST_F(WidgetsTest, ATableTakesTheFocusItsClicksAndItsKeys) {
 TEST_F(WidgetsTest, TheMouseReachesWhatWantsItOrElseTheForm) {
   using Controls = std::vector<const Control*>;
   const Controls clicked{&form.BareLbl, &form.SiteLbl, &form.NameLbl, &form.FlagChk, &form.TwoOpt, &form.OffOpt};
+  MouseUp(WindowOf(form), {5, 500});  // it went down elsewhere
   for (const Control* control : clicked) Click(*control);
   EXPECT_EQ(form.TakeLog(), "label down up site form flag:1 two ");
   // Elsewhere, or by another button, a press is none.
@@ -241,6 +242,9 @@ TEST_F(WidgetsTest, AFormThatIsLargerThanItsScreenScrollsToWhatHasTheFocus) {
                     false);
   QCoreApplication::sendEvent(&window, &wheel);
   EXPECT_LT(WidgetOf(form.FirstFrame).y(), top);
+  form.NextCmd.Click();
+  Settle();
+  EXPECT_EQ(WidgetOf(form.SecondFrame).y(), top) << "a page begins at its top";
 }
 
 TEST_F(WidgetsTest, WindowsOpenOverTheOneBeforeAndInsideTheScreen) {
@@ -267,8 +271,15 @@ TEST_F(WidgetsTest, WindowsOpenOverTheOneBeforeAndInsideTheScreen) {
     WindowOf(form).move(900, -200);
     for (const bool shown : {false, true}) other.Visible = shown, Settle();
     EXPECT_TRUE(isNear(WindowOf(other).geometry().topRight(), {1599, 32}));
+    // Nor do they forget the place of one that has gone.
+    WindowOf(form).move(300, 200);
+    form.Visible = other.Visible = false;
+    other.Visible = true;
+    EXPECT_TRUE(isNear(WindowOf(other).pos(), {300, 200}));
+    WindowOf(other).move(330, 220);
     app.forms.Unload("Other");
-    Settle();
+    form.Visible = true;
+    EXPECT_TRUE(isNear(WindowOf(form).pos(), {330, 220}));
   }
 }
 
@@ -297,15 +308,17 @@ TEST_F(WidgetsTest, TheTerminalWrapsFollowsTheEndAndSendsEveryKey) {
   form.Term.Text = "\x01" + std::string(static_cast<std::size_t>(terminal.Columns()), 'x') + "\r\nlast";
   Settle();
   EXPECT_EQ(terminal.VisibleText(), QStringLiteral("\u00B7") + QString(terminal.Columns() - 1, 'x') + "\nx\nlast");
-  for (int line = 0; line < 40; ++line) form.Term.SetSelText("\r\n" + std::to_string(line));
+  for (int line = 0; line < 80; ++line) form.Term.SetSelText("\r\n" + std::to_string(line));
   Settle();
   EXPECT_EQ(terminal.VisibleText().split('\n').size(), terminal.VisibleRows());
-  EXPECT_TRUE(terminal.VisibleText().endsWith("\n39"));
+  EXPECT_TRUE(terminal.VisibleText().endsWith("\n79"));
   Press(terminal, Qt::Key_PageUp);
-  form.Term.SetSelText("\r\n40");
-  EXPECT_TRUE(terminal.VisibleText().endsWith("\n20")) << "the user reads on where he is";
-  Press(terminal, Qt::Key_PageDown);
-  EXPECT_TRUE(terminal.VisibleText().endsWith("\n40"));
+  form.Term.SetSelText("\r\n80");
+  EXPECT_TRUE(terminal.VisibleText().endsWith("\n56")) << "the user reads on where he is";
+  for (const char* last : {"\n79", "\n80"}) {
+    Press(terminal, Qt::Key_PageDown);
+    EXPECT_TRUE(terminal.VisibleText().endsWith(last));
+  }
   form.Term.Text = "a\tb\r\rshort\r\nline";
   WidgetOf(form.NextCmd).setFocus();
   Settle();

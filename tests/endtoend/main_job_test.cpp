@@ -125,6 +125,8 @@ TEST(EndToEnd, DevicesThatDoNotAnswerOrGo) {
     deaf.script.Do(command);
   }
   EXPECT_GE(Clock::now() - asked, 300ms);
+  deaf.script.Do("after 1 get ProductMenu.Width");
+  EXPECT_EQ(deaf.script.Line().substr(0, 6), "value ") << "while the next command is waited for";
   deaf.sim.Signal(SIGUSR1);
   EXPECT_EQ(deaf.Upload(), "value \"19200\"\nok\n");
 }
@@ -180,6 +182,47 @@ TEST(EndToEnd, ConfigurationsTravelOnTheCommandLine) {
   EXPECT_EQ(Process("vk32-cli", {"read", "RBCard", "--port", "COM5", "-y", "-o", file.Path()}, folder).Wait(), 0);
   EXPECT_EQ(Process("vk32-cli", {"write", file.Path(), "--port", device, "-y", "--verify"}, folder).Wait(), 0);
   EXPECT_EQ(sim.Line().substr(0, 17), "RBCard has stored");
+  const Process script("vk32-script", {"--port", "COM9=" + device}, folder);
+  for (const char* command : {"click Splash", "click MainMenu.RBCardCmd", "select ProductMenu.COMCbo COM9",
+                              "click ProductMenu.ConfigureCmd", "click Configuration_RBCard.UploadCmd"}) {
+    script.Do(command);
+  }
+  EXPECT_TRUE(script.Do("get Configuration_RBCard.SourceLbl.Caption").starts_with("value \"Read from COM9, "));
+  Process other("vk32-sim",
+                {"VK5300", "--port", "COM6", "--info-model", "M", "--info-version", "V", "--info-date", "D"}, folder);
+  other.Line();
+  const std::string told = Process("vk32-cli", {"info", "VK5300", "--port", "COM6", "-y"}, folder).Rest();
+  EXPECT_NE(told.find(": M\nFirmware Version: V\nFirmware Date: D\n"), std::string::npos) << told;
+}
+
+TEST(EndToEnd, ATraceIsPlayedAndSaysWhetherAllOfItWasAsked) {
+  const TemporaryFile trace("trace", "1 > 41\n2 < 42\n");
+  for (const bool asked : {true, false}) {
+    Process sim("vk32-sim", {"RB2000", "--replay", trace.Path()}, "/tmp");
+    const std::string line = sim.Line();
+    const int host = open(line.substr(10, line.size() - 11).c_str(), O_RDWR | O_NOCTTY | O_CLOEXEC);
+    char answer = 0;
+    EXPECT_TRUE(!asked || write(host, "A", 1) + read(host, &answer, 1) == 2);
+    sim.Signal(SIGTERM);
+    EXPECT_EQ(sim.Rest().starts_with("Ended before "), !asked);
+    EXPECT_EQ(sim.Wait(), asked ? 0 : 3);
+    EXPECT_EQ(answer, asked ? 'B' : 0);
+    close(host);
+  }
+}
+
+TEST(EndToEnd, CtrlCEndsACommandThatWaits) {
+  const int host = posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC);
+  EXPECT_EQ(grantpt(host) + unlockpt(host), 0);
+  const std::string path = ptsname(host);
+  const int device = open(path.c_str(), O_RDWR | O_NOCTTY | O_CLOEXEC);  // else there is nothing to read from yet
+  Process command("vk32-cli", {"read", "RBCard", "--port", path, "-y"}, "/tmp");
+  char asked;
+  EXPECT_EQ(read(host, &asked, 1), 1);
+  command.Signal(SIGINT);
+  EXPECT_EQ(command.Rest().substr(0, 8), "Stopped.");
+  EXPECT_EQ(command.Wait(), 7);
+  close(device), close(host);
 }
 
 TEST(EndToEnd, ExitStatuses) {
@@ -197,7 +240,7 @@ TEST(EndToEnd, ExitStatuses) {
   };
   run("vk32-script", {}, "click Splash\nclick MainMenu.ExitCmd\nclick Nothing\n", 0, "ok\nended\nok\n");
   run("vk32-script", {commands.Path()}, "", 0, "ok\nvalue \"Products\"\nok\nok\n");
-  run("vk32-script", {"--version"}, "", 0, "1.8.11\n");
+  run("vk32-script", {"--version"}, "", 0, "vk32-script 1.8.11\n");
   run("vk32-script", {}, "click Nothing\nquit\n", 1, none);
   run("vk32-script", {"--keep-going"}, "click Nothing\nquit", 1, none + "ok\n");
   run("vk32-script", {}, "after 1 click Nothing\nwait 20\n", 1, "ok\nafter-" + none + "ok\n");
@@ -286,7 +329,22 @@ TEST(Examples, DoTheMainJobOfEveryProduct) {
                                              {"rbcard", "RBCard", "COM28", ""},
                                              {"vk-rtx-df1", "VK-RTX-DF1", "COM29", "\n4: 02\n5: 00\n"},
                                              {"vk-rtx-modbus", "VK-RTX-Modbus", "COM27", "\n4: 01 01 C4 09\n"}};
+  const auto install = [] {
+    const TemporaryFile rom("example.rom", ":" + std::string(999, '7'));
+    const std::string folder = fs::path(rom.Path()).parent_path(), dump = folder + "/dump";
+    Process sim("vk32-sim", {"VK-RTX-DF1", "--port", "COM29", "--erase-time", "9", "--firmware-dump", dump}, folder);
+    sim.Line();
+    const auto start = Clock::now();
+    Process script("vk32-script", {VK32_EXAMPLES "/vk-rtx-firmware.vks"}, folder);
+    const std::string printed = script.Rest();
+    EXPECT_EQ(script.Wait(), 0) << printed;
+    EXPECT_LT(Clock::now() - start, 4s) << "it erases as fast as it was told";
+    EXPECT_EQ(sim.Line(), "VK-RTX (AB Ethernet, ASCII, DF1) has received a firmware of 1000 bytes\n");
+    std::ifstream received(dump, std::ios::binary);
+    EXPECT_EQ(std::string(std::istreambuf_iterator<char>(received), {}), rom.Content());
+  };
   std::vector<std::future<void>> jobs;  // side by side: most of their time is waiting
+  jobs.push_back(std::async(std::launch::async, install));
   for (const auto& [example, gateway, port, dumped] : rows) {
     jobs.push_back(std::async(std::launch::async, run, example, gateway, port, dumped));
   }

@@ -137,6 +137,8 @@ TEST(Conversation, ALateAnswerIsNotTakenForThatOfTheNextOne) {
   h.Elapsed();
   h.Do(finish);
   EXPECT_EQ(h.Elapsed(), 3s + 7s);
+  h.Do(finish);
+  EXPECT_EQ(h.Elapsed(), 500ms + 7s);
 }
 
 // One XOFF; the device is asked to do without the rest of its 10240 s.

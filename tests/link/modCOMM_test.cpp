@@ -38,6 +38,8 @@ TEST(modCOMM, CallsTheDriverStepByStep) {
   EXPECT_EQ(line.driver.calls, Split(calls, '|'));
   EXPECT_EQ(line.driver.state.XonChar * 100 + line.driver.state.XoffChar, 1719);
   EXPECT_EQ(line.Error(), "Error (0):  - ");  // no success leaves a trace
+  EXPECT_EQ(line.app.comm.CommFlush(0), 9);
+  EXPECT_EQ(line.Error(), "Error (9): CommFlush - Subscript out of range");
 }
 
 TEST(modCOMM, TellsWhichStepFailed) {

@@ -25,6 +25,11 @@ TEST(Wizards, StartAnewEachTime) {
     GatewayDevice first(model.kind), second(model.kind);
     WizardUser fresh(model.kind, &first), user(model.kind, &second);
     const std::string before = user.State();
+    std::map<const Frame*, int> chosen;  // of the options in a frame
+    for (const Control* control : user.app.forms.Find(user.form)->Controls()) {
+      if (const auto* option = dynamic_cast<const OptionButton*>(control)) chosen[option->Parent()] += option->Value;
+    }
+    for (const auto& [frame, count] : chosen) EXPECT_EQ(count, 1) << frame->Name();
     user.Use("click UploadCmd");
     ChangeEverything(user);
     user.Use("again");
@@ -32,6 +37,18 @@ TEST(Wizards, StartAnewEachTime) {
     EXPECT_EQ(Finish(fresh, "DownOpt") + Finish(user, "DownOpt"), "reminder\nsuccess\nreminder\nsuccess\n");
     EXPECT_EQ(ToHex(second.gateway.Image()), ToHex(first.gateway.Image()));
     EXPECT_EQ(second.gateway.BlocksInForce(), first.gateway.BlocksInForce()) << model.kind;
+  }
+}
+
+TEST(Wizards, TheWordsBesideAMarkTakeItsClickButInTwoProducts) {
+  for (const Model& model : Models) {
+    const std::string kind = model.kind;
+    const bool deaf = kind == "RBCard" || kind == "VK5300";
+    WizardUser user(kind);
+    user.Use("click OpenConfigChkLbl");
+    EXPECT_EQ(user.Get(user.form + ".OpenConfigChk.Value"), deaf ? "0" : "1") << kind;
+    user.Use("check OpenConfigChk off\n" + (kind.starts_with("VK") ? Dhcp : "") + "to ApplyFrame\nclick SaveOptLbl");
+    EXPECT_EQ(user.Get(user.form + ".SaveOpt.Value"), deaf ? "False" : "True") << kind;
   }
 }
 

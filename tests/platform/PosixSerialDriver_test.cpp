@@ -278,7 +278,8 @@ TEST_F(PosixSerialDriverTest, StateIsTakenStrictly) {
     EXPECT_TRUE(!driver_.SetState(handle_, wrong) && driver_.LastError() == EINVAL) << wrong.BaudRate << wrong.Parity;
   };
   refuse({9601, 'N', 8, 1}), refuse({9600, 'M', 8, 1}), refuse({9600, 'E', 8, 1});
-  refuse({9600, 'N', 7, 1}), refuse({9600, 'N', 4, 1}), refuse({9600, 'N', 8, 3});
+  refuse({9600, 'N', 7, 1}), refuse({9600, 'N', 4, 1}), refuse({9600, 'N', 9, 1});
+  refuse({9600, 'N', 8, 3}), refuse({9600, 'N', 8, 0});
   EXPECT_TRUE(driver_.BuildState(Good, dcb_) && !driver_.BuildState("baud=9600", dcb_));
 }
 

@@ -99,6 +99,9 @@ class Reader:
 
 
 def main():
+    if len(sys.argv) < 2 or sys.argv[1].startswith("-"):
+        print(__doc__.strip(), file=sys.stdout if sys.argv[1:] == ["--help"] else sys.stderr)
+        sys.exit(0 if sys.argv[1:] == ["--help"] else 2)
     os.environ["QT_LINUX_ACCESSIBILITY_ALWAYS_ON"] = "1"
     program = subprocess.Popen(sys.argv[1:], stdin=subprocess.PIPE, stdout=subprocess.PIPE, text=True, bufsize=1)
     reader, forms = Reader(), 0
