@@ -121,6 +121,7 @@ TEST(CommandLine, WhatCanNotBeDoneIsToldByItsStatus) {
       {"read RB2000 --port %/none -y", "4: There is no port "},
       {"read RB2000 --port COM3 -y -o %/none/a.cfg", "5: "},
       {"write %/none.cfg --port COM3 -y", "5: "},
+      {"write %/a.cfg --port COM3 -y --backup /dev/null/x", "5: The folder /dev/null/x can't be made: "},
       {"write " + broken.Path() + " --port COM3 -y", "5: The selected configuration file"},
       {"write " + other.Path() + " --port COM3 -y", "5: /tmp/"},
       {"firmware %/a.cfg --port COM3 -y", "5: The selected file is not a valid firmware file."}};
@@ -219,6 +220,8 @@ TEST(CommandLine, FilesAreListedComparedAndChangedByTheNamesOfTheirFields) {
       {"diff %/rb2000 %/nothing", "5: ", ""},
       {"set %/rb2000 Stop=1 -o %/x", "2: There is no field Stop. Near to it:", ""},
       {"set %/rb2000 Parity=Odd -o %/x", "2: There is more than one field Parity:\n  Serial", ""},
+      {"set %/rb2000 specific@address=3 specific@address=4 -o %/x", "2: Protocol Settings/CHB - Modbus Protocol", ""},
+      {"set %/rb2000 destination@data@table@address@decoding=x -o %/x", "6: Protocol Settings/CHB - Modbus Proto", ""},
       {"set %/rb2000 Slot -o %/x", "2: \"Slot\" sets nothing.", ""},
       {"set %/rb2000 specific@address=999 -o %/x", "6: Protocol Settings/CHB - Modbus Protocol Settings/Specific", ""},
       {"set %/rb2000 specific@address=3 respond@to@specific@address=no -o %/x", "6: ", ""},
@@ -226,10 +229,10 @@ TEST(CommandLine, FilesAreListedComparedAndChangedByTheNamesOfTheirFields) {
       {"set %/vkrtx-df1 slot@4/source@port=Ethernet -o %/x", "6: Slot 4 can't be filled while slot 3 is empty", ""},
       {"set %/rb2000 specific@address=3 -o %/x", "0: ", ""},
       {"diff %/rb2000 %/x", "1: 1 field differs.", "  - 17\n  + 3\n"},
-      {"set %/vkrtx-modbus slot@1/modbus@start=40321 slot@1/data@type=Float -o %/x", "0: ", ""},
-      {"diff %/vkrtx-modbus %/x --json", "1: 2 fields differ.", "\"left\": \"40001\",\n      \"right\": \"40321\""},
+      {"set %/vkrtx-modbus slot@1/modbus@start=31005 slot@1/data@type=Float -o %/x", "0: ", ""},
+      {"diff %/vkrtx-modbus %/x --json", "1: 2 fields differ.", "\"left\": \"40001\",\n      \"right\": \"31005\""},
       {"set %/vkrtx-modbus slot@1/address@range=2@-@9 slot@1/allen@bradley@datafile=9:17 "
-       "slot@1/allen@bradley@function=ProtTypedRW -o %/x",
+       "slot@1/data@points=20 slot@1/allen@bradley@function=ProtTypedRW -o %/x",
        "0: ", ""},
       {"show %/x", "0: ", "Address Range: 2 - 9\n    Modbus Start: 40001\n    Allen Bradley Datafile: 9:17\n"},
       {"set %/vkrtx-df1 slot@3/source@port=Ethernet slot@3/destination@range@low=7 slot@3/destination@range@high=8 "

@@ -193,6 +193,20 @@ TEST(EndToEnd, ConfigurationsTravelOnTheCommandLine) {
   EXPECT_NE(told.find(": M\nFirmware Version: V\nFirmware Date: D\n"), std::string::npos) << told;
 }
 
+TEST(EndToEnd, CtrlCEndsACommandThatWaits) {
+  const int host = posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC);
+  EXPECT_EQ(grantpt(host) + unlockpt(host), 0);
+  const std::string path = ptsname(host);
+  const int device = open(path.c_str(), O_RDWR | O_NOCTTY | O_CLOEXEC);  // else there is nothing to read from yet
+  Process command("vk32-cli", {"read", "RBCard", "--port", path, "-y"}, "/tmp");
+  char asked;
+  EXPECT_EQ(read(host, &asked, 1), 1);
+  command.Signal(SIGINT);
+  EXPECT_EQ(command.Rest().substr(0, 8), "Stopped.");
+  EXPECT_EQ(command.Wait(), 7);
+  close(device), close(host);
+}
+
 TEST(EndToEnd, ExitStatuses) {
   const TemporaryFile commands("commands.vks");
   commands.Fill("# comment\r\n\r\nclick Splash\r\nget MainMenu.ProductModelLbl.Caption\r\nquit\r\nclick Nothing\r\n");

@@ -58,6 +58,7 @@ PLACE = re.compile(r'\{\s*-?\d+,\s*-?\d+,\s*-?\d+,\s*-?\d+\}')  # of a control: 
 ROW = re.compile(r'^\s*\{.*,.*,.*\}')
 PAINTING_FILES = re.compile(r'apps/desktop/(Drawing|FocusRing|ProgramStyle|TextBlock|Theme)\.')
 PAINTING = re.compile(r'\b(?:paint(?:Event)?|Draw\w*|draw[A-Z]\w*|FocusRing|LinePlace|Alignment|\w*Color\w*)\([^;{}]*\) (?:const )?(?:override )?\{')
+EMPTY = {'{}', '0', 'nullptr', 'std::nullopt', 'QString()'}  # what {} says as well
 NO_STATEMENT = {'return', 'using', 'namespace', 'class', 'struct', 'public', 'private', 'protected', 'const', 'constexpr',
                 'static', 'auto', 'template', 'enum', 'friend', 'case', 'break', 'continue', 'default', 'extern', 'explicit',
                 'virtual', 'operator', 'throw', 'else', 'for', 'while', 'if', 'do', 'switch', 'try', 'catch', 'delete'}
@@ -161,7 +162,7 @@ def mutants_of(path, text):
             value = text[following[2]:tokens[last][2]]
             if value not in ('true', 'false'):
                 yield mutant('return', following[2], tokens[last][2], '!(' + value + ')')
-                if value != '{}':
+                if value not in EMPTY:
                     yield mutant('return', following[2], tokens[last][2], '{}')
         if path.endswith('.cpp') and previous[1] in (';', '{', '}', ')', 'else', ':') and is_expression(tokens, i):
             last = i
