@@ -246,13 +246,13 @@ void SetValue(Control& control, const std::string& value) {
 
 std::vector<Difference> Pair(const Listing& left, const Listing& right) {
   std::vector<Difference> fields;
-  ForEachField(left, right, [&](auto* a, auto* b) { fields.push_back(FieldOf(a, b)); });
+  ForEachField(left, right, [&](const ListedValue* a, const ListedValue* b) { fields.push_back(FieldOf(a, b)); });
   return fields;
 }
 
 std::vector<Difference> Compare(const Listing& left, const Listing& right) {
   std::vector<Difference> differences;
-  ForEachField(left, right, [&](auto* a, auto* b) {
+  ForEachField(left, right, [&](const ListedValue* a, const ListedValue* b) {
     if (Differ(a, b)) differences.push_back(FieldOf(a, b));
   });
   return differences;
@@ -260,7 +260,7 @@ std::vector<Difference> Compare(const Listing& left, const Listing& right) {
 
 std::vector<Difference> Changes(const Listing& before, const Listing& now) {
   std::vector<Difference> changes;
-  ForEachField(before, now, [&](auto* a, auto* b) {
+  ForEachField(before, now, [&](const ListedValue* a, const ListedValue* b) {
     if (b && b->shown && Differ(a, b)) changes.push_back(FieldOf(a, b));
   });
   return changes;
