@@ -35,7 +35,7 @@ QString ManualPath(std::string_view page) {
   const QDir program(QCoreApplication::applicationDirPath());
   for (const char* place :
        {"../share/doc/vk32/manual/%1.html", "packaging/manual/%1.html", "../../docs/manual/%1.adoc"}) {
-    const QFileInfo file(program, QString::fromLatin1(place).arg(QLatin1String(page.data(), page.size())));
+    const QFileInfo file(program, QString::fromLatin1(place).arg(QString::fromStdString(std::string(page))));
     if (file.exists()) return file.canonicalFilePath();
   }
   return {};

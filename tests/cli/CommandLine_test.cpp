@@ -89,6 +89,7 @@ TEST(CommandLine, ADeviceThatDoesNotAcknowledgeIsNeverDone) {
     std::filesystem::copy_file(VK32_EXAMPLES "/example.rom", cli.folder + "/f.rom");
     cli.driver.Plug("COM3", &bad);
     EXPECT_TRUE(cli.Run(command).starts_with(told)) << command << "\n" << cli.err.str();
+    EXPECT_EQ(cli.err.str().find('\r'), std::string::npos) << "a terminal wants lines";
     EXPECT_EQ(cli.Content("b.cfg"), "") << command;
     EXPECT_EQ(cli.driver.WaitHandle(1), -1) << command;
   }

@@ -40,6 +40,18 @@ TEST(Wizards, StartAnewEachTime) {
   }
 }
 
+TEST(Wizards, TheWordsBesideAMarkTakeItsClickButInTwoProducts) {
+  for (const Model& model : Models) {
+    const std::string kind = model.kind;
+    const bool deaf = kind == "RBCard" || kind == "VK5300";
+    WizardUser user(kind);
+    user.Use("click OpenConfigChkLbl");
+    EXPECT_EQ(user.Get(user.form + ".OpenConfigChk.Value"), deaf ? "0" : "1") << kind;
+    user.Use("check OpenConfigChk off\n" + (kind.starts_with("VK") ? Dhcp : "") + "to ApplyFrame\nclick SaveOptLbl");
+    EXPECT_EQ(user.Get(user.form + ".SaveOpt.Value"), deaf ? "False" : "True") << kind;
+  }
+}
+
 TEST(Wizards, AskOnceBeforeChangedValuesGo) {
   for (const bool window : {true, false}) {
     WizardUser user("RB2000");
