@@ -171,20 +171,20 @@ void SetFields(Program& program, const std::vector<Assignment>& assignments) {
   for (const auto& [place, cells] : rows) EditRow(program, *cells.control, cells.texts);
 }
 
-void SaveEdited(World& world, const std::string& file, const std::vector<Assignment>& assignments,
+void SaveEdited(Program& program, const std::string& file, const std::vector<Assignment>& assignments,
                 const std::string& output) {
   const TemporaryFolder folder;
   const std::string edited = folder.path + "/edited.cfg";
-  {
-    Program program(world, TargetOfFile(file));
-    program.OpenWizard();
-    program.Open(file);
-    SetFields(program, assignments);
-    program.GoToApply();
-    program.Save(edited);
-  }
+  program.OpenWizard();
+  program.Open(file);
+  SetFields(program, assignments);
+  program.GoToApply();
+  program.Save(edited);
   // A text that is no number can become 0 on its way.
-  const Listing kept = LoadFile(world, edited).listing;
+  program.OpenWizard();
+  program.Open(edited);
+  const Listing kept = program.Wizard().List();
+  program.CloseWizard();
   for (const Assignment& assignment : assignments) {
     const ListedValue& row = kept[FindField(kept, assignment.field)];
     if (!row.shown && !assignment.value.empty()) Refuse(row, "does not show with the other values as they are.");

@@ -28,6 +28,8 @@ class Program {
   // Steps of the wizard.
   void Upload();
   void Open(const std::string& path);
+  /// As CANCEL does: back to the product menu.
+  void CloseWizard() { Click("CancelCmd", ExitStatus::WrongUsage); }
   /// Carries out a command of the text front end.
   void Do(const std::string& command, ExitStatus ifRefused);
   /// Carries out an act on its controls.

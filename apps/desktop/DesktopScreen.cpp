@@ -16,6 +16,7 @@
 #include "FileDialogs.h"
 #include "FormWindow.h"
 #include "MessageBox.h"
+#include "Paper.h"
 #include "ProgramStyle.h"
 #include "Text.h"
 #include "app/ManualPages.h"
@@ -146,6 +147,8 @@ void DesktopScreen::OpenWebSite(const std::string& url) { QDesktopServices::open
 void DesktopScreen::CopyText(const std::string& text) {
   QGuiApplication::clipboard()->setText(FromBytes(text).remove(u'\r'));
 }
+
+std::optional<std::string> DesktopScreen::MakePdf(const std::string& html) { return PdfOf(html); }
 
 std::string DesktopScreen::OpenManual(const std::string& form) { return OpenManualPage(ManualPage(form)); }
 

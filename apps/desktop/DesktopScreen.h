@@ -31,6 +31,7 @@ class DesktopScreen : public Screen {
   void OpenWebSite(const std::string& url) override;
   std::string OpenManual(const std::string& form) override;
   void CopyText(const std::string& text) override;
+  std::optional<std::string> MakePdf(const std::string& html) override;
   void ProgramFaulted(int number, const std::string& description) override;
   void ProgramEnded() override;
 

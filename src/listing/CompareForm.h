@@ -4,6 +4,7 @@
 #include "app/App.h"
 #include "listing/ListRows.h"
 #include "listing/Listing.h"
+#include "listing/Report.h"
 
 namespace vk32 {
 
@@ -28,6 +29,9 @@ class CompareForm : public Form {
 
   void ShowAllChk_Click() { ShowRows(); }
   void CompareCloseCmd_Click() { UnloadMe(); }
+  void SaveReportCmd_Click();
+  /// Those that differ or, if the user wants them, all.
+  std::vector<Difference> ShownFields() const;
   void ShowRows();
 
   static int LineTop(int line) { return 1770 + ListRowHeight * (line - 1); }
@@ -43,6 +47,7 @@ class CompareForm : public Form {
 
   App& app_;
   ComparedSide left_, right_;
+  ReportHead head_;  // of what was compared, whatever is configured later
 
  public:
   // clang-format off
@@ -59,6 +64,8 @@ class CompareForm : public Form {
   ControlArray<Label> ValueRightLbl = Column("ValueRightLbl", 7560, 2160, "");
   VScrollBar    CompareVScroll  {*this, "CompareVScroll",    {9780, 1740,  300, 5100}, [this] { rows.Draw(); }};
   Frame         FootLineFrame   {*this, "FootLineFrame",     {   0, 7260, 10320,  15}, Fill::Hairline};
+  CommandButton SaveReportCmd   {*this, "SaveReportCmd",     { 240, 7515, 2040,  390}, "Save Report...", &CompareForm::SaveReportCmd_Click};
+  FileDialog    ReportDialog    {*this, "ReportDialog"};
   CommandButton CompareCloseCmd {*this, "CompareCloseCmd",   {8880, 7515, 1200,  390}, "Close", &CompareForm::CompareCloseCmd_Click, WindowKey::Escape};
   // clang-format on
 

@@ -59,6 +59,12 @@ std::string EventLoop::TimeOfDay() const {
   return {text, std::strftime(text, sizeof text, "%H:%M", &local)};
 }
 
+std::string EventLoop::DateAndTime() const {
+  const std::tm local = LocalTime();
+  char text[sizeof "2026-11-25 21:40"];
+  return {text, std::strftime(text, sizeof text, "%Y-%m-%d %H:%M", &local)};
+}
+
 TimerQueue::Id EventLoop::StartTimer(Time delay, std::function<void()> tick) {
   const TimerQueue::Id id = timers_.Start(Now() + delay, std::move(tick));
   TimersChanged();

@@ -64,6 +64,8 @@ class EventLoop {
   virtual std::tm LocalTime() const;
   /// "21:40"
   std::string TimeOfDay() const;
+  /// "2026-11-25 21:40"
+  std::string DateAndTime() const;
 
   /// Runs `tick` once after `delay`. Returns the number by which StopTimer takes it back.
   TimerQueue::Id StartTimer(Time delay, std::function<void()> tick);

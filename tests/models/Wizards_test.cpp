@@ -216,5 +216,26 @@ TEST(Wizards, CompareWithTheDevice) {
   }
 }
 
+TEST(Wizards, ReportWhatTheyShowAndWhereItDiffers) {
+  WizardUser user("RBCard");
+  const TemporaryFile report("r.html");
+  const std::string own = user.form + ".ReportCmd", compared = "Compare.SaveReportCmd";
+  user.Use("finish SaveOpt\nclick ProductMenu.ConfigureCmd\nto HwyComFrame\nclick Dh485Opt\nselect HwySpeedLst 9600\n");
+  user.Use("to ApplyFrame\nfile " + user.file.Path() + "\nclick CompareFileCmd");
+  const std::array<std::string, 4> rows[] = {
+      {own, report.Path(), "", "<td>Factory values; 3 values changed</td>"},
+      {own, "/nowhere/r.html", "The folder \\\"/nowhere\\\" does not exist",
+       "<th>Network Speed</th><td>9600 Baud</td>"},
+      {compared, report.Path(), "", "<th>In the wizard, 3 values changed</th><th>In the file, plant.cfg</th>"},
+      {compared, report.Path() + ".PDF", "Choose a name that ends in .html",
+       "<td>≠</td><td>DH+ Communication Settings: DH+ Parameters, Network Speed</td><td>9600 Baud</td><td>57.6 kBaud"}};
+  for (const auto& [button, path, told, content] : rows) {
+    const std::string printed = user.Do("file " + path + "\nclick " + button);
+    EXPECT_EQ(printed.find("box ") != std::string::npos, !told.empty()) << printed;
+    EXPECT_NE(printed.find(told), std::string::npos) << printed;
+    EXPECT_NE(report.Content().find(content), std::string::npos) << report.Content();
+  }
+}
+
 }  // namespace
 }  // namespace vk32

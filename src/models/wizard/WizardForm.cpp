@@ -12,6 +12,7 @@
 #include "forms/FieldNames.h"
 #include "forms/Tables.h"
 #include "link/VKComSubs.h"
+#include "listing/SaveReport.h"
 #include "shell/Subs.h"
 
 namespace vk32 {
@@ -175,6 +176,14 @@ Taken WizardForm::TakeFrom(Conversation& conversation) {
   return taken;
 }
 
+void WizardForm::ReportCmd_Click() {
+  // Made before the user is asked: an upload may go on while he looks for a place.
+  const std::string changed = origin.Changed().empty() ? "" : "; " + origin.ChangedLbl.Caption.Value();
+  const std::string html = HtmlReport(ReportHeadOf(app, origin.SourceLbl.Caption.Value() + changed), List());
+  const std::string file = SaveReport(app, ReportDialog, html);
+  if (!file.empty() && !Busy && IsLoaded()) status.Tell("The report has been saved as " + file);
+}
+
 void WizardForm::Came(Origin from) {
   origin.Set(std::move(from));
   stale_ = true;
@@ -182,10 +191,13 @@ void WizardForm::Came(Origin from) {
 
 void WizardForm::ValuesCome(const std::string& source, const std::string& since) { Came({source, since, List()}); }
 
-void WizardForm::ControlChanged(const Control& control) {
+void WizardForm::ControlChanged(const Control& control, const PropertyBase& property) {
   // What stands on no page, or on the first or the last, shows no value.
   const Frame* page = control.Parent();
-  if (page && page != &ConfigFrame && page != &ApplyFrame) stale_ = true;
+  if (page && page != &ConfigFrame && page != &ApplyFrame) {
+    stale_ = true;
+    names_.Follow(control, property);
+  }
   pageHint.Follow(control);
 }
 
@@ -210,7 +222,7 @@ Listing WizardForm::List() {
     const WizardPage& shown = pages[static_cast<std::size_t>(page)];
     listed.push_back({PageName(shown), shown.panes, Passes(page)});
   }
-  return ListPages(listed, Foretell());
+  return ListPages(listed, Foretell(), names_);
 }
 
 void WizardForm::Finish() {

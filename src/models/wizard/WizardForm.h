@@ -91,7 +91,7 @@ class WizardForm : public ConfigurationForm {
 
  private:
   void Form_Unload() override { comparePart.Stop(); }
-  void ControlChanged(const Control& control) override;
+  void ControlChanged(const Control& control, const PropertyBase& property) override;
   /// The page that the control lies on, or -1.
   int PageOf(const Control& control);
   void BehindAct() override;
@@ -122,6 +122,7 @@ class WizardForm : public ConfigurationForm {
   /// False if no file was written. `held`: in place of the present parameters.
   bool SaveAskedFor(const Parameters* held = nullptr);
   void BackupCmd_Click() { SaveAskedFor(&*had_); }
+  void ReportCmd_Click();
   /// For the welcome page of the next wizard of this product and model.
   void Keep();
   std::string KeptName() const;
@@ -141,6 +142,7 @@ class WizardForm : public ConfigurationForm {
 
   std::optional<Parameters> had_;  // the device, when it was read last
   bool stale_ = true;              // a page has changed since the changes were counted
+  KeptNames names_;
 
  public:
   // clang-format off
@@ -169,6 +171,7 @@ class WizardForm : public ConfigurationForm {
 
   Timer       TimeOutTmr;
   FileDialog  OpenSaveConfigDialog {*this, "OpenSaveConfigDialog"};
+  FileDialog  ReportDialog   {*this, "ReportDialog"};
 
   // Welcome page
   Frame       ConfigFrame      {*this, "ConfigFrame", PagePlace};
@@ -209,6 +212,7 @@ class WizardForm : public ConfigurationForm {
   CommandButton BackupCmd     {ApplyFrame, "BackupCmd",      {5160, 2730, 3480,  390}, "Save what the device had...", &WizardForm::BackupCmd_Click};
   ChangesPart  changes        {ApplyFrame};
   ComparePart  comparePart    {*this, app, ApplyFrame};
+  CommandButton ReportCmd     {ApplyFrame, "ReportCmd",      {6360, 7080, 1560,  390}, "Report...", &WizardForm::ReportCmd_Click};
   // clang-format on
 };
 
