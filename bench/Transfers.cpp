@@ -84,8 +84,9 @@ class Receiver {
     last_ = byteTime_ == 0ns ? MonotonicNow() : line_;
   }
 
-  bool Await(Time limit) const {
+  bool Await(Time limit) {
     pollfd waiting{terminal_.Fd(), POLLIN, 0};
+    if (poll(&waiting, 1, 0) == 0) terminal_.HoldHost(false);
     return poll(&waiting, 1, static_cast<int>(limit / 1ms)) > 0;
   }
 
