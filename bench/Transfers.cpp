@@ -75,7 +75,7 @@ class Receiver {
         continue;
       }
       Take();
-      if (answers_ && taken_ % BlockLength == 0) Acknowledge();
+      if (answers_ && taken_ > 0 && taken_ % BlockLength == 0) Acknowledge();
     }
     if (answers_ && Await(10s)) {
       terminal_.Read();
@@ -92,8 +92,12 @@ class Receiver {
 
   void Take() {
     const std::size_t room = byteTime_ == 0ns ? SIZE_MAX : LineStore;
-    const std::size_t some = terminal_.Read(room).size();
-    terminal_.HoldHost(some == room);
+    const Bytes bytes = terminal_.Read(room);
+    terminal_.HoldHost(bytes.size() == room);
+    // The terminal greets its device before the file.
+    const std::size_t begin = taken_ > 0 ? 0 : std::min(bytes.find(answers_ ? '\x01' : ':'), bytes.size());
+    const std::size_t some = bytes.size() - begin;
+    if (some == 0) return;
     if (taken_ == 0) line_ = first_ = MonotonicNow();
     taken_ += some;
     line_ = std::max(line_, MonotonicNow()) + byteTime_ * static_cast<int>(some);
