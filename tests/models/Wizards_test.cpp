@@ -29,6 +29,11 @@ TEST(Wizards, StartAnewEachTime) {
     for (const Control* control : user.app.forms.Find(user.form)->Controls()) {
       if (const auto* option = dynamic_cast<const OptionButton*>(control)) chosen[option->Parent()] += option->Value;
     }
+    for (const Control* control : user.app.forms.Find(user.form)->Controls()) {
+      const auto* bar = dynamic_cast<const VScrollBar*>(control);
+      EXPECT_TRUE(!bar || bar->Max == 0 || (bar->SmallChange > 0 && bar->LargeChange >= 3 * bar->SmallChange))
+          << control->Name();
+    }
     for (const auto& [frame, count] : chosen) EXPECT_EQ(count, 1) << frame->Name();
     user.Use("click UploadCmd");
     ChangeEverything(user);
