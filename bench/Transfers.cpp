@@ -67,7 +67,7 @@ class Receiver {
 
  private:
   void Run() {
-    while (taken_ < length_) {
+    while (!ended_) {
       const bool begun = taken_ > 0;
       if (answers_ && !begun) terminal_.Write("\x15");
       if (!Await(answers_ && !begun ? 5ms : 10s)) {
@@ -76,10 +76,7 @@ class Receiver {
       }
       Take();
       if (answers_ && taken_ > 0 && taken_ % BlockLength == 0) Acknowledge();
-    }
-    if (answers_ && Await(10s)) {
-      terminal_.Read();
-      Acknowledge();
+      ended_ = ended_ || (!answers_ && taken_ >= length_);
     }
     last_ = byteTime_ == 0ns ? MonotonicNow() : line_;
   }
@@ -94,6 +91,9 @@ class Receiver {
     const std::size_t room = byteTime_ == 0ns ? SIZE_MAX : LineStore;
     const Bytes bytes = terminal_.Read(room);
     terminal_.HoldHost(bytes.size() == room);
+    // A block may come twice, for a NAK that was one too many: the end is what the sender calls so.
+    ended_ = answers_ && taken_ % BlockLength == 0 && bytes == "\x04";
+    if (ended_) return;
     // The terminal greets its device before the file.
     const std::size_t begin = taken_ > 0 ? 0 : std::min(bytes.find(answers_ ? '\x01' : ':'), bytes.size());
     const std::size_t some = bytes.size() - begin;
@@ -118,7 +118,7 @@ class Receiver {
   sim::PseudoTerminal terminal_;
   std::size_t length_, taken_ = 0;
   Time byteTime_;
-  bool answers_;
+  bool answers_, ended_ = false;
   int silence_ = 0;
   Time line_{0};  // when it has carried all
   Time first_{0}, last_{0};
