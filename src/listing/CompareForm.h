@@ -23,6 +23,8 @@ class CompareForm : public Form {
 
   /// Shows the comparison, on top of all forms, in place of the one before.
   static void Show(App& app, ComparedSide left, ComparedSide right);
+  /// What differs.
+  std::vector<Difference> Differences() const { return Compare(left_.values, right_.values); }
 
  private:
   static constexpr int Lines = 17;

@@ -8,6 +8,8 @@
 
 namespace vk32 {
 
+struct SentParameters;
+
 /// A product, and the model of a VK-RTX, as Globals has them.
 struct WizardKind {
   std::string product, model;
@@ -23,6 +25,8 @@ class Elsewhere {
   virtual std::optional<Listing> ReadFile(const std::string& path, const WizardKind& kind) = 0;
   /// By the upload of the product, without its reminder. `port`: "COM3".
   virtual std::optional<Listing> ReadDevice(const std::string& port, const WizardKind& kind) = 0;
+  /// What the pages would show had the product given back what was sent to it, as far as it gives it back.
+  virtual Listing ShowSent(const SentParameters& sent, const WizardKind& kind) = 0;
   /// Ends a reading that is under way: it gives nothing.
   virtual void Stop() = 0;
   /// A sentence for the user.

@@ -59,6 +59,20 @@ TEST(CommandLine, WhatIsReadComesBackFromTheDeviceThatItIsWrittenTo) {
   }
 }
 
+TEST(CommandLine, WhatTheDeviceDoesNotHoldIsNotVerified) {
+  GatewayDevice device("RB2000"), factory("RB2000");
+  Cli cli(&device);
+  cli.Run("read RB2000 --port COM3 -y -o %/a.cfg");
+  cli.Run("set %/a.cfg specific@address=3 -o %/b.cfg");
+  int asked = 0;
+  cli.world.console.waitForEnter = [&](const std::string&) {
+    if (++asked == 2) cli.driver.Plug("COM3", &factory);
+    return true;
+  };
+  const std::string told = cli.Run("write %/b.cfg --port COM3 --verify");
+  EXPECT_TRUE(told.starts_with("1: ") && told.find("  - 3\n  + 17\n") != std::string::npos) << told;
+}
+
 TEST(CommandLine, ADeviceThatDoesNotAcknowledgeIsNeverDone) {
   const auto at = [](auto member, auto value) {
     sim::Misbehaviour misbehaviour;

@@ -45,6 +45,8 @@ TEST_F(WidgetsTest, PropertiesAreFollowed) {
   EXPECT_EQ(As<LabelWidget>(form.AreaLbl[1]).Tip(), "a text that its cell can't hold");
   EXPECT_EQ(As<LabelWidget>(form.SlotLbl[1]).Tip() + As<LabelWidget>(form.LineLbl).Tip(), "");
   const QString line = "COM3, /dev/serial/by-id/usb-a-name-of-some-length, free";
+  form.TwoOpt.Caption = form.TwoOpt.Caption.Value() + "!";
+  form.BareChk.ForeColor = 255;
   form.FlagChk.Height = form.LineLbl.Height;
   form.FlagChk.Caption = std::string(99, 'x');
   form.LineLbl.Caption = line.toStdString().replace(4, 2, "\t").replace(line.size() - 7, 2, "\t");
@@ -232,6 +234,7 @@ TEST_F(WidgetsTest, AFormThatIsLargerThanItsScreenScrollsToWhatHasTheFocus) {
     const QRect place(WidgetOf(*control).mapTo(&window, QPoint()), WidgetOf(*control).size());
     EXPECT_TRUE(window.rect().contains(place)) << control->Name();
   }
+  for (const int y : {5, 470}) EXPECT_TRUE(dynamic_cast<QScrollBar*>(window.childAt(window.width() - 5, y))) << y;
   const int top = WidgetOf(form.FirstFrame).y();
   WidgetOf(form.NameTxt).setFocus();
   PressIn(form, Qt::Key_PageDown, Qt::ControlModifier);

@@ -29,6 +29,11 @@ TEST(Wizards, StartAnewEachTime) {
     for (const Control* control : user.app.forms.Find(user.form)->Controls()) {
       if (const auto* option = dynamic_cast<const OptionButton*>(control)) chosen[option->Parent()] += option->Value;
     }
+    for (const Control* control : user.app.forms.Find(user.form)->Controls()) {
+      const auto* bar = dynamic_cast<const VScrollBar*>(control);
+      EXPECT_TRUE(!bar || bar->Max == 0 || (bar->SmallChange > 0 && bar->LargeChange >= 3 * bar->SmallChange))
+          << control->Name();
+    }
     for (const auto& [frame, count] : chosen) EXPECT_EQ(count, 1) << frame->Name();
     user.Use("click UploadCmd");
     ChangeEverything(user);
@@ -75,20 +80,23 @@ TEST(Wizards, AskOnceBeforeChangedValuesGo) {
   }
 }
 
-TEST(Wizards, OfferWhatACancelledOneHeld) {
+/// Another value in every list, mark and option, and a row of each table that has an editor.
+void ChangeToWhatFits(WizardUser& user, const std::string& kind) {
   const std::string row = "fill Route 1|Channel A|1|1|Ethernet|1.1.1.1\nclick Route.PerformRouteCmd\n",
                     map = "fill ABModMapping 1|Typed R/W|7|0|4X|1|3|Integer|2|9\nclick ABModMapping.MapCmd\n";
   const std::map<std::string, std::string> tables{{"VK-RTX-DF1", "to RoutingFrame\nclick AddRouteCmd\n" + row},
                                                   {"VK-RTX-Modbus", "to AbModMappingFrame\nclick AddMapCmd\n" + map}};
+  ChangeEverything(user, false);
+  user.app.forms.Find(user.form)->Get<CheckBox>("VerifyChk").Value = 0;
+  user.Use("check OpenConfigChk off\n" + std::string(user.app.forms.Find(user.form)->Find("EthDHCPLst") ? Dhcp : "") +
+           (tables.contains(kind) ? tables.at(kind) : ""));
+}
+
+TEST(Wizards, OfferWhatACancelledOneHeld) {
   for (const Model& model : Models) {
     GatewayDevice first(model.kind), second(model.kind);
     WizardUser direct(model.kind, &first), user(model.kind, &second);
-    for (WizardUser* each : {&direct, &user}) {
-      ChangeEverything(*each, false);
-      each->Use("check OpenConfigChk off\n" +
-                std::string(each->app.forms.Find(each->form)->Find("EthDHCPLst") ? Dhcp : "") +
-                (tables.contains(model.kind) ? tables.at(model.kind) : ""));
-    }
+    for (WizardUser* each : {&direct, &user}) ChangeToWhatFits(*each, model.kind);
     const std::string changed = user.Use("see ChangedLbl");
     EXPECT_EQ(user.Use("again\ncheck RestoreChk on\nclick NextCmd\nsee ChangedLbl"), changed);
     EXPECT_EQ(direct.Use("finish DownOpt") + user.Use("finish DownOpt"), "reminder\nsuccess\nreminder\nsuccess\n");
@@ -213,6 +221,46 @@ TEST(Wizards, CompareWithTheDevice) {
     user.Do("click Compare.CompareCloseCmd\nafter 1 click " + user.form + ".CancelCmd");
     user.Use("click CompareDeviceCmd");
     EXPECT_FALSE(user.app.comm.IsOpen(3) || user.app.forms.Find("Compare"));
+  }
+}
+
+// By what happens when the device is to be read back.
+TEST(Wizards, VerifyWhatTheDeviceHolds) {
+  const std::string acknowledged = "has acknowledged the configuration, but ";
+  const std::tuple<const char*, std::string, const char*, int> rows[] = {
+      // and how many boxes come
+      {"good", "Configuration has been downloaded", "closed", 3},
+      {"other", acknowledged + "does not hold what was sent: ", "ApplyFrame", 3},
+      {"silent", acknowledged + "it could not be read back: it is not verified.", "ApplyFrame", 3},
+      {"cancel", "", "closed", 2}};
+  for (const Model& model : Models) {
+    for (const auto& [event, told, page, count] : rows) {
+      SCOPED_TRACE(std::string(model.kind) + " " + event);
+      GatewayDevice device(model.kind, {}, true), factory(model.kind), same(model.kind, {}, true);
+      WizardUser user(model.kind, &device), plain(model.kind, &same);
+      for (WizardUser* each : {&user, &plain}) {
+        each->Use("click UploadCmd");
+        ChangeToWhatFits(*each, model.kind);
+        each->Use("to ApplyFrame\nclick DownOpt");
+      }
+      int boxes = 0;
+      const std::string what = event;
+      user.screen.onBox = [&](const auto&) {
+        if (++boxes != 2) return;
+        if (what == "other") user.driver.Plug("COM3", &factory);
+        if (what == "silent") user.driver.Plug("COM3", nullptr);
+        if (what == "cancel") user.session.RunLine("after 20 click " + user.form + ".CancelCmd");
+      };
+      user.Use("check VerifyChk on");
+      EXPECT_NE(user.Do("click " + user.form + ".NextCmd").find(told), std::string::npos);
+      EXPECT_EQ(boxes, count);
+      EXPECT_EQ(user.Use("page"), page);
+      EXPECT_EQ(user.app.forms.Find("Compare") != nullptr, what == "other");
+      EXPECT_EQ(user.driver.WaitHandle(1), -1);
+      if (what != "good") continue;
+      plain.Use("click NextCmd\nclick ProductMenu.ConfigureCmd\nclick UploadCmd");
+      EXPECT_EQ(ToHex(user.driver.written), ToHex(plain.driver.written)) << "as a download and an upload do";
+    }
   }
 }
 

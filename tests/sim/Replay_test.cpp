@@ -1,9 +1,10 @@
 // The trace that is always on, and the device that plays it.
 #include "sim/Replay.h"
 
+#include <set>
 #include <stdexcept>
 
-#include "support/Harness.h"
+#include "models/WizardUser.h"
 
 namespace vk32::sim {
 namespace {
@@ -46,6 +47,25 @@ TEST(Replay, AnswersAsThenAndTellsWhatElseIsAsked) {
   EXPECT_EQ(two.NextDue(), 1s + 500ms);
   EXPECT_EQ(two.ToHost(1s + 500ms), "");
   EXPECT_EQ(told.back().substr(0, 54), "Something else than line 1: from byte 2 on 42 was awai");
+}
+
+TEST(Trace, NamesWhatPasses) {
+  const std::pair<const char*, std::set<std::string>> rows[] = {
+      {"RB2000", {"acknowledge", "image download", "image upload"}},
+      {"VK5300",
+       {"acknowledge", "block read", "block read reply", "block write", "end of exchange", "image download",
+        "image upload", "restart"}}};
+  for (const auto& [kind, names] : rows) {
+    GatewayDevice device(kind);
+    WizardUser user(kind, &device);
+    user.Use("click UploadCmd\nfinish DownOpt");
+    std::set<std::string> seen;
+    for (const std::string& line : Split(user.app.trace.Text(), '\n')) {
+      const std::size_t at = line.rfind("  ");
+      if (at > 8 && at != std::string::npos) seen.insert(line.substr(at + 2));
+    }
+    EXPECT_EQ(seen, names) << user.app.trace.Text();
+  }
 }
 
 TEST(Trace, KeepsTheLatestAndIsReadStrictly) {

@@ -92,12 +92,19 @@ void WizardForm::AdaptToPort() {
   DownSaveOptLbl.Enabled = port;
   UploadCmd.Visible = port;
   comparePart.AdaptToPort(port);
+  AdaptToChoice();
   if (!port) {
     status.Tell("No port is chosen");
     ApplyHintLbl.Caption =
         "No port is chosen: the configuration can only be saved. To download it, choose a port in the " +
         app.globals.CurrentProduct + " Main Menu.";
   }
+}
+
+void WizardForm::AdaptToChoice() {
+  const bool downloads = app.globals.ComPortText != "None" && !SaveOpt.Value;
+  VerifyChk.Enabled = downloads;
+  VerifyChkLbl.Enabled = downloads;
 }
 
 void WizardForm::SetTabOrder() {
@@ -227,6 +234,7 @@ Listing WizardForm::List() {
 
 void WizardForm::Finish() {
   const bool downloads = DownOpt.Value || DownSaveOpt.Value, saves = SaveOpt.Value || DownSaveOpt.Value;
+  const bool verifies = downloads && VerifyChk.Value == 1;
   std::shared_ptr<Conversation> conversation;
   if (downloads) conversation = Conversation::Begin(app, *this, WritingConfiguration, &status);
   if (downloads && !conversation) return;
@@ -234,15 +242,18 @@ void WizardForm::Finish() {
   if (!downloads && IsTalking() && RefusedByConversation(app)) return;
   if (!TakeOver([&] { BuildParameters(downloads); })) return;
   const Listing taken = List();
+  const SentParameters sent{app.globals.ConfigImage, app.globals.BlockTable};
   if (downloads) ShowConfigureReminder(app);
   if (saves && !SaveConfigFile(app, *this, app.globals.CurrentProduct, ModelTag())) return;
   if (saves) Came({"Saved as " + FileName(), "since it was saved as " + FileName(), taken});
   if (downloads) {
     if (!Download(*conversation) || !IsLoaded()) return;
     const std::string product = conversation->product, port = "COM" + Str(conversation->port);
-    conversation.reset();
     const std::string time = app.forms.dispatcher.Loop().TimeOfDay();
     Came({"Written to " + port + ", " + time, "since it was written to " + port + " at " + time, taken});
+    if (verifies && !comparePart.Verify(*conversation, sent)) return;
+    conversation.reset();
+    if (verifies) status.Tell("Written to " + port + " and verified: the " + product + " holds what was sent");
     app.forms.MsgBox("Configuration has been downloaded to the " + product, MessageIcon::Information, "Success!");
   }
   if (HasChanged()) Keep();  // what was entered while the others went to the device

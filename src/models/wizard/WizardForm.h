@@ -43,6 +43,8 @@ class WizardForm : public ConfigurationForm {
   bool MayGo() override;
   /// What UPLOAD does behind its reminder, in a conversation of its own.
   Taken ReadDevice();
+  /// Decodes a download's bytes into the pages, as if the device had given them back.
+  virtual void TakeSent(const SentParameters& sent) = 0;
   /// What it shows, as one side of a comparison.
   ComparedSide ShownSide();
 
@@ -84,13 +86,14 @@ class WizardForm : public ConfigurationForm {
   /// Of a hint's words, on the form: in two lines below the fields.
   virtual Place HintPlace() const { return {4500, 7035, 7980, 480}; }
 
+  /// Ends what reads another configuration for the wizard.
+  void Form_Unload() override { comparePart.Stop(); }
   /// A page has come.
   virtual void PageShown() {}
 
   App& app;
 
  private:
-  void Form_Unload() override { comparePart.Stop(); }
   void ControlChanged(const Control& control, const PropertyBase& property) override;
   /// The page that the control lies on, or -1.
   int PageOf(const Control& control);
@@ -107,6 +110,8 @@ class WizardForm : public ConfigurationForm {
   void ShowCurrentPage();
   /// Without a port only the work on files is left.
   void AdaptToPort();
+  /// Only what is downloaded can be read back.
+  void AdaptToChoice();
   /// The buttons at the foot come behind all pages.
   void SetTabOrder();
   /// Carries out the selected option; unloads the form when it is done.
@@ -199,15 +204,18 @@ class WizardForm : public ConfigurationForm {
   Label        ApplyLbl       {ApplyFrame, "ApplyLbl",       {360,  780, 8280, 1080},
                                "To download the configuration settings to the gateway device, select the Download Configuration option and click "
                                "the FINISH button.  You may also save your configuration settings by selecting one of the other options available."};
-  OptionButton DownOpt        {ApplyFrame, "DownOpt",        {360, 2040,  315,  315}, "Download Configuration", true};
+  OptionButton DownOpt        {ApplyFrame, "DownOpt",        {360, 2040,  315,  315}, "Download Configuration", true, &WizardForm::AdaptToChoice};
   Label        DownOptLbl     {ApplyFrame, "DownOptLbl",     {720, 2040, 4200,  315}, "Download Configuration",
                                TextRole::Body, [this] { DownOpt.Value = true; }};
-  OptionButton SaveOpt        {ApplyFrame, "SaveOpt",        {360, 2400,  315,  315}, "Save Configuration", false};
+  OptionButton SaveOpt        {ApplyFrame, "SaveOpt",        {360, 2400,  315,  315}, "Save Configuration", false, &WizardForm::AdaptToChoice};
   Label        SaveOptLbl     {ApplyFrame, "SaveOptLbl",     {720, 2400, 4200,  315}, "Save Configuration",
                                TextRole::Body, [this] { SaveOpt.Value = true; }};
-  OptionButton DownSaveOpt    {ApplyFrame, "DownSaveOpt",    {360, 2760,  315,  315}, "Download and Save Configuration", false};
+  OptionButton DownSaveOpt    {ApplyFrame, "DownSaveOpt",    {360, 2760,  315,  315}, "Download and Save Configuration", false, &WizardForm::AdaptToChoice};
   Label        DownSaveOptLbl {ApplyFrame, "DownSaveOptLbl", {720, 2760, 4200,  315}, "Download and Save Configuration",
                                TextRole::Body, [this] { DownSaveOpt.Value = true; }};
+  CheckBox     VerifyChk      {ApplyFrame, "VerifyChk",      {360, 3240,  315,  315}, "Read back and compare after the download"};
+  Label        VerifyChkLbl   {ApplyFrame, "VerifyChkLbl",   {720, 3240, 6000,  315}, "Read back and compare after the download",
+                               TextRole::Body, [this] { VerifyChk.Value = 1 - VerifyChk.Value; }};
   Label        ApplyHintLbl   {ApplyFrame, "ApplyHintLbl",   {5040, 2040, 3600, 960}, "", TextRole::Small};
   CommandButton BackupCmd     {ApplyFrame, "BackupCmd",      {5160, 2730, 3480,  390}, "Save what the device had...", &WizardForm::BackupCmd_Click};
   ChangesPart  changes        {ApplyFrame};
