@@ -5,22 +5,34 @@
 #include <optional>
 #include <string>
 #include <thread>
+#include <vector>
 
 #include "sim/PseudoTerminal.h"
 #include "sim/SimulatedLine.h"
 
 namespace vk32::bench {
 
+/// Bytes of one side, up to a pause or those of the other. `pause`: before them, where the exchange has one.
+struct Message {
+  bool fromHost;
+  Bytes bytes;
+  Time pause;
+};
+
 /// How the line was used, from the start of the first byte to the end of the last.
 struct LineUse {
   int bytes = 0;  // both directions
   Time first{0}, last{0};
+  Time late{0};            // by which the gateway's answers have ended too late: the measurement's own fault
+  std::vector<Time> gaps;  // from a last byte of the gateway to the next first one of the host
+  std::vector<Message> talk;
 
-  /// The time taken, divided by the time that the bytes need: 1 is the best there is.
-  double Ratio(Time byteTime) const {
-    return static_cast<double>((last - first).count()) / static_cast<double>((byteTime * bytes).count());
-  }
+  Time Taken() const { return last - first - late; }
 };
+
+/// Has a program of a few lines say again, on one core, what the host has said; its use of the line is the best that
+/// the machine gives just then, with the pauses that the messages ask for.
+LineUse SayAgain(std::string_view kind, const std::vector<Message>& talk);
 
 /// A simulated gateway behind a line that is paced at its true rate.
 class PacedLine {
@@ -42,6 +54,7 @@ class PacedLine {
   void Run();
   void FromHost(Time now);
   void ToHost(Time now);
+  void Note(bool fromHost, const Bytes& bytes);
 
   sim::PseudoTerminal terminal_;
   sim::Gateway gateway_;
@@ -49,6 +62,9 @@ class PacedLine {
   sim::SimulatedLine line_;
   bool stored_ = false;
   LineUse use_;
+  Time noted_{0};                 // when the last bytes have passed
+  Time late_{0};                  // by which the gateway's last byte has come too late
+  std::optional<Time> answered_;  // its moment, as long as nothing has come behind it
   std::atomic<bool> ending_ = false;
   std::thread thread_;
 };

@@ -1,25 +1,18 @@
-// How fast firmware files leave.
+// How fast files leave whole programs, against plain programs and against the line.
 #include "Transfers.h"
 
 #include <poll.h>
 #include <unistd.h>
 
 #include <algorithm>
-#include <array>
-#include <atomic>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <functional>
-#include <optional>
 #include <stdexcept>
 #include <string>
 #include <thread>
 
-#include "HeadlessProgram.h"
-#include "firmware/FirmwareFile.h"
-#include "firmware/Xmodem.h"
-#include "link/Conversation.h"
+#include "Child.h"
 #include "platform/PosixEventLoop.h"
 #include "sim/PseudoTerminal.h"
 #include "sim/SimulatedLine.h"
@@ -29,9 +22,10 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr std::size_t StreamLength = 4 << 20, XmodemLength = 128 * 4096, PacedLength = 128 * 64;
-constexpr std::size_t BlockLength = 132, PieceLength = 10240;
-constexpr int PacedRate = 19200;
+constexpr std::size_t StreamLength = 8 << 20, XmodemLength = 128 * 4096;
+constexpr std::size_t PacedStreamLength = 32768, PacedXmodemLength = 128 * 64;
+constexpr std::size_t BlockLength = 132, LineStore = 256;
+constexpr int PacedRate = 19200, PairCount = 9;
 
 /// A file that goes with this object.
 class File {
@@ -47,155 +41,135 @@ class File {
   std::filesystem::path path_;
 };
 
-/// Takes so many bytes at the other end of a pseudo-terminal, in a thread; tells when the first and the last came.
+enum class As { Text, Xmodem };
+
+/// Takes a file at the other end of a pseudo-terminal, in a thread.
 class Receiver {
  public:
-  /// `byteTime`: that each byte takes on the line. `answers`: an Xmodem receiver, which asks first and then answers
-  /// blocks.
-  Receiver(sim::PseudoTerminal& terminal, std::size_t length, Time byteTime, bool answers)
-      : terminal_(terminal), length_(length), byteTime_(byteTime), answers_(answers), thread_([this] { Run(); }) {}
+  /// `length`: of the file. `byteTime`: that each byte takes on the line; 0: the line is not paced.
+  Receiver(As as, std::size_t length, Time byteTime)
+      : length_(as == As::Text ? length : length / 128 * BlockLength),
+        byteTime_(byteTime),
+        answers_(as == As::Xmodem),
+        thread_([this] { Run(); }) {}
+  ~Receiver() {
+    if (thread_.joinable()) thread_.join();
+  }
 
-  /// The time from the first byte to the last.
+  const std::string& Path() const { return terminal_.Path(); }
+
+  /// The time from the first byte to the last; of Xmodem to the end.
   Time Finish() {
     thread_.join();
-    return last_ - first_;
+    if (taken_ < length_) throw std::runtime_error("a file has not come whole");
+    return last_ - first_ - late_;
   }
 
  private:
   void Run() {
-    if (answers_) terminal_.Write("\x15");
-    std::size_t taken = 0;
-    Time line{0};
-    while (taken < length_) {
-      pollfd waiting{terminal_.Fd(), POLLIN, 0};
-      if (poll(&waiting, 1, 10000) <= 0) return;
-      const std::size_t some = terminal_.Read().size();
-      if (taken == 0) line = first_ = MonotonicNow();
-      taken += some;
-      line = std::max(line, MonotonicNow()) + byteTime_ * static_cast<int>(some);
-      if (byteTime_ > 0ns && (!answers_ || taken % BlockLength == 0)) SleepUntil(line);
-      if (answers_ && taken % BlockLength == 0) {
-        line += byteTime_;  // of the answer
-        SleepUntil(line);
-        terminal_.Write("\x06");
+    while (!ended_) {
+      const bool begun = taken_ > 0;
+      if (answers_ && !begun) terminal_.Write("\x15");
+      if (!Await(answers_ && !begun ? 5ms : 10s)) {
+        if (begun || ++silence_ > 2000) return;
+        continue;
       }
-      if (byteTime_ == 0ns) line = MonotonicNow();
+      Take();
+      if (answers_ && taken_ > 0 && taken_ % BlockLength == 0) Acknowledge();
+      ended_ = ended_ || (!answers_ && taken_ >= length_);
     }
-    last_ = line;
-    if (answers_) AnswerEnd();
+    last_ = byteTime_ == 0ns ? MonotonicNow() : line_;
   }
 
-  void AnswerEnd() {
+  bool Await(Time limit) {
     pollfd waiting{terminal_.Fd(), POLLIN, 0};
-    poll(&waiting, 1, 10000);
-    terminal_.Read();
+    if (poll(&waiting, 1, 0) == 0) terminal_.HoldHost(false);
+    return poll(&waiting, 1, static_cast<int>(limit / 1ms)) > 0;
+  }
+
+  void Take() {
+    const std::size_t room = byteTime_ == 0ns ? SIZE_MAX : LineStore;
+    const Bytes bytes = terminal_.Read(room);
+    terminal_.HoldHost(bytes.size() == room);
+    // A block may come twice, for a NAK that was one too many: the end is what the sender calls so.
+    ended_ = answers_ && taken_ % BlockLength == 0 && bytes == "\x04";
+    if (ended_) return;
+    // The terminal greets its device before the file.
+    const std::size_t begin = taken_ > 0 ? 0 : std::min(bytes.find(answers_ ? '\x01' : ':'), bytes.size());
+    const std::size_t some = bytes.size() - begin;
+    if (some == 0) return;
+    if (taken_ == 0) line_ = first_ = MonotonicNow();
+    taken_ += some;
+    line_ = std::max(line_, MonotonicNow()) + byteTime_ * static_cast<int>(some);
+    if (!answers_) SleepUntil(line_ - byteTime_ * static_cast<int>(LineStore));
+  }
+
+  void Acknowledge() {
+    line_ += byteTime_;
+    if (byteTime_ > 0ns) SleepUntil(line_);
     terminal_.Write("\x06");
+    if (byteTime_ > 0ns) late_ += std::max(MonotonicNow() - line_, 0ns);
   }
 
   static void SleepUntil(Time moment) {
     if (const Time left = moment - MonotonicNow(); left > 0ns) std::this_thread::sleep_for(left);
   }
 
-  sim::PseudoTerminal& terminal_;
-  std::size_t length_;
+  sim::PseudoTerminal terminal_;
+  std::size_t length_, taken_ = 0;
   Time byteTime_;
-  bool answers_;
+  bool answers_, ended_ = false;
+  int silence_ = 0;
+  Time line_{0};  // when it has carried all
   Time first_{0}, last_{0};
+  Time late_{0};  // by which answers have come too late: the measurement's own fault
   std::thread thread_;
 };
 
-/// The program with a port that is open, as in the recovery terminal.
-struct OpenPort : HeadlessProgram {
-  explicit OpenPort(const std::string& device) {
-    names.Assign("COM1", device);
-    GoToProductMenu({"RB2000Cmd"});
-    Do("select ProductMenu.COMCbo COM1");
-    Do("click ProductMenu.OfflineCmd");
-    form = app.forms.Find("OfflineMngr");
-    form->Get<Timer>("tmrTime").Enabled = false;
-  }
-  Form* form;
-};
-
-/// Shows nothing.
-struct Unseen : XmodemProgress {
-  void StartOfflineProgressBar() override {}
-  void UpdateOfflineProgressBar(std::size_t, std::size_t) override {}
-  void FinishOfflineProgressBar() override {}
-};
-
-Time Stream(std::size_t length, Time byteTime) {
+/// From the recovery terminal.
+Time Send(As as, std::size_t length, Time byteTime) {
   const File file(length);
-  sim::PseudoTerminal terminal;
-  OpenPort program(terminal.Path());
-  terminal.Read();
-  auto& bar = program.form->Get<ProgressBar>("ProgressBar");
-  bar.Max = FullBar;
-  Receiver receiver(terminal, length, byteTime, false);
-  const auto pieceSent = [&](std::uint64_t sent, std::uint64_t total) { bar.Value = BarValue(sent, total); };
-  if (!StreamFile(*program.app.conversation, file.Path(), PieceLength, pieceSent))
-    throw std::runtime_error("the stream has failed");
+  Receiver receiver(as, length, byteTime);
+  Script script(std::vector<std::string>{receiver.Path()});
+  script.Do(ToProductMenu({"VKRTXCmd", "ABEthAsciiDf1ModelCmd"}));
+  script.Do({"click ProductMenu.OfflineCmd", "answer yes", as == As::Xmodem ? "answer yes" : "answer no",
+             "file " + file.Path(), "click OfflineMngr.SendFirmwareCmd"});
   return receiver.Finish();
 }
 
-Time SendByXmodem(std::size_t length, Time byteTime) {
-  sim::PseudoTerminal terminal;
-  OpenPort program(terminal.Path());
-  terminal.Read();
-  // The sender clears the port first, and must see the receiver's call behind that.
-  std::optional<Receiver> receiver;
-  program.app.forms.dispatcher.Loop().StartTimer(
-      20ms, [&] { receiver.emplace(terminal, length / 128 * BlockLength, byteTime, true); });
-  Unseen unseen;
-  if (Xmodem(*program.app.conversation, unseen).XmodemSend(std::string(length, 'x')))
-    throw std::runtime_error("Xmodem has failed");
-  return receiver->Finish();
-}
-
-/// The time that a shell command needs to send to the terminal, which is its standard input and output.
-Time Command(const std::string& command, std::size_t length, bool answers) {
-  sim::PseudoTerminal terminal;
-  Receiver receiver(terminal, length, 0ns, answers);
-  const std::string line = command + " <" + terminal.Path() + " >" + terminal.Path() + " 2>/dev/null";
-  if (std::system(line.c_str()) != 0) throw std::runtime_error(command + " has failed");
+/// A plain program, whose standard input and output are the terminal.
+Time Command(const std::string& command, As as, std::size_t length) {
+  const File file(length);
+  Receiver receiver(as, length, 0ns);
+  Child({"/bin/sh", "-c",
+         "exec " + command + " " + file.Path() + " <" + receiver.Path() + " >" + receiver.Path() + " 2>/dev/null"})
+      .Await();
   return receiver.Finish();
 }
 
-double Ratio(Time time, Time other) { return static_cast<double>(time.count()) / static_cast<double>(other.count()); }
-
-/// The median over some pairs, one run behind the other: a single pair swings with whatever else the machine does.
-double MedianRatio(const std::function<Time()>& ours, const std::function<Time()>& theirs) {
-  std::array<double, 5> ratios;
-  for (double& ratio : ratios) ratio = Ratio(ours(), theirs());
-  std::nth_element(ratios.begin(), ratios.begin() + 2, ratios.end());
-  return ratios[2];
+Figures Paced(As as, std::size_t length, std::size_t bytes) {
+  const Time byteTime = sim::SimulatedLine::ByteTime(PacedRate);
+  return static_cast<double>(Send(as, length, byteTime).count()) /
+         static_cast<double>((byteTime * static_cast<int>(bytes)).count());
 }
 
 }  // namespace
 
-double StreamAgainstCat() {
-  return MedianRatio([] { return Stream(StreamLength, 0ns); },
-                     [] {
-                       const File file(StreamLength);
-                       return Command("cat " + file.Path(), StreamLength, false);
-                     });
+Figures StreamAgainstCat() {
+  return Pairs(
+      PairCount, [] { return Send(As::Text, StreamLength, 0ns); },
+      [] { return Command("cat", As::Text, StreamLength); });
 }
 
-std::optional<double> XmodemAgainstSx() {
+std::optional<Figures> XmodemAgainstSx() {
   if (std::system("command -v sx >/dev/null") != 0) return std::nullopt;
-  const File file(XmodemLength);
-  return MedianRatio([] { return SendByXmodem(XmodemLength, 0ns); },
-                     [&] { return Command("sx -q " + file.Path(), XmodemLength / 128 * BlockLength, true); });
+  return Pairs(
+      PairCount, [] { return Send(As::Xmodem, XmodemLength, 0ns); },
+      [] { return Command("sx -q", As::Xmodem, XmodemLength); });
 }
 
-double PacedStream() {
-  const Time byteTime = sim::SimulatedLine::ByteTime(PacedRate);
-  return Ratio(Stream(PacedLength, byteTime), byteTime * static_cast<int>(PacedLength));
-}
+Figures PacedStream() { return Paced(As::Text, PacedStreamLength, PacedStreamLength); }
 
-double PacedXmodem() {
-  const Time byteTime = sim::SimulatedLine::ByteTime(PacedRate);
-  return Ratio(SendByXmodem(PacedLength, byteTime), byteTime * static_cast<int>(PacedLength / 128 * (BlockLength + 1)));
-}
+Figures PacedXmodem() { return Paced(As::Xmodem, PacedXmodemLength, PacedXmodemLength / 128 * (BlockLength + 1) + 2); }
 
 }  // namespace vk32::bench

@@ -86,13 +86,17 @@ void CheckPorts(const World& world, const BatchOptions& options, const std::vect
 /// Makes the file of each row. Failure of the first that can't be made, after all have had their turn.
 void MakeFiles(World& world, const BatchOptions& options, const std::string& folder, std::vector<Row>& rows) {
   MakeFolder(folder);
+  const Target target = TargetOfFile(options.configuration);
+  std::optional<Program> program;  // one for all rows, until one is refused
   std::optional<Failure> first;
   for (Row& row : rows) {
     world.loop.RunDue();
     row.file = folder + "/" + row.name + ".cfg";
     try {
-      SaveEdited(world, options.configuration, row.assignments, row.file);
+      if (!program) program.emplace(world, target);
+      SaveEdited(*program, options.configuration, row.assignments, row.file);
     } catch (const Failure& failure) {
+      program.reset();
       if (failure.status == ExitStatus::Stopped) throw;
       world.console.err << row.name << ": " << failure.what() << "\n";
       if (!first) first = failure;

@@ -138,7 +138,8 @@ class Parser {
   void SetInFile() const {
     std::vector<Assignment> assignments;
     for (const std::string& word : words_) assignments.push_back(ParseAssignment(word));
-    SaveEdited(world_, file_, assignments, output_);
+    Program program(world_, TargetOfFile(file_));
+    SaveEdited(program, file_, assignments, output_);
   }
 
   void Show() const {

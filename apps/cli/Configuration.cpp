@@ -1,9 +1,11 @@
 // A configuration as vk32-cli reads it, and the commands that only look at one.
 #include "cli/Configuration.h"
 
+#include <algorithm>
 #include <ctime>
 #include <nlohmann/json.hpp>
 #include <optional>
+#include <set>
 
 #include "cli/Program.h"
 #include "listing/Report.h"
@@ -49,8 +51,9 @@ void PrintText(World& world, const Configuration& configuration) {
 
 std::string HtmlOf(World& world, const Configuration& configuration) {
   const Target& target = configuration.target;
-  return HtmlReport({target.product, target.model, configuration.source, world.loop.DateAndTime(), "VK32 " + ProgramVersion()},
-                    configuration.listing);
+  return HtmlReport(
+      {target.product, target.model, configuration.source, world.loop.DateAndTime(), "VK32 " + ProgramVersion()},
+      configuration.listing);
 }
 
 Json JsonOf(const std::optional<std::string>& value) { return value ? Json(ToUtf8(*value)) : Json(nullptr); }
@@ -64,6 +67,42 @@ std::vector<Difference> DifferencesOf(const Configuration& left, const Configura
   }
   // Fields of two kinds have nothing to do with each other.
   return kinds.empty() ? Compare(Shown(left.listing), Shown(right.listing)) : kinds;
+}
+
+/// The row of the listing that a control holds; nullptr: none does.
+const ListedValue* RowOf(const Listing& listing, const Control* control) {
+  const auto row = std::ranges::find(listing, control, &ListedValue::control);
+  return row == listing.end() ? nullptr : &*row;
+}
+
+/// What its device can't hold, each with its field. The program tells one at a time: each gives way to its factory
+/// value.
+std::vector<std::string> MisfitsOf(World& world, const std::string& file) {
+  Program program(world, TargetOfFile(file));
+  program.OpenWizard();
+  const WizardForm& wizard = program.Wizard();
+  const Listing factory = program.Wizard().List();
+  program.Open(file);
+  std::vector<std::string> misfits;
+  for (std::set<const Control*> replaced;;) {
+    try {
+      program.GoToApply();
+      program.Check();
+      return misfits;
+    } catch (const Failure& failure) {
+      if (failure.status != ExitStatus::DoesNotFit) throw;
+      const Listing listing = program.Wizard().List();
+      const ListedValue *row = RowOf(listing, wizard.pageHint.About()), *good = RowOf(factory, wizard.pageHint.About());
+      if (!row || !good || !replaced.insert(row->control).second) {
+        misfits.push_back(failure.what());
+        return misfits;
+      }
+      misfits.push_back(Printable(row->Path()) + " is " +
+                        (row->value.empty() ? "empty" : "\"" + Printable(row->value) + "\"") + ". " +
+                        Printable(wizard.pageHint.PageHintLbl.Caption.Value()));
+      program.Act([&] { SetValue(*row->control, good->value); }, ExitStatus::DoesNotFit);
+    }
+  }
 }
 
 }  // namespace
@@ -133,12 +172,10 @@ void CheckFiles(World& world, const std::vector<std::string>& files) {
   std::optional<Failure> first;
   for (const std::string& file : files) {
     try {
-      Program program(world, TargetOfFile(file));
-      program.OpenWizard();
-      program.Open(file);
-      program.GoToApply();
-      program.Check();
-      world.console.out << file << ": good\n";
+      const std::vector<std::string> misfits = MisfitsOf(world, file);
+      for (const std::string& misfit : misfits) world.console.out << file << ": " << misfit << "\n";
+      if (misfits.empty()) world.console.out << file << ": good\n";
+      if (!misfits.empty() && !first) first = Failure(ExitStatus::DoesNotFit, misfits[0]);
     } catch (const Failure& failure) {
       if (failure.status == ExitStatus::Stopped) throw;
       world.console.out << file << ": " << failure.what() << "\n";

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <map>
 #include <numeric>
+#include <span>
 #include <utility>
 
 #include "cli/Configuration.h"
@@ -63,9 +64,13 @@ bool IsMeant(const ListedValue& row, const std::string& path, const std::string&
 }
 
 std::string OneOf(const std::vector<std::string>& entries) {
+  // Long lists are numbers in their order.
+  const bool tooMany = entries.size() > 20;
   std::string words;
-  for (const std::string& entry : entries) words += (words.empty() ? "" : ", ") + entry;
-  return "takes one of: " + words + ".";
+  for (const std::string& entry : std::span(entries).first(tooMany ? 3 : entries.size())) {
+    words += (words.empty() ? "" : ", ") + entry;
+  }
+  return "takes one of: " + words + (tooMany ? ", ... " + entries.back() : "") + ".";
 }
 
 void Choose(const ListedValue& row, const OptionButton&, const std::string& value) {
@@ -171,20 +176,20 @@ void SetFields(Program& program, const std::vector<Assignment>& assignments) {
   for (const auto& [place, cells] : rows) EditRow(program, *cells.control, cells.texts);
 }
 
-void SaveEdited(World& world, const std::string& file, const std::vector<Assignment>& assignments,
+void SaveEdited(Program& program, const std::string& file, const std::vector<Assignment>& assignments,
                 const std::string& output) {
   const TemporaryFolder folder;
   const std::string edited = folder.path + "/edited.cfg";
-  {
-    Program program(world, TargetOfFile(file));
-    program.OpenWizard();
-    program.Open(file);
-    SetFields(program, assignments);
-    program.GoToApply();
-    program.Save(edited);
-  }
+  program.OpenWizard();
+  program.Open(file);
+  SetFields(program, assignments);
+  program.GoToApply();
+  program.Save(edited);
   // A text that is no number can become 0 on its way.
-  const Listing kept = LoadFile(world, edited).listing;
+  program.OpenWizard();
+  program.Open(edited);
+  const Listing kept = program.Wizard().List();
+  program.CloseWizard();
   for (const Assignment& assignment : assignments) {
     const ListedValue& row = kept[FindField(kept, assignment.field)];
     if (!row.shown && !assignment.value.empty()) Refuse(row, "does not show with the other values as they are.");

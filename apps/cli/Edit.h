@@ -23,8 +23,9 @@ std::size_t FindField(const Listing& listing, const std::string& name);
 void SetFields(Program& program, const std::vector<Assignment>& assignments);
 
 /// Opens a file, sets fields and saves the result as `output`. Failure, and nothing saved, if the result would not have
-/// each value as it was given.
-void SaveEdited(World& world, const std::string& file, const std::vector<Assignment>& assignments,
+/// each value as it was given. `program`: stands at the menu of the file's product, and does again if there is no
+/// failure.
+void SaveEdited(Program& program, const std::string& file, const std::vector<Assignment>& assignments,
                 const std::string& output);
 
 }  // namespace vk32

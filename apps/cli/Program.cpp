@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <optional>
 
+#include "cli/Configuration.h"
+#include "listing/CompareForm.h"
 #include "platform/Files.h"
 #include "script/Quoting.h"
 #include "shell/Products.h"
@@ -155,13 +157,15 @@ void Program::Save(const std::string& path) {
   throw Failure(ExitStatus::FileRefused, why.empty() ? path + " could not be saved." : why);
 }
 
-void Program::FinishDownload(const std::function<void(const std::string&)>& atReminder) {
+void Program::FinishDownload(const std::function<void(const std::string&)>& atReminder,
+                             const std::function<void(const std::string&)>& atReadBack) {
   bool reminded = false;
   Act([this] { Wizard().DownOpt.Value = true; }, ExitStatus::DoesNotFit);
   screen_.Expect(Reminder + target.product, [&](const std::string& text) {
     reminded = true;
     atReminder(text);
   });
+  if (atReadBack) screen_.Expect(Reminder + target.product, atReadBack);
   screen_.Expect("Configuration has been downloaded to the " + target.product, [](const std::string&) {});
   try {
     Click("NextCmd", ExitStatus::NoAnswer);
@@ -177,14 +181,29 @@ void Program::Check() {
   screen_.TakeMissing();
 }
 
-void Program::Download() {
+void Program::Download(bool verifies) {
   world_.RequireUser();
+  std::function<void(const std::string&)> readBack;
+  bool acknowledged = false;
+  if (verifies) {
+    Do("check " + wizard_ + ".VerifyChk on", ExitStatus::WrongUsage);
+    readBack = [&](const std::string& text) {
+      acknowledged = true;
+      state_ = "The " + target.product + " has acknowledged the configuration; it is not verified.";
+      world_.Confirm(text);
+    };
+  }
   state_ = "The " + target.product + " has not acknowledged the configuration: read it to see what it holds.";
   try {
-    FinishDownload([this](const std::string& text) { world_.Confirm(text); });
+    FinishDownload([this](const std::string& text) { world_.Confirm(text); }, readBack);
     if (screen_.TakeMissing() > 0) throw Failure(ExitStatus::NoAnswer, "The download has not come to its end.");
   } catch (const Failure& failure) {
     if (failure.status != ExitStatus::NoAnswer) throw;
+    if (IsLoaded(CompareForm::FormName)) {
+      const auto& comparison = dynamic_cast<const CompareForm&>(FormOf(CompareForm::FormName));
+      throw Failure(ExitStatus::Different, failure.what() + ("\n" + DifferenceLines(comparison.Differences())));
+    }
+    if (acknowledged) throw;
     throw Failure(ExitStatus::NoAnswer, failure.what() + ("\n" + state_));
   }
   state_.clear();

@@ -28,6 +28,8 @@ class Program {
   // Steps of the wizard.
   void Upload();
   void Open(const std::string& path);
+  /// As CANCEL does: back to the product menu.
+  void CloseWizard() { Click("CancelCmd", ExitStatus::WrongUsage); }
   /// Carries out a command of the text front end.
   void Do(const std::string& command, ExitStatus ifRefused);
   /// Carries out an act on its controls.
@@ -39,8 +41,8 @@ class Program {
   /// Finishes without sending anything.
   void Check();
   void Save(const std::string& path);
-  /// Returns when the device has acknowledged all.
-  void Download();
+  /// Returns when the device has acknowledged all and, if wanted, gives back what was sent.
+  void Download(bool verifies);
 
   void ReadDeviceInfo();
   /// Returns when the device has said that the firmware is burnt.
@@ -62,8 +64,10 @@ class Program {
   std::string Hint() const;
   /// The box that asks to press the Configure button, which the user confirms.
   void ExpectReminder();
-  /// Clicks FINISH to write. Whatever is refused before the device is asked for is a value.
-  void FinishDownload(const std::function<void(const std::string&)>& atReminder);
+  /// Clicks FINISH to write. Whatever is refused before the device is asked for is a value. `atReadBack`: at the second
+  /// reminder, if there is one.
+  void FinishDownload(const std::function<void(const std::string&)>& atReminder,
+                      const std::function<void(const std::string&)>& atReadBack = {});
 
   World& world_;
   std::string refusal_;  // of the last command

@@ -16,6 +16,7 @@
 #include "FileDialogs.h"
 #include "FormWindow.h"
 #include "MessageBox.h"
+#include "Paper.h"
 #include "ProgramStyle.h"
 #include "Text.h"
 #include "app/ManualPages.h"
@@ -34,7 +35,7 @@ QString ManualPath(std::string_view page) {
   const QDir program(QCoreApplication::applicationDirPath());
   for (const char* place :
        {"../share/doc/vk32/manual/%1.html", "packaging/manual/%1.html", "../../docs/manual/%1.adoc"}) {
-    const QFileInfo file(program, QString::fromLatin1(place).arg(QLatin1String(page.data(), page.size())));
+    const QFileInfo file(program, QString::fromLatin1(place).arg(QString::fromStdString(std::string(page))));
     if (file.exists()) return file.canonicalFilePath();
   }
   return {};
@@ -156,6 +157,8 @@ std::string DesktopScreen::Description() const {
                               : QString("no screen");
   return QString("Qt %1 (%2), %3").arg(qVersion(), QGuiApplication::platformName(), size).toStdString();
 }
+
+std::optional<std::string> DesktopScreen::MakePdf(const std::string& html) { return PdfOf(html); }
 
 std::string DesktopScreen::OpenManual(const std::string& form) { return OpenManualPage(ManualPage(form)); }
 

@@ -32,6 +32,7 @@ class DesktopScreen : public Screen {
   std::string OpenManual(const std::string& form) override;
   void CopyText(const std::string& text) override;
   std::string Description() const override;
+  std::optional<std::string> MakePdf(const std::string& html) override;
   void ProgramFaulted(int number, const std::string& description) override;
   void ProgramEnded() override;
 

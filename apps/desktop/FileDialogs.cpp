@@ -71,8 +71,8 @@ QStringList NameFilters(const std::string& filter) {
   return filters;
 }
 
-QString DefaultSuffix(const std::string& filter) {
-  const QString pattern = Split(filter).value(1).split(u';').front();
+QString DefaultSuffix(const std::string& filter, qsizetype chosen) {
+  const QString pattern = Split(filter).value(2 * chosen + 1).split(u';').front();
   const QString suffix = pattern.mid(pattern.lastIndexOf(u'.') + 1);
   return pattern.contains(u'.') && !suffix.contains(u'*') ? suffix : QString();
 }
@@ -85,7 +85,12 @@ std::optional<std::string> AskForFile(const FileDialogRequest& request, QString&
   dialog.setNameFilters(NameFilters(request.filter));
   dialog.setAcceptMode(save ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
   dialog.setFileMode(save ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
-  if (save) dialog.setDefaultSuffix(DefaultSuffix(request.filter));
+  if (save) {
+    dialog.setDefaultSuffix(DefaultSuffix(request.filter, 0));
+    QObject::connect(&dialog, &QFileDialog::filterSelected, [&](const QString& chosen) {
+      dialog.setDefaultSuffix(DefaultSuffix(request.filter, dialog.nameFilters().indexOf(chosen)));
+    });
+  }
   if (!folder.isEmpty()) dialog.setDirectory(folder);
   dialog.resize(DialogSize);
   ShowWholeColumns(dialog);

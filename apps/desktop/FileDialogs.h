@@ -15,8 +15,9 @@ namespace vk32 {
 
 /// "Settings (*.cfg)|*.cfg|All Files (*.*)|*.*" as Qt wants it: "Settings (*.cfg)", "All Files (*)".
 QStringList NameFilters(const std::string& filter);
-/// What a name without a suffix gets: that of the filter's first pattern, without its point; empty if it has none.
-QString DefaultSuffix(const std::string& filter);
+/// What a name without a suffix gets: that of the first pattern of the chosen description, without its point; empty if
+/// it has none. `chosen` counts from 0.
+QString DefaultSuffix(const std::string& filter, qsizetype chosen = 0);
 
 /// Asks for a file, starting in `folder`, which becomes the folder of the file that was chosen. Nothing on a cancel. A
 /// place where nothing can be saved is refused: `refuse` is given the reason, and the dialog goes on.

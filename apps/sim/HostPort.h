@@ -23,6 +23,8 @@ class HostPort {
   virtual Bytes Read(std::size_t most = SIZE_MAX) = 0;
   /// Goes on with what was written before, too; to be called again at the end of Sending.
   virtual void Write(std::string_view bytes) = 0;
+  /// Whether what the host writes from now on has to wait with the host, since the line carries enough already.
+  virtual void HoldHost(bool) {}
   virtual WaitFor Sending() const { return {-1}; }
 };
 

@@ -14,6 +14,7 @@
 #include <system_error>
 
 #include "platform/PortNames.h"
+#include "platform/PosixEventLoop.h"
 
 namespace vk32::sim {
 
@@ -69,11 +70,33 @@ Bytes PseudoTerminal::Read(std::size_t most) {
 }
 
 void PseudoTerminal::Write(std::string_view bytes) {
+  constexpr std::string_view Flow = "\x11\x13";
+  if (const auto last = bytes.find_last_of(Flow); last != bytes.npos) heldByDevice_ = bytes[last] == Flow[1];
   while (!bytes.empty()) {
     const ssize_t count = write(master_, bytes.data(), bytes.size());
-    if (count <= 0) return;
+    if (count <= 0) break;
     bytes.remove_prefix(static_cast<std::size_t>(count));
   }
+  HoldOrLetGo();
+}
+
+void PseudoTerminal::HoldHost(bool held) {
+  wantsHold_ = held;
+  HoldOrLetGo();
+}
+
+void PseudoTerminal::HoldOrLetGo() {
+  if (wantsHold_ == held_) return;
+  // The kernel has one stop for both: letting go would undo the device's XOFF.
+  termios settings{};
+  if (held_ && heldByDevice_ && tcgetattr(slave_, &settings) == 0 && (settings.c_iflag & IXON) != 0) return;
+  if (tcflow(slave_, wantsHold_ ? TCOOFF : TCOON) == 0) held_ = wantsHold_;
+}
+
+WaitFor PseudoTerminal::Sending() const {
+  // The host may end its flow control, which nobody tells.
+  const Time again = MonotonicNow() + std::chrono::milliseconds(20);
+  return {-1, WaitFor::ToWrite, wantsHold_ == held_ ? Never : again};
 }
 
 }  // namespace vk32::sim

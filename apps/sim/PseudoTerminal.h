@@ -26,10 +26,17 @@ class PseudoTerminal : public HostPort {
   Bytes Read(std::size_t most = SIZE_MAX) override;
   /// What can't be taken at once is dropped, as by a line with nobody at its end.
   void Write(std::string_view bytes) override;
+  /// By itself the kernel takes some 20 KB, as if they had left; they would be far ahead of a paced line.
+  void HoldHost(bool held) override;
+  WaitFor Sending() const override;
 
  private:
+  void HoldOrLetGo();
+
   int master_ = -1;
   int slave_ = -1;  // held open, so that the terminal outlives the programs that use it
+  bool wantsHold_ = false, held_ = false;
+  bool heldByDevice_ = false;  // by the last XOFF or XON that was written
   std::string path_, portName_;
   std::string link_;
 };

@@ -129,8 +129,9 @@ class Meeting {
         if (signal.ssi_signo != SIGUSR1) return;
         pressConfigure();
       }
-      if (farEnd.Room() > 0) {
-        const vk32::Bytes read = port_->Read(farEnd.Room());
+      if (const std::size_t room = farEnd.Room(); room > 0) {
+        const vk32::Bytes read = port_->Read(room);
+        port_->HoldHost(read.size() == room);
         if (trace_) trace_->Passed(MonotonicNow(), '>', read);
         farEnd.FromHost(read, MonotonicNow());
       }

@@ -93,8 +93,14 @@ std::optional<Listing> BackstageReader::ReadDevice(const std::string& port, cons
   return read;
 }
 
+Listing BackstageReader::ShowSent(const SentParameters& sent, const WizardKind& kind) {
+  WizardForm& wizard = stage_.Begin(kind.product, kind.model);
+  stage_.app.forms.dispatcher.Dispatch([&] { wizard.TakeSent(sent); });
+  return Shown(wizard.List());
+}
+
 std::string BackstageReader::Why() const {
-  return stage_.screen.told.empty() ? "Nothing came." : stage_.screen.told.back();
+  return stage_.screen.told.empty() ? "Not all of it came." : stage_.screen.told.back();
 }
 
 }  // namespace vk32

@@ -58,6 +58,7 @@ class BackstageReader : public Elsewhere {
   std::optional<Listing> ReadFile(const std::string& path, const WizardKind& kind) override;
   std::optional<Listing> ReadDevice(const std::string& port, const WizardKind& kind,
                                     ExchangeObserver& observer) override;
+  Listing ShowSent(const SentParameters& sent, const WizardKind& kind) override;
   void Stop() override { stage_.app.forms.UnloadAll(); }
   std::string Why() const override;
 

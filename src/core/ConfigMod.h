@@ -1,6 +1,8 @@
 // The moving of a whole parameter set between the shared variables and a device.
 #pragma once
 
+#include <array>
+
 #include "core/ConfigurationForm.h"
 
 namespace vk32 {
@@ -9,6 +11,12 @@ class Conversation;
 
 /// What an upload has given the parameters.
 enum class Taken { Nothing, Part, All };
+
+/// What a download sends, of both styles: the product has one of them, or both.
+struct SentParameters {
+  Bytes image;                    // ConfigImage
+  std::array<Bytes, 256> blocks;  // BlockTable
+};
 
 // Every operation opens the port at its start and closes it at its end. A failure is told to the user by one error box;
 // nothing is tried again. Once the conversation is over nothing more is sent, told or taken over.

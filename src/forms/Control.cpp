@@ -113,7 +113,7 @@ void PutInTabOrder(const std::vector<Control*>& controls) {
 void Control::Dispatch(const std::function<void()>& act) { OwnerForm().Registry().dispatcher.Dispatch(act); }
 
 void Control::PropertyChanged(const PropertyBase& property) {
-  if (OwnerForm().IsLoaded()) OwnerForm().ControlChanged(*this);
+  if (OwnerForm().IsLoaded()) OwnerForm().ControlChanged(*this, property);
   if (FormObserver* observer = OwnerForm().observer_) observer->ControlChanged(*this, property);
 }
 

@@ -81,7 +81,7 @@ class Form : public Element, public Container {
   /// unloads.
   virtual void Form_Close();
   /// A property of one of its controls has changed.
-  virtual void ControlChanged(const Control&) {}
+  virtual void ControlChanged(const Control&, const PropertyBase&) {}
   /// An act is over, whichever form it was on: brings up to date what is made from the controls.
   virtual void BehindAct() {}
 

@@ -66,6 +66,8 @@ class Screen {
   virtual void OpenWebSite(const std::string& url) = 0;
   /// Puts a text, with its line ends, into the clipboard of the user's desktop. A screen without one passes it over.
   virtual void CopyText(const std::string&) {}
+  /// The bytes of a PDF file that shows an HTML text, in UTF-8, on paper. Nothing if this screen can't draw one.
+  virtual std::optional<std::string> MakePdf(const std::string&) { return std::nullopt; }
   /// Opens the page of the manual that belongs to the form of that name. Empty, or why it can't be opened.
   virtual std::string OpenManual(const std::string& form) = 0;
 

@@ -103,6 +103,8 @@ class Echo {
 void SetTimeOutFlag(App& app, const Form& form) {
   const bool others = app.conversation != nullptr && &app.conversation->form != &form;
   if (!others && !app.forms.IsAsking()) app.globals.TimeOutFlag = FlagTrue;
+  // A wait starts the timer anew; until then its ticks would only wake the processor.
+  if (app.conversation == nullptr) form.Get<Timer>("TimeOutTmr").SleepUntilReadable(-1);
 }
 
 Bytes Checksum8(const Bytes& text, int count) {

@@ -4,6 +4,7 @@
 #include "app/App.h"
 #include "listing/ListRows.h"
 #include "listing/Listing.h"
+#include "listing/Report.h"
 
 namespace vk32 {
 
@@ -22,12 +23,17 @@ class CompareForm : public Form {
 
   /// Shows the comparison, on top of all forms, in place of the one before.
   static void Show(App& app, ComparedSide left, ComparedSide right);
+  /// What differs.
+  std::vector<Difference> Differences() const { return Compare(left_.values, right_.values); }
 
  private:
   static constexpr int Lines = 17;
 
   void ShowAllChk_Click() { ShowRows(); }
   void CompareCloseCmd_Click() { UnloadMe(); }
+  void SaveReportCmd_Click();
+  /// Those that differ or, if the user wants them, all.
+  std::vector<Difference> ShownFields() const;
   void ShowRows();
 
   static int LineTop(int line) { return 1770 + ListRowHeight * (line - 1); }
@@ -43,6 +49,7 @@ class CompareForm : public Form {
 
   App& app_;
   ComparedSide left_, right_;
+  ReportHead head_;  // of what was compared, whatever is configured later
 
  public:
   // clang-format off
@@ -59,6 +66,8 @@ class CompareForm : public Form {
   ControlArray<Label> ValueRightLbl = Column("ValueRightLbl", 7560, 2160, "");
   VScrollBar    CompareVScroll  {*this, "CompareVScroll",    {9780, 1740,  300, 5100}, [this] { rows.Draw(); }};
   Frame         FootLineFrame   {*this, "FootLineFrame",     {   0, 7260, 10320,  15}, Fill::Hairline};
+  CommandButton SaveReportCmd   {*this, "SaveReportCmd",     { 240, 7515, 2040,  390}, "Save Report...", &CompareForm::SaveReportCmd_Click};
+  FileDialog    ReportDialog    {*this, "ReportDialog"};
   CommandButton CompareCloseCmd {*this, "CompareCloseCmd",   {8880, 7515, 1200,  390}, "Close", &CompareForm::CompareCloseCmd_Click, WindowKey::Escape};
   // clang-format on
 

@@ -9,6 +9,7 @@
 namespace vk32 {
 
 class ExchangeObserver;
+struct SentParameters;
 
 /// A product, and the model of a VK-RTX, as Globals has them.
 struct WizardKind {
@@ -26,6 +27,8 @@ class Elsewhere {
   /// By the upload of the product, without its reminder. `port`: "COM3"; `observer`: hears how it goes.
   virtual std::optional<Listing> ReadDevice(const std::string& port, const WizardKind& kind,
                                             ExchangeObserver& observer) = 0;
+  /// What the pages would show had the product given back what was sent to it, as far as it gives it back.
+  virtual Listing ShowSent(const SentParameters& sent, const WizardKind& kind) = 0;
   /// Ends a reading that is under way: it gives nothing.
   virtual void Stop() = 0;
   /// A sentence for the user.

@@ -6,6 +6,7 @@
 #include <map>
 #include <string_view>
 #include <tuple>
+#include <unordered_map>
 
 #include "forms/FieldNames.h"
 
@@ -116,24 +117,24 @@ class RememberedHeads {
   std::map<std::tuple<const Frame*, std::string_view, int, bool>, std::string> heads_;
 };
 
-ListedValue Row(const std::string& page, const Field& field, const Foretold* told, RememberedHeads& columns) {
-  const Control& control = *field.control;
-  const std::string row = RowName(control, std::ref(columns));
-  const Label* heading = GroupHeading(control);
-  ListedValue listed{control.FullName(), page, row, {}, ValueOf(control), {}, field.control, field.shown};
-  if (told && told->value) listed.value = *told->value;
-  if (row.empty()) {
-    listed.field = FieldName(control);
-    if (heading && heading->Words() != listed.field) listed.group = heading->Words();
-    listed.unit = UnitOf(control);
+/// The row of a field without page and value.
+ListedValue NamedRow(Control& control, RememberedHeads& columns) {
+  ListedValue named{control.FullName(), {}, RowName(control, std::ref(columns)), {}, {}, {}, &control};
+  if (named.group.empty()) {
+    const Label* heading = GroupHeading(control);
+    named.field = FieldName(control);
+    if (heading && heading->Words() != named.field) named.group = heading->Words();
+    named.unit = UnitOf(control);
   } else {
     const std::string& heads = columns(control);
-    listed.field = heads.empty() ? control.SpokenName : heads;
+    named.field = heads.empty() ? control.SpokenName : heads;
   }
-  return listed;
+  return named;
 }
 
-void ListPage(const ListedPage& page, const std::vector<Foretold>& foretold, Listing& listing) {
+using NamedRows = std::unordered_map<const Control*, ListedValue>;
+
+void ListPage(const ListedPage& page, const std::vector<Foretold>& foretold, NamedRows& names, Listing& listing) {
   for (const Frame* frame : page.frames) {
     std::vector<Field> fields;
     Collect(*frame, !page.passed, false, foretold, fields);
@@ -147,20 +148,58 @@ void ListPage(const ListedPage& page, const std::vector<Foretold>& foretold, Lis
         if (std::find(options.begin(), options.end(), parent) != options.end()) continue;
         options.push_back(parent);
       }
-      listing.push_back(Row(page.name, field, Find(foretold, field.control), columns));
+      const auto [named, isNew] = names.try_emplace(field.control);
+      if (isNew) named->second = NamedRow(*field.control, columns);
+      const Foretold* told = Find(foretold, field.control);
+      ListedValue& row = listing.emplace_back(named->second);
+      row.page = page.name;
+      row.value = told && told->value ? *told->value : ValueOf(*field.control);
+      row.shown = field.shown;
     }
   }
 }
 
-using Places = std::map<std::string_view, std::size_t>;
+using Places = std::unordered_map<std::string_view, std::size_t>;
 
 Places PlacesOf(const Listing& listing) {
   Places places;
-  for (std::size_t i = 0; i < listing.size(); ++i) places[listing[i].key] = i;
+  places.reserve(listing.size());
+  for (std::size_t i = 0; i < listing.size(); ++i) places.emplace(listing[i].key, i);
   return places;
 }
 
-Difference FieldOf(const ListedValue& named, const ListedValue* left, const ListedValue* right) {
+/// Gives each field of either, in the order of the pages, with its row in both; nullptr where a side has none.
+template <class Take>
+void ForEachField(const Listing& left, const Listing& right, Take take) {
+  if (std::ranges::equal(left, right, {}, &ListedValue::key, &ListedValue::key)) {
+    for (std::size_t i = 0; i < left.size(); ++i) take(&left[i], &right[i]);
+    return;
+  }
+  const Places inLeft = PlacesOf(left), inRight = PlacesOf(right);
+  std::size_t next = 0;  // of the right rows that have not had their turn
+  const auto takeRightUpTo = [&](std::size_t end) {
+    for (; next < end; ++next) {
+      if (!inLeft.contains(right[next].key)) take(nullptr, &right[next]);
+    }
+  };
+  for (const ListedValue& row : left) {
+    const auto partner = inRight.find(row.key);
+    if (partner == inRight.end()) {
+      take(&row, nullptr);
+      continue;
+    }
+    takeRightUpTo(partner->second);
+    take(&row, &right[partner->second]);
+  }
+  takeRightUpTo(right.size());
+}
+
+bool Differ(const ListedValue* left, const ListedValue* right) {
+  return !left || !right || left->value != right->value || left->unit != right->unit;
+}
+
+Difference FieldOf(const ListedValue* left, const ListedValue* right) {
+  const ListedValue& named = right ? *right : *left;
   Difference field{named.page, named.group, named.field, {}, {}};
   if (left) field.left = left->Text();
   if (right) field.right = right->Text();
@@ -169,9 +208,18 @@ Difference FieldOf(const ListedValue& named, const ListedValue* left, const List
 
 }  // namespace
 
-Listing ListPages(const std::vector<ListedPage>& pages, const std::vector<Foretold>& foretold) {
+void KeptNames::Follow(const Control& control, const PropertyBase& property) {
+  // A frame that comes and goes is a page, or a part of one: its labels stay where they are.
+  const bool frameShows = control.GetKind() == Control::Kind::Frame && &property == &control.Visible;
+  const PropertyBase* const place[] = {&control.Left, &control.Top, &control.Width, &control.Height, &control.Visible};
+  if (!frameShows && (std::ranges::find(place, &property) != std::end(place) || property.Name() == "Caption"))
+    rows_.clear();
+}
+
+Listing ListPages(const std::vector<ListedPage>& pages, const std::vector<Foretold>& foretold, KeptNames& names) {
   Listing listing;
-  for (const ListedPage& page : pages) ListPage(page, foretold, listing);
+  listing.reserve(names.rows_.size());
+  for (const ListedPage& page : pages) ListPage(page, foretold, names.rows_, listing);
   return listing;
 }
 
@@ -197,36 +245,24 @@ void SetValue(Control& control, const std::string& value) {
 }
 
 std::vector<Difference> Pair(const Listing& left, const Listing& right) {
-  const Places inLeft = PlacesOf(left), inRight = PlacesOf(right);
   std::vector<Difference> fields;
-  std::size_t next = 0;  // of the right rows that have not had their turn
-  const auto takeRightUpTo = [&](std::size_t end) {
-    for (; next < end; ++next) {
-      if (!inLeft.contains(right[next].key)) fields.push_back(FieldOf(right[next], nullptr, &right[next]));
-    }
-  };
-  for (const ListedValue& row : left) {
-    const auto partner = inRight.find(row.key);
-    if (partner == inRight.end()) {
-      fields.push_back(FieldOf(row, &row, nullptr));
-      continue;
-    }
-    takeRightUpTo(partner->second);
-    fields.push_back(FieldOf(right[partner->second], &row, &right[partner->second]));
-  }
-  takeRightUpTo(right.size());
+  ForEachField(left, right, [&](const ListedValue* a, const ListedValue* b) { fields.push_back(FieldOf(a, b)); });
   return fields;
 }
 
 std::vector<Difference> Compare(const Listing& left, const Listing& right) {
-  std::vector<Difference> differences = Pair(left, right);
-  std::erase_if(differences, [](const Difference& field) { return field.left == field.right; });
+  std::vector<Difference> differences;
+  ForEachField(left, right, [&](const ListedValue* a, const ListedValue* b) {
+    if (Differ(a, b)) differences.push_back(FieldOf(a, b));
+  });
   return differences;
 }
 
 std::vector<Difference> Changes(const Listing& before, const Listing& now) {
-  std::vector<Difference> changes = Compare(before, now);
-  std::erase_if(changes, [](const Difference& change) { return !change.right; });
+  std::vector<Difference> changes;
+  ForEachField(before, now, [&](const ListedValue* a, const ListedValue* b) {
+    if (b && b->shown && Differ(a, b)) changes.push_back(FieldOf(a, b));
+  });
   return changes;
 }
 

@@ -3,6 +3,7 @@
 
 #include <optional>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 #include "forms/Controls.h"
@@ -39,8 +40,21 @@ struct Foretold {
   std::optional<std::string> value;  // the control's own if there is none
 };
 
+/// What the fields of a form are called. A name is worked out from all that stands around its field, which costs far
+/// more than to read a value: so it is kept.
+class KeptNames {
+ public:
+  /// A property of a control on a page has changed, whichever: names that may have changed with it are forgotten.
+  void Follow(const Control& control, const PropertyBase& property);
+
+ private:
+  friend Listing ListPages(const std::vector<ListedPage>&, const std::vector<Foretold>&, KeptNames&);
+
+  std::unordered_map<const Control*, ListedValue> rows_;  // without page and value
+};
+
 /// Reads the controls, whether they are on the screen or not; touches none and runs nothing.
-Listing ListPages(const std::vector<ListedPage>& pages, const std::vector<Foretold>& foretold);
+Listing ListPages(const std::vector<ListedPage>& pages, const std::vector<Foretold>& foretold, KeptNames& names);
 /// Those that are shown.
 Listing Shown(Listing listing);
 

@@ -5,6 +5,8 @@
 #include <span>
 #include <vector>
 
+#include "listing/ListRows.h"
+
 namespace vk32 {
 namespace {
 
@@ -105,6 +107,20 @@ std::string PageOf(Rows page) {
   return html;
 }
 
+/// `kind`: "Configuration"
+std::string Document(const char* kind, const ReportHead& head, const std::string& content) {
+  const std::string title = Escaped(head.product) + " " + kind;
+  std::string html = "<!DOCTYPE html>\n<html lang=\"en\">\n<head>\n<meta charset=\"utf-8\">\n<title>" + title +
+                     "</title>\n<style>\n" + Style + "</style>\n</head>\n<body>\n<h1>" + title +
+                     "</h1>\n<table class=\"fields\">\n" + HeadRow("Product", head.product) +
+                     HeadRow("Model", head.model) + HeadRow("Source", head.source) + HeadRow("Date", head.date) +
+                     HeadRow("Program", head.program) + "</table>\n<table class=\"plant\">\n";
+  for (const char* room : {"Plant", "Line", "Name", "Signature"}) {
+    html += std::string("<tr><th>") + room + "</th><td></td></tr>\n";
+  }
+  return html + "</table>\n" + content + "</body>\n</html>\n";
+}
+
 }  // namespace
 
 std::string ToUtf8(std::string_view bytes) {
@@ -151,19 +167,23 @@ Listing ForReading(Listing listing) {
 }
 
 std::string HtmlReport(const ReportHead& head, const Listing& listing) {
-  const std::string title = Escaped(head.product) + " Configuration";
-  std::string html = "<!DOCTYPE html>\n<html lang=\"en\">\n<head>\n<meta charset=\"utf-8\">\n<title>" + title +
-                     "</title>\n<style>\n" + Style + "</style>\n</head>\n<body>\n<h1>" + title +
-                     "</h1>\n<table class=\"fields\">\n" + HeadRow("Product", head.product) +
-                     HeadRow("Model", head.model) + HeadRow("Source", head.source) + HeadRow("Date", head.date) +
-                     HeadRow("Program", head.program) + "</table>\n<table class=\"plant\">\n";
-  for (const char* room : {"Plant", "Line", "Name", "Signature"}) {
-    html += std::string("<tr><th>") + room + "</th><td></td></tr>\n";
-  }
-  html += "</table>\n";
+  std::string content;
   const Listing shown = ForReading(listing);
-  for (Rows rows = shown; !rows.empty();) html += PageOf(TakeWhile(rows, SamePage));
-  return html + "</body>\n</html>\n";
+  for (Rows rows = shown; !rows.empty();) content += PageOf(TakeWhile(rows, SamePage));
+  return Document("Configuration", head, content);
+}
+
+std::string HtmlComparison(const ReportHead& head, const std::string& summary, const std::string& left,
+                           const std::string& right, const std::vector<Difference>& fields) {
+  std::string content = "<h2>" + Escaped(summary) + "</h2>\n<table class=\"rows\"><thead><tr><th></th>";
+  for (const std::string& title : {std::string("Page and field"), left, right})
+    content += "<th>" + Escaped(title) + "</th>";
+  content += "</tr></thead><tbody>\n";
+  for (const Difference& field : fields) {
+    content += std::string("<tr><td>") + (field.left == field.right ? "" : "≠") + "</td>" + Cell("td", field.Words()) +
+               Cell("td", ValueCell(field.left).text) + Cell("td", ValueCell(field.right).text) + "</tr>\n";
+  }
+  return Document("Comparison", head, content + "</tbody></table>\n");
 }
 
 }  // namespace vk32

@@ -354,18 +354,18 @@ bool PosixSerialDriver::Progress(Port& port, std::uint32_t& written, std::int32_
 
 std::int32_t PosixSerialDriver::Push(Port& port) {
   Outgoing& outgoing = *port.outgoing;
-  while (outgoing.handed < outgoing.data.size()) {
-    const ssize_t taken =
-        write(port.fd, outgoing.data.data() + outgoing.handed, outgoing.data.size() - outgoing.handed);
-    if (taken > 0) {
-      outgoing.handed += static_cast<std::uint32_t>(taken);
-    } else if (taken == 0 || errno == EAGAIN) {
-      return HungUp(port.fd) ? EIO : 0;
-    } else if (errno != EINTR) {
-      return errno;
-    }
+  const std::size_t left = outgoing.data.size() - outgoing.handed;
+  if (left == 0) return 0;
+  ssize_t taken = 0;
+  do {
+    taken = write(port.fd, outgoing.data.data() + outgoing.handed, left);
+  } while (taken < 0 && errno == EINTR);
+  if (taken > 0) {
+    outgoing.handed += static_cast<std::uint32_t>(taken);
+    return 0;
   }
-  return 0;
+  if (taken < 0 && errno != EAGAIN) return errno;
+  return HungUp(port.fd) ? EIO : 0;
 }
 
 WaitFor PosixSerialDriver::PendingWait(Handle handle) const {

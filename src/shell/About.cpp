@@ -1,8 +1,8 @@
 // What the program is, and where its maker can be reached.
 #include "shell/About.h"
 
-#include "platform/Files.h"
 #include "platform/Fault.h"
+#include "platform/Files.h"
 #include "shell/MainMenu.h"
 #include "shell/Subs.h"
 

@@ -59,6 +59,20 @@ TEST(CommandLine, WhatIsReadComesBackFromTheDeviceThatItIsWrittenTo) {
   }
 }
 
+TEST(CommandLine, WhatTheDeviceDoesNotHoldIsNotVerified) {
+  GatewayDevice device("RB2000"), factory("RB2000");
+  Cli cli(&device);
+  cli.Run("read RB2000 --port COM3 -y -o %/a.cfg");
+  cli.Run("set %/a.cfg specific@address=3 -o %/b.cfg");
+  int asked = 0;
+  cli.world.console.waitForEnter = [&](const std::string&) {
+    if (++asked == 2) cli.driver.Plug("COM3", &factory);
+    return true;
+  };
+  const std::string told = cli.Run("write %/b.cfg --port COM3 --verify");
+  EXPECT_TRUE(told.starts_with("1: ") && told.find("  - 3\n  + 17\n") != std::string::npos) << told;
+}
+
 TEST(CommandLine, ADeviceThatDoesNotAcknowledgeIsNeverDone) {
   const auto at = [](auto member, auto value) {
     sim::Misbehaviour misbehaviour;
@@ -89,6 +103,7 @@ TEST(CommandLine, ADeviceThatDoesNotAcknowledgeIsNeverDone) {
     std::filesystem::copy_file(VK32_EXAMPLES "/example.rom", cli.folder + "/f.rom");
     cli.driver.Plug("COM3", &bad);
     EXPECT_TRUE(cli.Run(command).starts_with(told)) << command << "\n" << cli.err.str();
+    EXPECT_EQ(cli.err.str().find('\r'), std::string::npos) << "a terminal wants lines";
     EXPECT_EQ(cli.Content("b.cfg"), "") << command;
     EXPECT_EQ(cli.driver.WaitHandle(1), -1) << command;
   }
@@ -205,17 +220,19 @@ TEST(CommandLine, FilesAreListedComparedAndChangedByTheNamesOfTheirFields) {
 "<b>&"
 3
 0
-30
+300
 )"));
   for (const char* seed : {"vkrtx-df1", "vkrtx-modbus", "rb2000"}) {
     std::filesystem::copy_file(std::string(VK32_SEEDS "/configuration-file/") + seed + ".cfg", cli.folder + "/" + seed);
   }
   // The command, the status and what is told, a part of the result.
-  const std::tuple<std::string, const char*, const char*> rows[] = {
+  const std::tuple<std::string, const char*, std::string> rows[] = {
       {"show %/rb2000", "0: ", "  CHB - Modbus Protocol Settings\n    Modbus Device Type: Slave\n"},
       {"show %/rb2000 --json", "0: ", "\"field\": \"Specific Address\",\n      \"value\": \"17\""},
       {"show " + vk5300.Path() + " --html", "0: ", "<td>&lt;b&gt;&amp;</td>"},
-      {"check %/rb2000 " + vk5300.Path(), "6: Not all files", "Invalid Gateway IP Address"},
+      {"check %/rb2000 " + vk5300.Path(), "6: Not all files",
+       "Default Gateway is \"<b>&\". Default Gateway: enter four numbers from 0 to 255, parted by points\n" +
+           vk5300.Path() + ": Ethernet Settings/Socket Timeout is \"300\". "},
       {"diff %/rb2000 %/vkrtx-df1", "1: ", "Gateway: Product\n  - RB2000\n  + VK-RTX\n"},
       {"diff %/rb2000 %/nothing", "5: ", ""},
       {"set %/rb2000 Stop=1 -o %/x", "2: There is no field Stop. Near to it:", ""},

@@ -145,7 +145,7 @@ TEST_F(BoxesTest, AFileDialogGivesTheChosenFileAndNoneThatCanNotBeWritten) {
 TEST(Texts, AreTurnedIntoQtsOwnAndBack) {
   const std::string filter = "Settings (*.cfg)|*.cfg|Both|*.cfg;*.rom|All Files (*.*)|*.*", bytes("\x00\x7F\xFFz", 4);
   EXPECT_EQ(NameFilters(filter), (QStringList{"Settings (*.cfg)", "Both (*.cfg *.rom)", "All Files (*)"}));
-  EXPECT_EQ(DefaultSuffix(filter) + DefaultSuffix("All|*.*"), "cfg");
+  EXPECT_EQ(DefaultSuffix(filter) + DefaultSuffix("All|*.*") + DefaultSuffix("A|*.a|B|*.b", 1), "cfgb");
   EXPECT_EQ(ToBytes(FromBytes(bytes)), bytes);
   EXPECT_EQ(FromWords("/home/\xC3\xA9"), QStringLiteral("/home/\u00E9"));
   EXPECT_EQ(FromWords("caf\xE9"), QStringLiteral("caf\u00E9"));

@@ -107,6 +107,7 @@ TEST_F(ReaderTest, TheTerminalsTextIsReadAndSelectedByPosition) {
   Settle();
   QAccessibleTextInterface& text = *Of(form.Term).textInterface();
   EXPECT_EQ(text.text(0, 5) + QString::number(text.characterCount()), "line 350");
+  EXPECT_EQ(text.text(2, 4) + text.text(348, 999), "ne\r\n");
   EXPECT_EQ(text.cursorPosition(), 350);
   EXPECT_EQ(text.selectionCount(), 0);
   text.setSelection(0, 0, 13);

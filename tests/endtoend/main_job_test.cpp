@@ -125,6 +125,8 @@ TEST(EndToEnd, DevicesThatDoNotAnswerOrGo) {
     deaf.script.Do(command);
   }
   EXPECT_GE(Clock::now() - asked, 300ms);
+  deaf.script.Do("after 1 get ProductMenu.Width");
+  EXPECT_EQ(deaf.script.Line().substr(0, 6), "value ") << "while the next command is waited for";
   deaf.sim.Signal(SIGUSR1);
   EXPECT_EQ(deaf.Upload(), "value \"19200\"\nok\n");
 }
@@ -191,6 +193,22 @@ TEST(EndToEnd, ConfigurationsTravelOnTheCommandLine) {
   other.Line();
   const std::string told = Process("vk32-cli", {"info", "VK5300", "--port", "COM6", "-y"}, folder).Rest();
   EXPECT_NE(told.find(": M\nFirmware Version: V\nFirmware Date: D\n"), std::string::npos) << told;
+}
+
+TEST(EndToEnd, ATraceIsPlayedAndSaysWhetherAllOfItWasAsked) {
+  const TemporaryFile trace("trace", "1 > 41\n2 < 42\n");
+  for (const bool asked : {true, false}) {
+    Process sim("vk32-sim", {"RB2000", "--replay", trace.Path()}, "/tmp");
+    const std::string line = sim.Line();
+    const int host = open(line.substr(10, line.size() - 11).c_str(), O_RDWR | O_NOCTTY | O_CLOEXEC);
+    char answer = 0;
+    EXPECT_TRUE(!asked || write(host, "A", 1) + read(host, &answer, 1) == 2);
+    sim.Signal(SIGTERM);
+    EXPECT_EQ(sim.Rest().starts_with("Ended before "), !asked);
+    EXPECT_EQ(sim.Wait(), asked ? 0 : 3);
+    EXPECT_EQ(answer, asked ? 'B' : 0);
+    close(host);
+  }
 }
 
 TEST(EndToEnd, CtrlCEndsACommandThatWaits) {

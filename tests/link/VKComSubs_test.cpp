@@ -107,6 +107,13 @@ TEST_F(WaitTest, AWaitEndsByTheTimerOfItsOwnForm) {
   ExpectWait(3s);
 }
 
+TEST_F(WaitTest, NothingWakesTheProcessorOnceItIsOver) {
+  talk.reset();
+  h.wizard->TimeOutTmr.Enabled = true;
+  h.Do("wait 10000");
+  EXPECT_THROW(h.loop.Wait(-1), std::logic_error);  // nothing will ever happen
+}
+
 TEST_F(WaitTest, TheLineGoesThroughFlowControlAtItsOwnRate) {
   h.app.globals.BaudRate = "9600";  // of what has been chosen since
   h.driver.calls.clear();

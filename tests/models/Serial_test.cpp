@@ -31,6 +31,10 @@ std::string Slot(int slot, const std::string& texts) {
 const std::string Rb2000Master = "to ProtocolSettingsFrame\nselect ChbModDeviceTypeLst Master\n",
                   Rb3000Master = "to ModSettingsFrame\nselect ModDeviceTypeLst Master\n";
 
+TEST(Serial, TheSpecificAddressShowsWhenItIsAsked) {
+  EXPECT_EQ(WizardUser("RB2000").Use("to ProtocolSettingsFrame\nshown ChbModSlaveSpecificAddrLst"), "-");
+}
+
 TEST(Serial, WalksItsPages) {
   const std::string welcome = "ConfigFrame ", slots = "MappingFrame(0) ", apply = "ApplyFrame",
                     rb3000 = welcome + "ModSettingsFrame ",

@@ -29,6 +29,11 @@ TEST(Wizards, StartAnewEachTime) {
     for (const Control* control : user.app.forms.Find(user.form)->Controls()) {
       if (const auto* option = dynamic_cast<const OptionButton*>(control)) chosen[option->Parent()] += option->Value;
     }
+    for (const Control* control : user.app.forms.Find(user.form)->Controls()) {
+      const auto* bar = dynamic_cast<const VScrollBar*>(control);
+      EXPECT_TRUE(!bar || bar->Max == 0 || (bar->SmallChange > 0 && bar->LargeChange >= 3 * bar->SmallChange))
+          << control->Name();
+    }
     for (const auto& [frame, count] : chosen) EXPECT_EQ(count, 1) << frame->Name();
     user.Use("click UploadCmd");
     ChangeEverything(user);
@@ -37,6 +42,18 @@ TEST(Wizards, StartAnewEachTime) {
     EXPECT_EQ(Finish(fresh, "DownOpt") + Finish(user, "DownOpt"), "reminder\nsuccess\nreminder\nsuccess\n");
     EXPECT_EQ(ToHex(second.gateway.Image()), ToHex(first.gateway.Image()));
     EXPECT_EQ(second.gateway.BlocksInForce(), first.gateway.BlocksInForce()) << model.kind;
+  }
+}
+
+TEST(Wizards, TheWordsBesideAMarkTakeItsClickButInTwoProducts) {
+  for (const Model& model : Models) {
+    const std::string kind = model.kind;
+    const bool deaf = kind == "RBCard" || kind == "VK5300";
+    WizardUser user(kind);
+    user.Use("click OpenConfigChkLbl");
+    EXPECT_EQ(user.Get(user.form + ".OpenConfigChk.Value"), deaf ? "0" : "1") << kind;
+    user.Use("check OpenConfigChk off\n" + (kind.starts_with("VK") ? Dhcp : "") + "to ApplyFrame\nclick SaveOptLbl");
+    EXPECT_EQ(user.Get(user.form + ".SaveOpt.Value"), deaf ? "False" : "True") << kind;
   }
 }
 
@@ -63,20 +80,23 @@ TEST(Wizards, AskOnceBeforeChangedValuesGo) {
   }
 }
 
-TEST(Wizards, OfferWhatACancelledOneHeld) {
+/// Another value in every list, mark and option, and a row of each table that has an editor.
+void ChangeToWhatFits(WizardUser& user, const std::string& kind) {
   const std::string row = "fill Route 1|Channel A|1|1|Ethernet|1.1.1.1\nclick Route.PerformRouteCmd\n",
                     map = "fill ABModMapping 1|Typed R/W|7|0|4X|1|3|Integer|2|9\nclick ABModMapping.MapCmd\n";
   const std::map<std::string, std::string> tables{{"VK-RTX-DF1", "to RoutingFrame\nclick AddRouteCmd\n" + row},
                                                   {"VK-RTX-Modbus", "to AbModMappingFrame\nclick AddMapCmd\n" + map}};
+  ChangeEverything(user, false);
+  user.app.forms.Find(user.form)->Get<CheckBox>("VerifyChk").Value = 0;
+  user.Use("check OpenConfigChk off\n" + std::string(user.app.forms.Find(user.form)->Find("EthDHCPLst") ? Dhcp : "") +
+           (tables.contains(kind) ? tables.at(kind) : ""));
+}
+
+TEST(Wizards, OfferWhatACancelledOneHeld) {
   for (const Model& model : Models) {
     GatewayDevice first(model.kind), second(model.kind);
     WizardUser direct(model.kind, &first), user(model.kind, &second);
-    for (WizardUser* each : {&direct, &user}) {
-      ChangeEverything(*each, false);
-      each->Use("check OpenConfigChk off\n" +
-                std::string(each->app.forms.Find(each->form)->Find("EthDHCPLst") ? Dhcp : "") +
-                (tables.contains(model.kind) ? tables.at(model.kind) : ""));
-    }
+    for (WizardUser* each : {&direct, &user}) ChangeToWhatFits(*each, model.kind);
     const std::string changed = user.Use("see ChangedLbl");
     EXPECT_EQ(user.Use("again\ncheck RestoreChk on\nclick NextCmd\nsee ChangedLbl"), changed);
     EXPECT_EQ(direct.Use("finish DownOpt") + user.Use("finish DownOpt"), "reminder\nsuccess\nreminder\nsuccess\n");
@@ -201,6 +221,67 @@ TEST(Wizards, CompareWithTheDevice) {
     user.Do("click Compare.CompareCloseCmd\nafter 1 click " + user.form + ".CancelCmd");
     user.Use("click CompareDeviceCmd");
     EXPECT_FALSE(user.app.comm.IsOpen(3) || user.app.forms.Find("Compare"));
+  }
+}
+
+// By what happens when the device is to be read back.
+TEST(Wizards, VerifyWhatTheDeviceHolds) {
+  const std::string acknowledged = "has acknowledged the configuration, but ";
+  const std::tuple<const char*, std::string, const char*, int> rows[] = {
+      // and how many boxes come
+      {"good", "Configuration has been downloaded", "closed", 3},
+      {"other", acknowledged + "does not hold what was sent: ", "ApplyFrame", 3},
+      {"silent", acknowledged + "it could not be read back: it is not verified.", "ApplyFrame", 3},
+      {"cancel", "", "closed", 2}};
+  for (const Model& model : Models) {
+    for (const auto& [event, told, page, count] : rows) {
+      SCOPED_TRACE(std::string(model.kind) + " " + event);
+      GatewayDevice device(model.kind, {}, true), factory(model.kind), same(model.kind, {}, true);
+      WizardUser user(model.kind, &device), plain(model.kind, &same);
+      for (WizardUser* each : {&user, &plain}) {
+        each->Use("click UploadCmd");
+        ChangeToWhatFits(*each, model.kind);
+        each->Use("to ApplyFrame\nclick DownOpt");
+      }
+      int boxes = 0;
+      const std::string what = event;
+      user.screen.onBox = [&](const auto&) {
+        if (++boxes != 2) return;
+        if (what == "other") user.driver.Plug("COM3", &factory);
+        if (what == "silent") user.driver.Plug("COM3", nullptr);
+        if (what == "cancel") user.session.RunLine("after 20 click " + user.form + ".CancelCmd");
+      };
+      user.Use("check VerifyChk on");
+      EXPECT_NE(user.Do("click " + user.form + ".NextCmd").find(told), std::string::npos);
+      EXPECT_EQ(boxes, count);
+      EXPECT_EQ(user.Use("page"), page);
+      EXPECT_EQ(user.app.forms.Find("Compare") != nullptr, what == "other");
+      EXPECT_EQ(user.driver.WaitHandle(1), -1);
+      if (what != "good") continue;
+      plain.Use("click NextCmd\nclick ProductMenu.ConfigureCmd\nclick UploadCmd");
+      EXPECT_EQ(ToHex(user.driver.written), ToHex(plain.driver.written)) << "as a download and an upload do";
+    }
+  }
+}
+
+TEST(Wizards, ReportWhatTheyShowAndWhereItDiffers) {
+  WizardUser user("RBCard");
+  const TemporaryFile report("r.html");
+  const std::string own = user.form + ".ReportCmd", compared = "Compare.SaveReportCmd";
+  user.Use("finish SaveOpt\nclick ProductMenu.ConfigureCmd\nto HwyComFrame\nclick Dh485Opt\nselect HwySpeedLst 9600\n");
+  user.Use("to ApplyFrame\nfile " + user.file.Path() + "\nclick CompareFileCmd");
+  const std::array<std::string, 4> rows[] = {
+      {own, report.Path(), "", "<td>Factory values; 3 values changed</td>"},
+      {own, "/nowhere/r.html", "The folder \\\"/nowhere\\\" does not exist",
+       "<th>Network Speed</th><td>9600 Baud</td>"},
+      {compared, report.Path(), "", "<th>In the wizard, 3 values changed</th><th>In the file, plant.cfg</th>"},
+      {compared, report.Path() + ".PDF", "Choose a name that ends in .html",
+       "<td>≠</td><td>DH+ Communication Settings: DH+ Parameters, Network Speed</td><td>9600 Baud</td><td>57.6 kBaud"}};
+  for (const auto& [button, path, told, content] : rows) {
+    const std::string printed = user.Do("file " + path + "\nclick " + button);
+    EXPECT_EQ(printed.find("box ") != std::string::npos, !told.empty()) << printed;
+    EXPECT_NE(printed.find(told), std::string::npos) << printed;
+    EXPECT_NE(report.Content().find(content), std::string::npos) << report.Content();
   }
 }
 

@@ -72,6 +72,27 @@ const struct {
                {"VKRTXCmd\nclick MainMenu.ABEthModbusModelCmd", "VK-RTX/AB Ethernet, Modbus/19200", "CHA:  Off",
                 Upgrade, " 25 1 2 3 4 20 21 22 23 24 25 26 30 31 32 33 34 35 36 37 38 39 40 41 42 43"}};
 
+TEST(Links, ShowThePointerAndThePress) {
+  Harness h;
+  h.Do("click Splash");
+  for (const char* name : {"MainMenu", "About", "DDTAExplanationFrm"}) {
+    Form& form = h.app.forms.Show(name);
+    int found = 0;
+    for (Control* control : form.Controls()) {
+      auto* label = dynamic_cast<Label*>(control);
+      const bool moves = label && label->OnMouseMove && label->role == TextRole::BodyLink;
+      if (!moves && !(label && label->OnMouseDown)) continue;
+      const Color rest = label->ForeColor;
+      label->MouseMove(), label->Press();
+      EXPECT_NE(label->ForeColor.Value(), rest) << label->FullName();
+      label->Release(), form.MouseMove();
+      EXPECT_EQ(label->ForeColor.Value(), rest) << label->FullName();
+      ++found;
+    }
+    EXPECT_GT(found, 0) << name;
+  }
+}
+
 TEST(ProductMenu, AChoiceFillsTheSharedVariablesAndTakesWizardsAlong) {
   for (const auto& choice : Choices) {
     GatewayDevice device{"VK5300"};

@@ -121,6 +121,13 @@ TEST(Misbehaviour, AsTheUserSeesIt) {
   check("short=461", 3000ms, false);
   check("hold=500", 0ms, false);
   check("unplug=466", 467 * byteTime, true, true);
+  // A paced line has a chip that stores 16 bytes.
+  Gateway gateway(*FindGatewayKind("RB2000"), {});
+  SimulatedLine bare(gateway, Time{0}), paced(gateway, byteTime);
+  paced.FromHost(Bytes(10, 'x'), {});
+  EXPECT_TRUE(bare.Room() == SIZE_MAX && paced.Room() == 6);
+  paced.FromHost(Bytes(10, 'x'), {});
+  EXPECT_EQ(paced.Room(), 0u);
   const Misbehaviour how =
       Named("silent bad-checksum deaf-block=7 info-pieces=2 banner=9 no-ready no-burn hold-for-good nak=4 cancel");
   EXPECT_TRUE(how.silent && how.badChecksum && how.noReady && how.noBurn && how.holdForGood && how.cancel);

@@ -1,9 +1,11 @@
 // The trace that is always on, and the device that plays it.
 #include "sim/Replay.h"
 
+#include <algorithm>
+#include <set>
 #include <stdexcept>
 
-#include "support/Harness.h"
+#include "models/WizardUser.h"
 
 namespace vk32::sim {
 namespace {
@@ -21,8 +23,9 @@ struct Uploads : Harness {
 
 TEST(Replay, AnswersAsThenAndTellsWhatElseIsAsked) {
   GatewayDevice gateway("RB2000", {.late = 40ms}, true);
-  const std::string trace = Uploads(gateway, 2).app.trace.Text();
-  Replay replay("RB2000, 21:40\n\n" + trace);
+  const Uploads traced(gateway, 2);
+  const std::string trace = traced.app.trace.Text(), support = traced.app.supportText();
+  Replay replay(support);
   std::vector<std::string> told;
   replay.Tell = [&](const std::string& words) { told.push_back(words); };
   Uploads h(replay);
@@ -34,8 +37,10 @@ TEST(Replay, AnswersAsThenAndTellsWhatElseIsAsked) {
   EXPECT_FALSE(replay.AsTraced());
   const std::vector<std::string> expected{
       "The trace is at its end, and begins anew.",
-      "Something else than line 3, image upload: from byte 1 on 54 45 45 was awaited and 4E 45 45 CA 01 00 00 00 ... "
-      "has come. It gets no answer."};
+      "Something else than line " +
+          std::to_string(1 + std::ranges::count(support.substr(0, support.size() - trace.size()), '\n')) +
+          ", image upload: from byte 1 on 54 45 45 was awaited and 4E 45 45 CA 01 00 00 00 ... "
+          "has come. It gets no answer."};
   EXPECT_EQ(told, expected);
   Replay two("1.5 > 41 42\r\n 2 < 61\n9 > 43  \n9.5 < 62 63  name\n11 < 64");
   two.Tell = replay.Tell;
@@ -46,6 +51,25 @@ TEST(Replay, AnswersAsThenAndTellsWhatElseIsAsked) {
   EXPECT_EQ(two.NextDue(), 1s + 500ms);
   EXPECT_EQ(two.ToHost(1s + 500ms), "");
   EXPECT_EQ(told.back().substr(0, 54), "Something else than line 1: from byte 2 on 42 was awai");
+}
+
+TEST(Trace, NamesWhatPasses) {
+  const std::pair<const char*, std::set<std::string>> rows[] = {
+      {"RB2000", {"acknowledge", "image download", "image upload"}},
+      {"VK5300",
+       {"acknowledge", "block read", "block read reply", "block write", "end of exchange", "image download",
+        "image upload", "restart"}}};
+  for (const auto& [kind, names] : rows) {
+    GatewayDevice device(kind);
+    WizardUser user(kind, &device);
+    user.Use("click UploadCmd\nfinish DownOpt");
+    std::set<std::string> seen;
+    for (const std::string& line : Split(user.app.trace.Text(), '\n')) {
+      const std::size_t at = line.rfind("  ");
+      if (at > 8 && at != std::string::npos) seen.insert(line.substr(at + 2));
+    }
+    EXPECT_EQ(seen, names) << user.app.trace.Text();
+  }
 }
 
 TEST(Trace, KeepsTheLatestAndIsReadStrictly) {

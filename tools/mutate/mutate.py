@@ -54,7 +54,8 @@ TOKEN = re.compile(r'''(?P<comment>//[^\n]*|/\*.*?\*/)|(?P<raw>R"(?P<d>[^(]*)\(.
                    re.X | re.S | re.M)
 SWAPS = {'==': '!=', '!=': '==', '<': '<=', '<=': '<', '>': '>=', '>=': '>', '&&': '||', '||': '&&', '+': '-', '-': '+',
          '*': '/', '/': '*', '%': '*', '&': '|', '|': '&', '<<': '>>', '>>': '<<', '+=': '-=', '-=': '+='}
-PLACE = re.compile(r'\{\s*-?\d+,\s*-?\d+,\s*-?\d+,\s*-?\d+\}')  # of a control: left, top, width, height in twips
+# Of a control: left, top, width, height in twips, or, of one in a column, left and width.
+PLACE = re.compile(r'\{\s*-?\d+,\s*-?\d+,\s*-?\d+,\s*-?\d+\}|"\w+(?:Lbl|Txt|Chk|Lst)",\s*\d+,\s*\d+')
 ROW = re.compile(r'^\s*\{.*,.*,.*\}')
 PAINTING_FILES = re.compile(r'apps/desktop/(Drawing|FocusRing|ProgramStyle|TextBlock|Theme)\.')
 PAINTING = re.compile(r'\b(?:paint(?:Event)?|Draw\w*|draw[A-Z]\w*|FocusRing|LinePlace|Alignment|\w*Color\w*)\([^;{}]*\) (?:const )?(?:override )?\{')

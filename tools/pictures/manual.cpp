@@ -185,6 +185,7 @@ class WorkFolder {
     std::filesystem::current_path("/", ignored);
     std::filesystem::remove_all(path_, ignored);
   }
+  const std::string& Path() const { return path_; }
   WorkFolder(const WorkFolder&) = delete;
   WorkFolder& operator=(const WorkFolder&) = delete;
 
@@ -221,6 +222,9 @@ int main(int argc, char** argv) {
   try {
     const QDir from(QDir::currentPath());
     const WorkFolder work;
+    // Whatever the desktop is set to on which the manual is made, the pictures are the same.
+    for (const char* setting : {"QT_SCALE_FACTOR", "QT_FONT_DPI", "DBUS_SESSION_BUS_ADDRESS"}) unsetenv(setting);
+    setenv("XDG_RUNTIME_DIR", work.Path().c_str(), 1);
     setenv("QT_QPA_PLATFORM", "offscreen:configfile=screens.json", 1);
     QApplication::setDesktopSettingsAware(false);
     const QApplication application(argc, argv);

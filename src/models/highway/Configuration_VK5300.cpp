@@ -92,6 +92,12 @@ Taken Configuration_VK5300::Upload(Conversation& conversation) {
   return block == half ? block : Taken::Part;
 }
 
+void Configuration_VK5300::TakeSent(const SentParameters& sent) {
+  ReadFields(EthernetFields(app.globals), sent.blocks[EthernetBlockNumber]);
+  Parameter_Setup_VK();
+  ImageWizard::TakeSent(sent);
+}
+
 void Configuration_VK5300::WaitMilliseconds(Conversation& conversation, int time) {
   SetTimeOut(conversation, time);
   WaitForTimeOut(conversation);

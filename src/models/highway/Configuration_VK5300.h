@@ -19,6 +19,7 @@ class Configuration_VK5300 : public ImageWizard {
 
   void RemoveData(const Bytes& reply) override;
   void Parameter_Setup_VK() override;
+  void TakeSent(const SentParameters& sent) override;
   void Parameter_Setup_RB() override;
   std::string ModelTag() const override { return "DHP-ABEthernet"; }
 

@@ -77,7 +77,7 @@ std::string ABModMapping::WhatIsWrong() const {
   return Val(LowAddrLst.Text.Value()) > Val(HighAddrLst.Text.Value()) ? "Low Address is above High Address" : "";
 }
 
-void ABModMapping::ControlChanged(const Control& control) {
+void ABModMapping::ControlChanged(const Control& control, const PropertyBase&) {
   if (&control != &HintLbl && app_.globals.AbModMapMode != Delete) HintLbl.Caption = WhatIsWrong();
 }
 

@@ -25,7 +25,7 @@ class ABModMapping : public Form {
   void LockFields();
   /// Why the map is not whole or not good, in a line; empty: it is.
   std::string WhatIsWrong() const;
-  void ControlChanged(const Control& control) override;
+  void ControlChanged(const Control& control, const PropertyBase& property) override;
   void WriteRecord(int slot);
   void WriteRow(int slot);
   MappingTable OwnersTable() const;

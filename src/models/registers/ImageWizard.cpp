@@ -8,6 +8,11 @@ void ImageWizard::BuildParameterImage() {
   app.globals.ConfigImage = app.globals.RegistersToString(0, RegisterCount());
 }
 
+void ImageWizard::TakeSent(const SentParameters& sent) {
+  app.globals.LoadRegisters(sent.image, 0);
+  Parameter_Setup_RB();
+}
+
 Taken ImageWizard::Upload(Conversation& conversation) { return UploadImage(conversation, *this); }
 
 bool ImageWizard::Download(Conversation& conversation) { return DownloadImage(conversation); }

@@ -18,6 +18,7 @@ class ImageWizard : public WizardForm {
  public:
   /// Writes the fixed bytes and makes ConfigImage, two bytes a register. Faults 6 if a register holds no byte.
   void BuildParameterImage();
+  void TakeSent(const SentParameters& sent) override;
 
  protected:
   using WizardForm::WizardForm;

@@ -77,6 +77,7 @@ void Configuration_VKRTX::Form_Load() {
 }
 
 void Configuration_VKRTX::Form_Unload() {
+  WizardForm::Form_Unload();
   // Their tables go with the wizard.
   for (const char* editor : {"Route", "DelRoute", "ABModMapping"}) app.forms.Unload(editor);
 }
@@ -198,6 +199,16 @@ void Configuration_VKRTX::FindConvNodes() {
 
 void Configuration_VKRTX::RemoveData(const Bytes& reply) {
   DecodeBlock(app.globals.BlockNumber, Mid(reply, 2), app.globals);
+}
+
+void Configuration_VKRTX::TakeSent(const SentParameters& sent) {
+  const std::vector<std::int16_t>& list = app.globals.BlockList;
+  for (std::size_t i = 1; i < list.size(); ++i) {
+    Bytes data = sent.blocks[static_cast<std::size_t>(list[i])];
+    data.resize(std::max<std::size_t>(data.size(), BlockFrame::ReadLength));
+    DecodeBlock(list[i], data, app.globals, TablesAs::Written);
+  }
+  Parameter_Setup_VK();
 }
 
 void Configuration_VKRTX::Parameter_Setup_VK() {

@@ -22,6 +22,7 @@ class Configuration_VKRTX : public WizardForm {
 
   void RemoveData(const Bytes& reply) override;
   void Parameter_Setup_VK() override;
+  void TakeSent(const SentParameters& sent) override;
   std::string ModelTag() const override { return app.globals.CurrentModel; }
 
  private:

@@ -16,7 +16,7 @@ class DelRoute : public Form {
   void SlotLst_Click();
   void DeleteRouteCmd_Click();
   void CancelCmd_Click() { UnloadMe(); }
-  void ControlChanged(const Control&) override { HintLbl.Visible = SlotLst.Text.Value().empty(); }
+  void ControlChanged(const Control&, const PropertyBase&) override { HintLbl.Visible = SlotLst.Text.Value().empty(); }
 
   App& app_;
 

@@ -287,7 +287,7 @@ void BuildConversionBlock(Parameters& p, BlockImages& blocks) {
   if (p.ConvChannelB == 1) WriteFields(ConversionFields(p, 1), block, ConversionHalf);
 }
 
-void DecodeBlock(int block, const Bytes& data, Parameters& p) {
+void DecodeBlock(int block, const Bytes& data, Parameters& p, TablesAs tables) {
   switch (block) {
     case 1:
     case 2: return ReadFields(ChannelFields(p, block - 1), data);
@@ -301,7 +301,11 @@ void DecodeBlock(int block, const Bytes& data, Parameters& p) {
   }
   if (block >= FirstClientBlock && block <= FirstClientBlock + 2) return ReadClient(block - FirstClientBlock, data, p);
   if (IsIn(NodeIpLayout, block)) return ReadCountedTable(NodeIpLayout, p.NodeIpCount, block, data, p);
-  if (IsIn(MapLayout, block)) return ReadCountedTable(MapLayout, p.AbModMapCount, block, data, p);
+  if (IsIn(MapLayout, block)) {
+    TableLayout maps = MapLayout;
+    if (tables == TablesAs::Written) maps.perBlockRead = maps.perBlockWritten;
+    return ReadCountedTable(maps, p.AbModMapCount, block, data, p);
+  }
   if (!IsIn(RouteLayout, block)) return;
   // All records of a block are routes, whether they were in use or not.
   if (block == RouteLayout.firstBlock) ReadFields(RouteLayout.headFields(p), data);

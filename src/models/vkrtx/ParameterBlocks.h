@@ -22,7 +22,11 @@ void BuildRouteBlocks(const Parameters& parameters, BlockImages& blocks);
 void BuildConversionBlock(Parameters& parameters, BlockImages& blocks);
 // All fault DoesNotFit if a value has no form in its bytes.
 
-/// Turns a block that was read, 64 bytes of data, into parameters. A number that is none of the model's does nothing.
-void DecodeBlock(int block, const Bytes& data, Parameters& parameters);
+/// How many records of a table a block holds may differ between the two.
+enum class TablesAs { Read, Written };
+/// Turns a block into parameters: one that was read, or one that was written and is filled up with zeros; 64 bytes of
+/// data at least. A number that is none of the model's does nothing, nor does a block that the device does not give
+/// back.
+void DecodeBlock(int block, const Bytes& data, Parameters& parameters, TablesAs tables = TablesAs::Read);
 
 }  // namespace vk32

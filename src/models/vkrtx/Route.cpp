@@ -72,7 +72,7 @@ std::string Route::WhatIsWrong() const {
   return NameOf(IPAddressTxt) + ": enter four numbers from 0 to 255, parted by points";
 }
 
-void Route::ControlChanged(const Control& control) {
+void Route::ControlChanged(const Control& control, const PropertyBase&) {
   if (&control != &HintLbl) HintLbl.Caption = WhatIsWrong();
 }
 

@@ -24,7 +24,7 @@ class Route : public Form {
   const Control* MissingEntry() const;
   /// Why the route is not whole or not good, in a line; empty: it is.
   std::string WhatIsWrong() const;
-  void ControlChanged(const Control& control) override;
+  void ControlChanged(const Control& control, const PropertyBase& property) override;
   bool Adds() const { return app_.globals.RouteFormMode == 0; }
 
   App& app_;

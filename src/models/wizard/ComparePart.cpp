@@ -25,7 +25,7 @@ void ComparePart::Stop() {
   if (const auto reading = reading_.lock()) reading->Stop();
 }
 
-std::optional<Listing> ComparePart::ReadDevice(const Conversation& conversation) {
+std::optional<Listing> ComparePart::ReadDevice(const Conversation& conversation, const std::string& failure) {
   ShowConfigureReminder(app_);
   if (conversation.IsOver()) return std::nullopt;
   const std::shared_ptr<Elsewhere> elsewhere = app_.lookElsewhere();
@@ -33,8 +33,7 @@ std::optional<Listing> ComparePart::ReadDevice(const Conversation& conversation)
   auto read = elsewhere->ReadDevice("COM" + Str(conversation.port), Kind(), wizard_.status);
   if (conversation.IsOver()) return std::nullopt;
   if (!read) {
-    app_.forms.MsgBox("The configuration of the " + conversation.product + " could not be read.\r\n" + elsewhere->Why(),
-                      MessageIcon::Critical, "Error!");
+    app_.forms.MsgBox(failure + "\r\n" + elsewhere->Why(), MessageIcon::Critical, "Error!");
   }
   return read;
 }
@@ -42,11 +41,29 @@ std::optional<Listing> ComparePart::ReadDevice(const Conversation& conversation)
 void ComparePart::CompareDeviceCmd_Click() {
   const auto conversation = Conversation::Begin(app_, wizard_, Comparing);
   if (!conversation) return;
-  auto read = ReadDevice(*conversation);
+  auto read = ReadDevice(*conversation, "The configuration of the " + conversation->product + " could not be read.");
   if (!read) return;
   const std::string time = app_.forms.dispatcher.Loop().TimeOfDay();
   CompareForm::Show(app_, wizard_.ShownSide(),
                     {"On COM" + Str(conversation->port), "read at " + time, std::move(*read)});
+}
+
+bool ComparePart::Verify(const Conversation& conversation, const SentParameters& sent) {
+  const std::string acknowledged = "The " + conversation.product + " has acknowledged the configuration, but ",
+                    written = "written at " + app_.forms.dispatcher.Loop().TimeOfDay();
+  auto read = ReadDevice(conversation, acknowledged + "it could not be read back: it is not verified.");
+  if (!read) return false;
+  Listing shown = app_.lookElsewhere()->ShowSent(sent, Kind());
+  const std::size_t differing = Compare(shown, *read).size();
+  if (differing == 0) return true;
+  const std::string time = app_.forms.dispatcher.Loop().TimeOfDay();
+  app_.forms.MsgBox(acknowledged + "does not hold what was sent: " +
+                        (differing == 1 ? "1 value differs." : std::to_string(differing) + " values differ."),
+                    MessageIcon::Critical, "Error!");
+  if (conversation.IsOver()) return false;
+  CompareForm::Show(app_, {"What was sent", written, std::move(shown)},
+                    {"On COM" + Str(conversation.port), "read at " + time, std::move(*read)});
+  return false;
 }
 
 void ComparePart::CompareFileCmd_Click() {

@@ -19,6 +19,9 @@ class ComparePart {
 
   /// Without a port no device can be asked.
   void AdaptToPort(bool port) { CompareDeviceCmd.Enabled = port; }
+  /// Reads back what the device has acknowledged, and compares it with what was sent. False if it differs, could not be
+  /// read, or the wizard has gone: the user has been told, and sees both where they differ.
+  bool Verify(const Conversation& conversation, const SentParameters& sent);
   /// The wizard goes: ends a reading that is under way.
   void Stop();
 
@@ -26,8 +29,8 @@ class ComparePart {
   void CompareDeviceCmd_Click();
   void CompareFileCmd_Click();
   /// Asks for a press of the Configure button, and reads. Nothing if that failed, or the wizard has gone: the user has
-  /// been told.
-  std::optional<Listing> ReadDevice(const Conversation& conversation);
+  /// been told, in the words for a failure.
+  std::optional<Listing> ReadDevice(const Conversation& conversation, const std::string& failure);
   WizardKind Kind() const;
 
   WizardForm& wizard_;

@@ -19,6 +19,8 @@ class PageHint {
   void Hide();
   bool Shows() const { return PageHintLbl.Visible; }
   bool Says(const std::string& words) const { return Shows() && PageHintLbl.Caption.Value() == words; }
+  /// The value that they are about; nullptr: none, or nothing shows.
+  const Control* About() const { return value_; }
   /// A control has changed: what was wrong may be so no more.
   void Follow(const Control& changed);
 

@@ -12,7 +12,7 @@ void ValueOrigin::Set(Origin origin) {
 }
 
 void ValueOrigin::Count(const Listing& now) {
-  changes_ = Changes(origin_.values, Shown(now));
+  changes_ = Changes(origin_.values, now);
   const std::size_t count = changes_.size();
   ChangedLbl.Caption = count == 0   ? "No changes"
                        : count == 1 ? "1 value changed"

@@ -12,6 +12,7 @@
 #include "forms/FieldNames.h"
 #include "forms/Tables.h"
 #include "link/VKComSubs.h"
+#include "listing/SaveReport.h"
 #include "shell/Subs.h"
 
 namespace vk32 {
@@ -91,12 +92,19 @@ void WizardForm::AdaptToPort() {
   DownSaveOptLbl.Enabled = port;
   UploadCmd.Visible = port;
   comparePart.AdaptToPort(port);
+  AdaptToChoice();
   if (!port) {
     status.Tell("No port is chosen");
     ApplyHintLbl.Caption =
         "No port is chosen: the configuration can only be saved. To download it, choose a port in the " +
         app.globals.CurrentProduct + " Main Menu.";
   }
+}
+
+void WizardForm::AdaptToChoice() {
+  const bool downloads = app.globals.ComPortText != "None" && !SaveOpt.Value;
+  VerifyChk.Enabled = downloads;
+  VerifyChkLbl.Enabled = downloads;
 }
 
 void WizardForm::SetTabOrder() {
@@ -175,6 +183,14 @@ Taken WizardForm::TakeFrom(Conversation& conversation) {
   return taken;
 }
 
+void WizardForm::ReportCmd_Click() {
+  // Made before the user is asked: an upload may go on while he looks for a place.
+  const std::string changed = origin.Changed().empty() ? "" : "; " + origin.ChangedLbl.Caption.Value();
+  const std::string html = HtmlReport(ReportHeadOf(app, origin.SourceLbl.Caption.Value() + changed), List());
+  const std::string file = SaveReport(app, ReportDialog, html);
+  if (!file.empty() && !Busy && IsLoaded()) status.Tell("The report has been saved as " + file);
+}
+
 void WizardForm::Came(Origin from) {
   origin.Set(std::move(from));
   stale_ = true;
@@ -182,10 +198,13 @@ void WizardForm::Came(Origin from) {
 
 void WizardForm::ValuesCome(const std::string& source, const std::string& since) { Came({source, since, List()}); }
 
-void WizardForm::ControlChanged(const Control& control) {
+void WizardForm::ControlChanged(const Control& control, const PropertyBase& property) {
   // What stands on no page, or on the first or the last, shows no value.
   const Frame* page = control.Parent();
-  if (page && page != &ConfigFrame && page != &ApplyFrame) stale_ = true;
+  if (page && page != &ConfigFrame && page != &ApplyFrame) {
+    stale_ = true;
+    names_.Follow(control, property);
+  }
   pageHint.Follow(control);
 }
 
@@ -210,11 +229,12 @@ Listing WizardForm::List() {
     const WizardPage& shown = pages[static_cast<std::size_t>(page)];
     listed.push_back({PageName(shown), shown.panes, Passes(page)});
   }
-  return ListPages(listed, Foretell());
+  return ListPages(listed, Foretell(), names_);
 }
 
 void WizardForm::Finish() {
   const bool downloads = DownOpt.Value || DownSaveOpt.Value, saves = SaveOpt.Value || DownSaveOpt.Value;
+  const bool verifies = downloads && VerifyChk.Value == 1;
   std::shared_ptr<Conversation> conversation;
   if (downloads) conversation = Conversation::Begin(app, *this, WritingConfiguration, &status);
   if (downloads && !conversation) return;
@@ -222,15 +242,18 @@ void WizardForm::Finish() {
   if (!downloads && IsTalking() && RefusedByConversation(app)) return;
   if (!TakeOver([&] { BuildParameters(downloads); })) return;
   const Listing taken = List();
+  const SentParameters sent{app.globals.ConfigImage, app.globals.BlockTable};
   if (downloads) ShowConfigureReminder(app);
   if (saves && !SaveConfigFile(app, *this, app.globals.CurrentProduct, ModelTag())) return;
   if (saves) Came({"Saved as " + FileName(), "since it was saved as " + FileName(), taken});
   if (downloads) {
     if (!Download(*conversation) || !IsLoaded()) return;
     const std::string product = conversation->product, port = "COM" + Str(conversation->port);
-    conversation.reset();
     const std::string time = app.forms.dispatcher.Loop().TimeOfDay();
     Came({"Written to " + port + ", " + time, "since it was written to " + port + " at " + time, taken});
+    if (verifies && !comparePart.Verify(*conversation, sent)) return;
+    conversation.reset();
+    if (verifies) status.Tell("Written to " + port + " and verified: the " + product + " holds what was sent");
     app.forms.MsgBox("Configuration has been downloaded to the " + product, MessageIcon::Information, "Success!");
   }
   if (HasChanged()) Keep();  // what was entered while the others went to the device

@@ -43,6 +43,8 @@ class WizardForm : public ConfigurationForm {
   bool MayGo() override;
   /// What UPLOAD does behind its reminder, in a conversation of its own.
   Taken ReadDevice(ExchangeObserver& observer);
+  /// Decodes a download's bytes into the pages, as if the device had given them back.
+  virtual void TakeSent(const SentParameters& sent) = 0;
   /// What it shows, as one side of a comparison.
   ComparedSide ShownSide();
 
@@ -84,14 +86,15 @@ class WizardForm : public ConfigurationForm {
   /// Of a hint's words, on the form: in two lines below the fields.
   virtual Place HintPlace() const { return {4500, 7035, 7980, 480}; }
 
+  /// Ends what reads another configuration for the wizard.
+  void Form_Unload() override { comparePart.Stop(); }
   /// A page has come.
   virtual void PageShown() {}
 
   App& app;
 
  private:
-  void Form_Unload() override { comparePart.Stop(); }
-  void ControlChanged(const Control& control) override;
+  void ControlChanged(const Control& control, const PropertyBase& property) override;
   /// The page that the control lies on, or -1.
   int PageOf(const Control& control);
   void BehindAct() override;
@@ -107,6 +110,8 @@ class WizardForm : public ConfigurationForm {
   void ShowCurrentPage();
   /// Without a port only the work on files is left.
   void AdaptToPort();
+  /// Only what is downloaded can be read back.
+  void AdaptToChoice();
   /// The buttons at the foot come behind all pages.
   void SetTabOrder();
   /// Carries out the selected option; unloads the form when it is done.
@@ -122,6 +127,7 @@ class WizardForm : public ConfigurationForm {
   /// False if no file was written. `held`: in place of the present parameters.
   bool SaveAskedFor(const Parameters* held = nullptr);
   void BackupCmd_Click() { SaveAskedFor(&*had_); }
+  void ReportCmd_Click();
   /// For the welcome page of the next wizard of this product and model.
   void Keep();
   std::string KeptName() const;
@@ -141,6 +147,7 @@ class WizardForm : public ConfigurationForm {
 
   std::optional<Parameters> had_;  // the device, when it was read last
   bool stale_ = true;              // a page has changed since the changes were counted
+  KeptNames names_;
 
  public:
   // clang-format off
@@ -169,6 +176,7 @@ class WizardForm : public ConfigurationForm {
 
   Timer       TimeOutTmr;
   FileDialog  OpenSaveConfigDialog {*this, "OpenSaveConfigDialog"};
+  FileDialog  ReportDialog   {*this, "ReportDialog"};
 
   // Welcome page
   Frame       ConfigFrame      {*this, "ConfigFrame", PagePlace};
@@ -196,19 +204,23 @@ class WizardForm : public ConfigurationForm {
   Label        ApplyLbl       {ApplyFrame, "ApplyLbl",       {360,  780, 8280, 1080},
                                "To download the configuration settings to the gateway device, select the Download Configuration option and click "
                                "the FINISH button.  You may also save your configuration settings by selecting one of the other options available."};
-  OptionButton DownOpt        {ApplyFrame, "DownOpt",        {360, 2040,  315,  315}, "Download Configuration", true};
+  OptionButton DownOpt        {ApplyFrame, "DownOpt",        {360, 2040,  315,  315}, "Download Configuration", true, &WizardForm::AdaptToChoice};
   Label        DownOptLbl     {ApplyFrame, "DownOptLbl",     {720, 2040, 4200,  315}, "Download Configuration",
                                TextRole::Body, [this] { DownOpt.Value = true; }};
-  OptionButton SaveOpt        {ApplyFrame, "SaveOpt",        {360, 2400,  315,  315}, "Save Configuration", false};
+  OptionButton SaveOpt        {ApplyFrame, "SaveOpt",        {360, 2400,  315,  315}, "Save Configuration", false, &WizardForm::AdaptToChoice};
   Label        SaveOptLbl     {ApplyFrame, "SaveOptLbl",     {720, 2400, 4200,  315}, "Save Configuration",
                                TextRole::Body, [this] { SaveOpt.Value = true; }};
-  OptionButton DownSaveOpt    {ApplyFrame, "DownSaveOpt",    {360, 2760,  315,  315}, "Download and Save Configuration", false};
+  OptionButton DownSaveOpt    {ApplyFrame, "DownSaveOpt",    {360, 2760,  315,  315}, "Download and Save Configuration", false, &WizardForm::AdaptToChoice};
   Label        DownSaveOptLbl {ApplyFrame, "DownSaveOptLbl", {720, 2760, 4200,  315}, "Download and Save Configuration",
                                TextRole::Body, [this] { DownSaveOpt.Value = true; }};
+  CheckBox     VerifyChk      {ApplyFrame, "VerifyChk",      {360, 3240,  315,  315}, "Read back and compare after the download"};
+  Label        VerifyChkLbl   {ApplyFrame, "VerifyChkLbl",   {720, 3240, 6000,  315}, "Read back and compare after the download",
+                               TextRole::Body, [this] { VerifyChk.Value = 1 - VerifyChk.Value; }};
   Label        ApplyHintLbl   {ApplyFrame, "ApplyHintLbl",   {5040, 2040, 3600, 960}, "", TextRole::Small};
   CommandButton BackupCmd     {ApplyFrame, "BackupCmd",      {5160, 2730, 3480,  390}, "Save what the device had...", &WizardForm::BackupCmd_Click};
   ChangesPart  changes        {ApplyFrame};
   ComparePart  comparePart    {*this, app, ApplyFrame};
+  CommandButton ReportCmd     {ApplyFrame, "ReportCmd",      {6360, 7080, 1560,  390}, "Report...", &WizardForm::ReportCmd_Click};
   // clang-format on
 };
 
