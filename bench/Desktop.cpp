@@ -83,7 +83,7 @@ double Use(Table& table, const std::string& program) {
   Do("key alt+c");
   Do("key alt+o");
   Idle(table, "terminal", desktop);
-  if (device.Finish().bytes < 1000) throw std::runtime_error("the transfer of the desktop has not come about");
+  if (device.Finish().bytes < 500) throw std::runtime_error("the transfer of the desktop has not come about");
   return most;
 }
 

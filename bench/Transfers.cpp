@@ -67,7 +67,7 @@ class Receiver {
 
  private:
   void Run() {
-    while (taken_ < length_) {
+    while (!ended_) {
       const bool begun = taken_ > 0;
       if (answers_ && !begun) terminal_.Write("\x15");
       if (!Await(answers_ && !begun ? 5ms : 10s)) {
@@ -75,24 +75,29 @@ class Receiver {
         continue;
       }
       Take();
-      if (answers_ && taken_ % BlockLength == 0) Acknowledge();
-    }
-    if (answers_ && Await(10s)) {
-      terminal_.Read();
-      Acknowledge();
+      if (answers_ && taken_ > 0 && taken_ % BlockLength == 0) Acknowledge();
+      ended_ = ended_ || (!answers_ && taken_ >= length_);
     }
     last_ = byteTime_ == 0ns ? MonotonicNow() : line_;
   }
 
-  bool Await(Time limit) const {
+  bool Await(Time limit) {
     pollfd waiting{terminal_.Fd(), POLLIN, 0};
+    if (poll(&waiting, 1, 0) == 0) terminal_.HoldHost(false);
     return poll(&waiting, 1, static_cast<int>(limit / 1ms)) > 0;
   }
 
   void Take() {
     const std::size_t room = byteTime_ == 0ns ? SIZE_MAX : LineStore;
-    const std::size_t some = terminal_.Read(room).size();
-    terminal_.HoldHost(some == room);
+    const Bytes bytes = terminal_.Read(room);
+    terminal_.HoldHost(bytes.size() == room);
+    // A block may come twice, for a NAK that was one too many: the end is what the sender calls so.
+    ended_ = answers_ && taken_ % BlockLength == 0 && bytes == "\x04";
+    if (ended_) return;
+    // The terminal greets its device before the file.
+    const std::size_t begin = taken_ > 0 ? 0 : std::min(bytes.find(answers_ ? '\x01' : ':'), bytes.size());
+    const std::size_t some = bytes.size() - begin;
+    if (some == 0) return;
     if (taken_ == 0) line_ = first_ = MonotonicNow();
     taken_ += some;
     line_ = std::max(line_, MonotonicNow()) + byteTime_ * static_cast<int>(some);
@@ -113,7 +118,7 @@ class Receiver {
   sim::PseudoTerminal terminal_;
   std::size_t length_, taken_ = 0;
   Time byteTime_;
-  bool answers_;
+  bool answers_, ended_ = false;
   int silence_ = 0;
   Time line_{0};  // when it has carried all
   Time first_{0}, last_{0};

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <map>
 #include <numeric>
+#include <span>
 #include <utility>
 
 #include "cli/Configuration.h"
@@ -63,9 +64,13 @@ bool IsMeant(const ListedValue& row, const std::string& path, const std::string&
 }
 
 std::string OneOf(const std::vector<std::string>& entries) {
+  // Long lists are numbers in their order.
+  const bool tooMany = entries.size() > 20;
   std::string words;
-  for (const std::string& entry : entries) words += (words.empty() ? "" : ", ") + entry;
-  return "takes one of: " + words + ".";
+  for (const std::string& entry : std::span(entries).first(tooMany ? 3 : entries.size())) {
+    words += (words.empty() ? "" : ", ") + entry;
+  }
+  return "takes one of: " + words + (tooMany ? ", ... " + entries.back() : "") + ".";
 }
 
 void Choose(const ListedValue& row, const OptionButton&, const std::string& value) {

@@ -30,12 +30,16 @@ struct Line : GatewayDevice {
     EXPECT_EQ(app.globals.ComPortText, "COM" + Str(port)) << "bytes for a port that does not show";
     GatewayDevice::FromHost(bytes, now);
   }
-  void Remind() { stored = 0, gateway.PressConfigure(); }
+  void Remind() {
+    // Before a written configuration is read back, the conversation that has written it asks again.
+    if (app.conversation == nullptr || app.conversation->exchange.Done() == 0) stored = 0;
+    gateway.PressConfigure();
+  }
   bool Gone() const override { return pulled || GatewayDevice::Gone(); }
 
   const App& app;
   const int port;
-  int stored = 0;  // configurations, since the last reminder
+  int stored = 0;  // configurations, since the reminder of the conversation
   bool pulled = false;
 };
 
