@@ -12,12 +12,7 @@ About::About(App& app) : Form(app.forms, FormName, "About VK32", ShellWidth, She
   WebsiteLbl.ForeColor = AboutLink;
 }
 
-void About::Form_Load() {
-  VersionLbl.Caption = VersionText();
-  SupportLbl.Caption =
-      "When something goes wrong, a support file tells the maker what the program and the device have said last, and "
-      "how the open configuration stands.";
-}
+void About::Form_Load() { VersionLbl.Caption = VersionText(); }
 
 void About::CloseCmd_Click() { UnloadMe(); }
 
