@@ -10,7 +10,7 @@ namespace vk32 {
 std::string SystemName() {
   utsname kernel{};
   uname(&kernel);
-  const std::string kernelName = std::string(kernel.sysname) + " " + kernel.release + ", " + kernel.machine;
+  std::string kernelName = std::string(kernel.sysname) + " " + kernel.release + ", " + kernel.machine;
   const std::string key = "PRETTY_NAME=\"";
   std::ifstream release("/etc/os-release");
   for (std::string line; std::getline(release, line);) {
