@@ -8,7 +8,7 @@
 #include <algorithm>
 #include <memory>
 
-#include "platform/PosixEventLoop.h"
+#include "platform/SystemEventLoop.h"
 
 namespace vk32 {
 namespace {
