@@ -1,9 +1,11 @@
 // Colours, type and pictures.
 #include "Theme.h"
 
+#include <QFile>
 #include <QImage>
 #include <QPainter>
-#include <QSvgRenderer>
+
+#include "SvgDrawing.h"
 
 namespace vk32 {
 namespace {
@@ -144,9 +146,10 @@ QPixmap DrawPicture(const QString& file, QSize size, qreal scale) {
   QPixmap picture(size * scale);
   picture.setDevicePixelRatio(scale);
   picture.fill(Qt::transparent);
-  QSvgRenderer renderer(file);
+  QFile source(file);
+  if (!source.open(QIODevice::ReadOnly)) return picture;
   QPainter painter(&picture);
-  renderer.render(&painter, QRectF(QPointF(), QSizeF(size)));
+  DrawSvg(painter, source.readAll(), QRectF(QPointF(), QSizeF(size)));
   return picture;
 }
 
