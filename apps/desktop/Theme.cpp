@@ -6,6 +6,7 @@
 #include <QPainter>
 
 #include "SvgDrawing.h"
+#include "SystemFonts.h"
 
 namespace vk32 {
 namespace {
@@ -81,7 +82,7 @@ QPalette ProgramPalette() {
 }  // namespace colors
 
 Theme::Theme() {
-  const QStringList sans{"DejaVu Sans", "Segoe UI", "Noto Sans", "Cantarell", "sans-serif"};
+  const auto [sans, mono] = SystemFonts();
   body_ = MakeFont(sans, 13);
   bold_ = MakeFont(sans, 13, QFont::Bold);
   title_ = MakeFont(sans, 18);
@@ -91,7 +92,7 @@ Theme::Theme() {
   smallBold_ = MakeFont(sans, 12, QFont::Bold);
   splashName_ = MakeFont(sans, 46, QFont::Bold);
   bandName_ = MakeFont(sans, 22, QFont::Bold);
-  terminal_ = MakeFont({"DejaVu Sans Mono", "Cascadia Mono", "Consolas", "monospace"}, 13);
+  terminal_ = MakeFont(mono, 13);
   terminal_.setStyleHint(QFont::Monospace);
 }
 
