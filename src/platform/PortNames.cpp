@@ -118,7 +118,7 @@ PortPlaces PortNames::Places() const {
   for (const auto& [name, path] : assigned_) places.paths.push_back(path);
   for (const std::string& folder : {runtimeFolder_, deviceFolder_}) {
     for (const std::string& name : Names(folder)) {
-      if (Number(name) != 0) places.paths.push_back(folder + "/" + name);
+      if (Number(name) != 0) places.paths.push_back(fs::path(folder) / name);
     }
   }
   return places;
