@@ -47,10 +47,8 @@ struct Options {
 
 /// Until the host has written, if it `listens` to it, or what was written to it can go on.
 void Sleep(const vk32::sim::HostPort& port, bool listens, const vk32::UserSignals& signals, std::optional<Time> until) {
-  const int fd = listens ? port.Fd() : -1;
-  if (listens && fd < 0) return;  // it has gone, as the next read tells
   const vk32::WaitFor whats[] = {
-      {fd, vk32::WaitFor::ToRead, until.value_or(vk32::Never)}, signals.Handle(), port.Sending()};
+      {listens ? port.Fd() : -1, vk32::WaitFor::ToRead, until.value_or(vk32::Never)}, signals.Handle(), port.Sending()};
   vk32::WaitForAny(whats);
 }
 

@@ -295,9 +295,10 @@ void Win32SerialDriver::CloseDevice(Port& port) {
 int Win32SerialDriver::WaitHandle(Handle handle) const {
   Port* port = Find(handle);
   COMSTAT status;
-  if (port == nullptr || port->gone || !AwaitArrival(*port) || !Look(*port, status)) return -1;
-  // What waits already is told of once only, and may have been told before.
-  return NumberOf(status.cbInQue > 0 ? always_.get() : port->arrival->done.get());
+  if (port == nullptr || port->gone) return -1;
+  // What waits already is told of once only, and may have been told before. That a device has gone the next verb tells.
+  const bool ready = !AwaitArrival(*port) || !Look(*port, status) || status.cbInQue > 0;
+  return NumberOf(ready ? always_.get() : port->arrival->done.get());
 }
 
 bool Win32SerialDriver::Look(Port& port, COMSTAT& status) {
