@@ -49,8 +49,7 @@ void OfflineMngr::LetGoOfClosedPort() {
 }
 
 void OfflineMngr::ShowInfo() {
-  const char* state = !conversation_ ? "closed" : conversation_->WaitHandle() < 0 ? "gone" : "open";
-  TermInfoLbl.Caption = line_.empty() ? "No port is chosen" : line_ + state;
+  TermInfoLbl.Caption = line_.empty() ? "No port is chosen" : line_ + (conversation_ ? "open" : "closed");
 }
 
 void OfflineMngr::ShowResult(const std::string& failure) {

@@ -5,8 +5,8 @@
 #include <cctype>
 #include <filesystem>
 
+#include "forms/SaveAs.h"
 #include "platform/Fault.h"
-#include "platform/Files.h"
 
 namespace vk32 {
 namespace {
@@ -25,27 +25,23 @@ std::string AsPdf(Screen& screen, const std::string& html) {
 
 }  // namespace
 
-ReportHead ReportHeadOf(const App& app, const std::string& source) {
-  const Globals& globals = app.globals;
-  return {globals.CurrentProduct, globals.CurrentProduct == "VK-RTX" ? globals.CurrentModel : "", source,
-          app.forms.dispatcher.Loop().DateAndTime(), "VK32 " + ProgramVersion()};
+ReportHead ReportHeadOf(const std::string& product, const std::string& model, const std::string& source,
+                        const EventLoop& loop) {
+  return {product, model, source, loop.DateAndTime(), "VK32 " + ProgramVersion()};
 }
 
-std::string SaveReport(App& app, FileDialog& dialog, const std::string& html) {
-  dialog.Prepare("Save Report", "Web Pages (*.html)|*.html|PDF Documents (*.pdf)|*.pdf");
-  dialog.ShowSave();
-  const std::string path = dialog.FileName;
-  if (path.empty()) return {};
-  try {
-    const std::string content = IsPdf(path) ? AsPdf(app.forms.GetScreen(), html) : html;
-    OutputFile file(path);
-    file.Write(content);
-    file.Commit();
-    return std::filesystem::path(path).filename();
-  } catch (const RuntimeFault& fault) {
-    app.forms.MsgBox(fault.Description(), MessageIcon::Critical, "Error!");
-    return {};
-  }
+ReportHead ReportHeadOf(const App& app, const std::string& source) {
+  const Globals& globals = app.globals;
+  return ReportHeadOf(globals.CurrentProduct, globals.CurrentProduct == "VK-RTX" ? globals.CurrentModel : "", source,
+                      app.forms.dispatcher.Loop());
+}
+
+std::string SaveReport(FileDialog& dialog, const std::string& html) {
+  Screen& screen = dialog.OwnerForm().Registry().GetScreen();
+  const std::string path =
+      SaveAs(dialog, "Save Report", "Web Pages (*.html)|*.html|PDF Documents (*.pdf)|*.pdf",
+             [&](const std::string& chosen) { return IsPdf(chosen) ? AsPdf(screen, html) : html; });
+  return std::filesystem::path(path).filename();
 }
 
 }  // namespace vk32
