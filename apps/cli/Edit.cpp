@@ -176,15 +176,14 @@ void SetFields(Program& program, const std::vector<Assignment>& assignments) {
   for (const auto& [place, cells] : rows) EditRow(program, *cells.control, cells.texts);
 }
 
-void SaveEdited(Program& program, const std::string& file, const std::vector<Assignment>& assignments,
-                const std::string& output) {
+std::string Edited(Program& program, const std::string& file, const std::vector<Assignment>& assignments) {
   const TemporaryFolder folder;
   const std::string edited = folder.path + "/edited.cfg";
   program.OpenWizard();
   program.Open(file);
   SetFields(program, assignments);
   program.GoToApply();
-  program.Save(edited);
+  program.Save(edited, Lasting::ThisRun);
   // A text that is no number can become 0 on its way.
   program.OpenWizard();
   program.Open(edited);
@@ -196,7 +195,7 @@ void SaveEdited(Program& program, const std::string& file, const std::vector<Ass
     if (Lower(row.value) == Lower(WithoutUnit(row, assignment.value))) continue;
     Refuse(row, "would become \"" + ToUtf8(row.value) + "\" and not \"" + assignment.value + "\".");
   }
-  Store(output, ContentOf(edited));
+  return ContentOf(edited);
 }
 
 }  // namespace vk32

@@ -13,7 +13,9 @@
 #include <cstdio>
 #include <cstring>
 #include <filesystem>
+#include <map>
 #include <random>
+#include <set>
 #include <utility>
 
 #include "platform/Fault.h"
@@ -102,8 +104,17 @@ void CopyRights(int fd, const struct stat& old) {
   fchmod(fd, mode);
 }
 
-/// File systems that have no such step leave it out.
-bool Sync(int fd) { return fsync(fd) == 0 || errno == EINVAL || errno == ENOSYS || errno == ENOTSUP; }
+/// What `fsync` or `syncfs` gave. File systems that have no such step leave it out.
+bool Synced(int result) { return result == 0 || errno == EINVAL || errno == ENOSYS || errno == ENOTSUP; }
+
+/// Files have got their places in the folder. What its disk has to say about it is no failure of theirs.
+void FinishFolder(const std::string& folder, Lasting lasting) {
+  ClearLeftovers(folder);
+  const int fd = lasting == Lasting::ForGood ? open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC) : -1;
+  if (fd < 0) return;
+  fsync(fd);
+  close(fd);
+}
 
 constexpr unsigned long SmallFile = 16 * 1024;  // more than any configuration
 
@@ -178,15 +189,13 @@ std::string InputFile::Read(std::size_t count) {
   return bytes;
 }
 
-OutputFile::OutputFile(const std::string& path) : target_(Target(path)) {
+OutputFile::OutputFile(const std::string& path, Lasting lasting) : target_(Target(path)), lasting_(lasting) {
   if (const std::string why = WhyNotWritable(path); !why.empty()) {
     throw RuntimeFault(RuntimeFault::PathFileAccessError, why);
   }
-  const std::string folder = Folder(target_);
-  ClearLeftovers(folder);
   struct stat old {};
   const bool replaces = stat(target_.c_str(), &old) == 0;
-  fd_ = CreateBeside(folder, replaces ? old.st_mode & 0600 : 0666, temporary_);
+  fd_ = CreateBeside(Folder(target_), replaces ? old.st_mode & 0600 : 0666, temporary_);
   if (fd_ < 0) throw NotWritten(RuntimeFault::PathFileAccessError, target_, errno);
   if (replaces) CopyRights(fd_, old);
 }
@@ -215,7 +224,32 @@ void OutputFile::Flush() {
 
 void OutputFile::Commit() {
   Flush();
-  if (!Sync(fd_)) throw NotWritten(RuntimeFault::DeviceIOError, target_, errno);
+  if (lasting_ == Lasting::ForGood && !Synced(fsync(fd_))) {
+    throw NotWritten(RuntimeFault::DeviceIOError, target_, errno);
+  }
+  TakePlace();
+  FinishFolder(Folder(target_), lasting_);
+}
+
+void OutputFile::CommitAll(std::list<OutputFile>& files) {
+  std::map<dev_t, const OutputFile*> disks;  // one of the files on each
+  for (OutputFile& file : files) {
+    file.Flush();
+    struct stat found {};
+    if (file.lasting_ == Lasting::ForGood && fstat(file.fd_, &found) == 0) disks.emplace(found.st_dev, &file);
+  }
+  for (const auto& [disk, file] : disks) {
+    if (!Synced(syncfs(file->fd_))) throw NotWritten(RuntimeFault::DeviceIOError, file->target_, errno);
+  }
+  std::set<std::pair<std::string, Lasting>> folders;
+  for (OutputFile& file : files) {
+    file.TakePlace();
+    folders.emplace(Folder(file.target_), file.lasting_);
+  }
+  for (const auto& [folder, lasting] : folders) FinishFolder(folder, lasting);
+}
+
+void OutputFile::TakePlace() {
   // The last errors of some file systems come with a close; the lock stays with the other descriptor.
   const int locked = fcntl(fd_, F_DUPFD_CLOEXEC, 0);
   const bool closed = close(std::exchange(fd_, locked)) == 0;
@@ -224,11 +258,6 @@ void OutputFile::Commit() {
     throw NotWritten(RuntimeFault::PathFileAccessError, target_, errno);
   }
   temporary_.clear();
-  // The file is in its place, and what the folder's disk has to say about it is no failure of this save.
-  const int folder = open(Folder(target_).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-  if (folder < 0) return;
-  fsync(folder);
-  close(folder);
 }
 
 std::string WhyNotWritable(const std::string& path) {
