@@ -96,6 +96,7 @@ void CheckPorts(const World& world, const BatchOptions& options, const std::vect
 void MakeFiles(World& world, const BatchOptions& options, const std::string& folder, std::vector<Row>& rows) {
   MakeFolder(folder);
   const Target target = TargetOfFile(options.configuration);
+  const TemporaryFolder scratch;
   FileGroup files(options.out.empty() ? Lasting::ThisRun : Lasting::ForGood);
   std::optional<Program> program;  // one for all rows, until one is refused
   std::optional<Failure> first;
@@ -109,7 +110,7 @@ void MakeFiles(World& world, const BatchOptions& options, const std::string& fol
     row.file = folder + "/" + row.name + ".cfg";
     try {
       if (!program) program.emplace(world, target);
-      const std::string content = Edited(*program, options.configuration, row.assignments);
+      const std::string content = Edited(*program, options.configuration, row.assignments, scratch);
       row.fingerprint = Fingerprint(content);
       files.Add(row.file, content);
     } catch (const Failure& failure) {

@@ -140,7 +140,7 @@ class Parser {
     std::vector<Assignment> assignments;
     for (const std::string& word : words_) assignments.push_back(ParseAssignment(word));
     Program program(world_, TargetOfFile(file_));
-    Store(output_, Edited(program, file_, assignments));
+    Store(output_, Edited(program, file_, assignments, TemporaryFolder()));
   }
 
   void Show() const {

@@ -2,13 +2,13 @@
 #include "cli/Edit.h"
 
 #include <algorithm>
+#include <filesystem>
 #include <map>
 #include <numeric>
 #include <span>
 #include <utility>
 
 #include "cli/Configuration.h"
-#include "cli/FileContent.h"
 #include "cli/TableEditor.h"
 #include "listing/Report.h"
 #include "models/wizard/WizardForm.h"
@@ -176,9 +176,9 @@ void SetFields(Program& program, const std::vector<Assignment>& assignments) {
   for (const auto& [place, cells] : rows) EditRow(program, *cells.control, cells.texts);
 }
 
-std::string Edited(Program& program, const std::string& file, const std::vector<Assignment>& assignments) {
-  const TemporaryFolder folder;
-  const std::string edited = folder.path + "/edited.cfg";
+std::string Edited(Program& program, const std::string& file, const std::vector<Assignment>& assignments,
+                   const TemporaryFolder& scratch) {
+  const std::string edited = scratch.path + "/edited.cfg";
   program.OpenWizard();
   program.Open(file);
   SetFields(program, assignments);
@@ -195,7 +195,9 @@ std::string Edited(Program& program, const std::string& file, const std::vector<
     if (Lower(row.value) == Lower(WithoutUnit(row, assignment.value))) continue;
     Refuse(row, "would become \"" + ToUtf8(row.value) + "\" and not \"" + assignment.value + "\".");
   }
-  return ContentOf(edited);
+  std::string content = ContentOf(edited);
+  std::filesystem::remove(edited);  // in place of another one, it would be written out to the disk at once
+  return content;
 }
 
 }  // namespace vk32

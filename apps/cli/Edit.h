@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "cli/FileContent.h"
 #include "cli/Program.h"
 #include "listing/Listing.h"
 
@@ -23,7 +24,9 @@ std::size_t FindField(const Listing& listing, const std::string& name);
 void SetFields(Program& program, const std::vector<Assignment>& assignments);
 
 /// Opens a file, sets fields and gives the content of the file with them. Failure if that would not have each value as
-/// it was given. `program`: stands at the menu of the file's product, and does again if there is no failure.
-std::string Edited(Program& program, const std::string& file, const std::vector<Assignment>& assignments);
+/// it was given. `program`: stands at the menu of the file's product, and does again if there is no failure. `scratch`:
+/// where a file can stand on the way.
+std::string Edited(Program& program, const std::string& file, const std::vector<Assignment>& assignments,
+                   const TemporaryFolder& scratch);
 
 }  // namespace vk32
