@@ -8,6 +8,7 @@
 
 #include "Child.h"
 #include "Desktop.h"
+#include "Jobs.h"
 #include "Line.h"
 #include "Table.h"
 #include "Transfers.h"
@@ -111,6 +112,7 @@ bool Measure(const std::string& desktop) {
   table.Row("Xmodem at 19200 bit/s: time / 132 + 1 bytes a block", PacedXmodem(), 1.02, "");
   SilentWait(table);
   ScriptStart(table);
+  Jobs(table);
   if (!desktop.empty() && std::getenv("DISPLAY") != nullptr) Desktop(table, desktop);
   return !table.AnyOver();
 }
