@@ -44,7 +44,7 @@ struct Cli {
 };
 
 TEST(CommandLine, WhatIsReadComesBackFromTheDeviceThatItIsWrittenTo) {
-  for (const Model& model : Models) {
+  for (const TestedModel& model : TestedModels) {
     const std::string kind = model.kind;
     GatewayDevice device(kind), other(kind);
     Cli cli(&device);
