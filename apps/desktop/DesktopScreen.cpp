@@ -29,12 +29,12 @@ namespace {
 /// Not at once: an event of the window, or of one of its controls, may still be on the stack.
 void DeleteLater(FormWindow* window) { window->deleteLater(); }
 
-/// Where the manual was installed, or made with the program, or else where the program was built from. Empty if the
-/// page is nowhere.
+/// Where the manual was installed, beside the program or in its place on Linux, or made with it, or else where the
+/// program was built from. Empty if the page is nowhere.
 QString ManualPath(std::string_view page) {
   const QDir program(QCoreApplication::applicationDirPath());
-  for (const char* place :
-       {"../share/doc/vk32/manual/%1.html", "packaging/manual/%1.html", "../../docs/manual/%1.adoc"}) {
+  for (const char* place : {"../share/doc/vk32/manual/%1.html", "manual/%1.html", "packaging/manual/%1.html",
+                            "../../docs/manual/%1.adoc"}) {
     const QFileInfo file(program, QString::fromLatin1(place).arg(QString::fromStdString(std::string(page))));
     if (file.exists()) return file.canonicalFilePath();
   }
@@ -44,7 +44,8 @@ QString ManualPath(std::string_view page) {
 std::string OpenManualPage(std::string_view page) {
   const QString path = ManualPath(page);
   if (path.isEmpty()) {
-    return "The manual is not installed. Its place is share/doc/vk32/manual beside the program's folder.";
+    return "The manual is not installed. Its place is the folder manual beside the program, or share/doc/vk32/manual "
+           "beside the program's folder.";
   }
   if (QDesktopServices::openUrl(QUrl::fromLocalFile(path))) return {};
   return "No program on this computer opens the manual. It is in the file\n" + path.toStdString();

@@ -1,7 +1,7 @@
 // The dialogs for opening and saving a file.
 #include "FileDialogs.h"
 
-#include <QFile>
+#include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QHeaderView>
@@ -18,7 +18,8 @@ constexpr QSize DialogSize(800, 480);
 
 using Refuse = std::function<void(const std::string& reason)>;
 
-std::string NativePath(const QString& path) { return QFile::encodeName(path).toStdString(); }
+/// In UTF-8 on every system.
+std::string NativePath(const QString& path) { return QDir::toNativeSeparators(path).toStdString(); }
 
 class SaveDialog : public QFileDialog {
  public:

@@ -3,6 +3,7 @@
 
 #include <QBuffer>
 #include <QFont>
+#include <QGuiApplication>
 #include <QLocale>
 #include <QPageSize>
 #include <QPdfWriter>
@@ -47,7 +48,10 @@ std::string PdfOf(const std::string& html) {
     writer.setResolution(DotsPerInch);
     writer.setPageLayout(QPageLayout(UsualPaper(), QPageLayout::Portrait, Margins, QPageLayout::Millimeter));
     QTextDocument document;
-    document.setDefaultFont(QFont(QStringLiteral("DejaVu Sans"), 10));
+    QFont font;
+    font.setFamilies(QGuiApplication::font().families());
+    font.setPointSize(10);
+    document.setDefaultFont(font);
     document.setDefaultStyleSheet(QString::fromLatin1(Style));
     document.setHtml(ForPaper(html));
     document.setPageSize(writer.pageLayout().paintRectPixels(DotsPerInch).size());

@@ -7,6 +7,7 @@
 #include <QScopedValueRollback>
 #include <algorithm>
 #include <memory>
+#include <optional>
 
 #include "platform/PosixEventLoop.h"
 
@@ -59,8 +60,7 @@ void QtEventLoop::WatchedChanged() {
   for (const auto& [fd, watcher] : watched_) {
     auto& notifier = notifiers_[fd];
     if (notifier) continue;
-    notifier = std::make_unique<QSocketNotifier>(fd, QSocketNotifier::Read);
-    QObject::connect(notifier.get(), &QSocketNotifier::activated, &alarm_, [this, fd = fd] { Readable(fd); });
+    notifier = std::make_unique<Notifier>(fd, WaitFor::ToRead, [this, fd = fd] { Readable(fd); });
   }
 }
 
@@ -71,9 +71,8 @@ void QtEventLoop::Wait(const WaitFor& what) {
     const QScopedValueRollback waiting(waiting_, true);
     if (until != Never) alarm_.start(ToMilliseconds(until - now));
     // Wakes the loop; what has come is for the caller to read.
-    std::unique_ptr<QSocketNotifier> notifier;
-    const auto type = what.ready == WaitFor::ToWrite ? QSocketNotifier::Write : QSocketNotifier::Read;
-    if (what.fd >= 0) notifier = std::make_unique<QSocketNotifier>(what.fd, type);
+    std::optional<Notifier> notifier;
+    if (what.fd >= 0) notifier.emplace(what.fd, what.ready);
     QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents | QEventLoop::WaitForMoreEvents);
     // Else GLib's dispatcher would look at the input that was held back only when something else comes.
     QAbstractEventDispatcher::instance()->wakeUp();

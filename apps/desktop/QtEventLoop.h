@@ -1,11 +1,11 @@
 // The event loop of the desktop: Qt's, with one alarm for all timers of the program.
 #pragma once
 
-#include <QSocketNotifier>
 #include <QTimer>
 #include <map>
 #include <memory>
 
+#include "Notifier.h"
 #include "platform/EventLoop.h"
 
 namespace vk32 {
@@ -25,8 +25,8 @@ class QtEventLoop : public EventLoop {
   void Ring();
 
   QTimer alarm_;
-  std::map<int, std::unique_ptr<QSocketNotifier>> notifiers_;  // of the watched descriptors
-  bool waiting_ = false;                                       // nothing may tick
+  std::map<int, std::unique_ptr<Notifier>> notifiers_;  // of the watched descriptors
+  bool waiting_ = false;                                // nothing may tick
 };
 
 }  // namespace vk32

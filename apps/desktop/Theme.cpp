@@ -1,9 +1,12 @@
 // Colours, type and pictures.
 #include "Theme.h"
 
+#include <QFile>
 #include <QImage>
 #include <QPainter>
-#include <QSvgRenderer>
+
+#include "SvgDrawing.h"
+#include "SystemFonts.h"
 
 namespace vk32 {
 namespace {
@@ -79,7 +82,7 @@ QPalette ProgramPalette() {
 }  // namespace colors
 
 Theme::Theme() {
-  const QStringList sans{"DejaVu Sans", "Segoe UI", "Noto Sans", "Cantarell", "sans-serif"};
+  const auto [sans, mono] = SystemFonts();
   body_ = MakeFont(sans, 13);
   bold_ = MakeFont(sans, 13, QFont::Bold);
   title_ = MakeFont(sans, 18);
@@ -89,7 +92,7 @@ Theme::Theme() {
   smallBold_ = MakeFont(sans, 12, QFont::Bold);
   splashName_ = MakeFont(sans, 46, QFont::Bold);
   bandName_ = MakeFont(sans, 22, QFont::Bold);
-  terminal_ = MakeFont({"DejaVu Sans Mono", "Cascadia Mono", "Consolas", "monospace"}, 13);
+  terminal_ = MakeFont(mono, 13);
   terminal_.setStyleHint(QFont::Monospace);
 }
 
@@ -144,9 +147,10 @@ QPixmap DrawPicture(const QString& file, QSize size, qreal scale) {
   QPixmap picture(size * scale);
   picture.setDevicePixelRatio(scale);
   picture.fill(Qt::transparent);
-  QSvgRenderer renderer(file);
+  QFile source(file);
+  if (!source.open(QIODevice::ReadOnly)) return picture;
   QPainter painter(&picture);
-  renderer.render(&painter, QRectF(QPointF(), QSizeF(size)));
+  DrawSvg(painter, source.readAll(), QRectF(QPointF(), QSizeF(size)));
   return picture;
 }
 

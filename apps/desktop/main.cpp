@@ -2,13 +2,13 @@
 #include <QApplication>
 #include <QCommandLineParser>
 #include <algorithm>
-#include <cstdio>
 #include <cstdlib>
 #include <string>
 #include <string_view>
 
 #include "DesktopScreen.h"
 #include "QtEventLoop.h"
+#include "Start.h"
 #include "app/App.h"
 #include "platform/PortNames.h"
 #include "platform/PosixSerialDriver.h"
@@ -31,8 +31,8 @@ bool AssignPorts(const QStringList& options, vk32::PortNames& names) {
     const std::size_t sign = text.find('=');
     const std::string name = text.substr(0, sign);
     if (sign == std::string::npos || sign + 1 == text.size() || vk32::PortNames::Number(name) == 0) {
-      std::fprintf(stderr, "vk32: --port wants COMn=PATH, n from 1 to %d, but is \"%s\"\n", vk32::MaxPorts,
-                   text.c_str());
+      vk32::TellAtStart("--port wants COMn=PATH, n from 1 to " + std::to_string(vk32::MaxPorts) + ", but is \"" + text +
+                        '"');
       return false;
     }
     names.Assign(name, text.substr(sign + 1));
@@ -51,7 +51,7 @@ bool Parse(const QStringList& arguments, vk32::PortNames& names) {
   parser.addOption(port);
   if (!parser.parse(arguments) || !parser.positionalArguments().isEmpty()) {
     const QString error = parser.errorText();
-    std::fprintf(stderr, "vk32: %s\n", error.isEmpty() ? "takes options alone" : qPrintable(error));
+    vk32::TellAtStart(error.isEmpty() ? "takes options alone" : error.toStdString());
     return false;
   }
   if (parser.isSet(help)) parser.showHelp();
@@ -60,16 +60,7 @@ bool Parse(const QStringList& arguments, vk32::PortNames& names) {
 }
 
 [[noreturn]] void EndWithoutDisplay() {
-  const auto value = [](const char* name) { return '"' + qEnvironmentVariable(name).toStdString() + '"'; };
-  std::string reason = "there is no display: start it in a desktop session";
-  if (!qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) {
-    reason = "QT_QPA_PLATFORM is " + value("QT_QPA_PLATFORM") + ", which can't start here: unset it";
-  } else if (!qEnvironmentVariableIsEmpty("DISPLAY")) {
-    reason = "the display " + value("DISPLAY") + " can't be opened: set DISPLAY to one that lets you in";
-  } else if (!qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY")) {
-    reason = "the Wayland display " + value("WAYLAND_DISPLAY") + " can't be used: install qt6-wayland if it is missing";
-  }
-  std::fprintf(stderr, "vk32: %s, or use vk32-script, which needs no display\n", reason.c_str());
+  vk32::TellAtStart(vk32::WhyNoDisplay() + ", or use vk32-script, which needs no display");
   std::_Exit(NoDisplay);
 }
 
@@ -98,7 +89,7 @@ int main(int argc, char** argv) {
   QApplication::setDesktopFileName("vk32");
   if (!Parse(QApplication::arguments(), names)) return WrongUsage;
   if (const std::string ignored = names.Ignored(); !ignored.empty()) {
-    std::fprintf(stderr, "vk32: %s.\n", ignored.c_str());
+    vk32::TellAtStart(ignored + ".");
   }
 
   vk32::QtEventLoop loop;

@@ -243,7 +243,7 @@ bool Firmware::ReceiveFlashBurnResponse(Conversation& conversation) {
   };
   while (!over()) {
     Bytes chunk;
-    PollPort(conversation, chunk, ChunkLength, over);
+    PollPort(conversation, chunk, ChunkLength);
     buffer += chunk;
   }
   return has("Successful") && globals.TimeOutFlag == FlagFalse;

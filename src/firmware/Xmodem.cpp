@@ -69,11 +69,8 @@ std::uint8_t Xmodem::XmodemReadByte(int limit) {
   XmodemTimedOut = false;
   StartTimer(limit);
   Bytes byte;
-  const auto over = [&] { return !byte.empty() || XmodemTimedOut || conversation_.IsOver(); };
-  // What has gone answers no more; asked behind a read that found nothing.
-  bool gone = false;
-  const auto overOrGone = [&] { return over() || (gone = conversation_.HasGone()); };
-  while (!gone && !over()) PollPort(conversation_, byte, 1, overOrGone);
+  const auto ended = [&] { return XmodemTimedOut || conversation_.IsOver() || conversation_.HasGone(); };
+  while (byte.empty() && !ended()) PollPort(conversation_, byte, 1);
   XmodemTimer.reset();
   const bool answered = !XmodemTimedOut && !byte.empty() && !conversation_.IsOver();
   conversation_.Answered(answered);

@@ -90,7 +90,7 @@ void Conversation::DropLateAnswer() {
     });
     Bytes late;
     const auto over = [&] { return !late.empty() || rang || enough || IsOver(); };
-    while (!over()) PollPort(*this, late, LateChunk, over);
+    while (!over()) PollPort(*this, late, LateChunk);
     quiet = late.empty() && !asking;
   }
   if (!IsOver()) app.lateAnswers.erase(port);

@@ -24,20 +24,17 @@ constexpr Purpose TestingPort{"The test of the port", "Wait until it has ended."
 /// well once the device has gone: it answers no more. Clears the flag first. The timer is disabled on return. `bytes`:
 /// how many it waits for; 0: for an ACK.
 void WaitUntil(Conversation& conversation, int bytes, const std::function<bool()>& done,
-               const std::function<void(const std::function<bool()>& over)>& pass) {
+               const std::function<void()>& pass) {
   Globals& globals = conversation.app.globals;
   Timer& timer = conversation.TimeOutTmr();
-  const auto over = [&] { return done() || globals.TimeOutFlag == FlagTrue || conversation.IsOver(); };
-  // Asked behind a read that found nothing: what had come before is taken first.
-  bool gone = false;
-  const auto overOrGone = [&] { return over() || (gone = conversation.HasGone()); };
+  const auto ended = [&] { return globals.TimeOutFlag == FlagTrue || conversation.IsOver() || conversation.HasGone(); };
   globals.TimeOutFlag = FlagFalse;
   timer.Enabled = true;
   conversation.exchange.WaitBegins(bytes);
-  while (!gone && !over()) pass(overOrGone);
+  while (!done() && !ended()) pass();
   conversation.exchange.WaitEnds();
   timer.Enabled = false;
-  if (gone || conversation.IsOver()) globals.TimeOutFlag = FlagTrue;
+  if (!done() || conversation.IsOver()) globals.TimeOutFlag = FlagTrue;
   conversation.Answered(globals.TimeOutFlag == FlagFalse);
 }
 
@@ -46,9 +43,9 @@ std::int32_t ReadUntilTimeOut(Conversation& conversation, Bytes& buffer, std::in
   std::int32_t received = 0;
   WaitUntil(
       conversation, count, [&] { return received >= count; },
-      [&](const auto& over) {
+      [&] {
         Bytes chunk;
-        received += PollPort(conversation, chunk, count - received, over);
+        received += PollPort(conversation, chunk, count - received);
         buffer += chunk;
       });
   return received;
@@ -124,11 +121,12 @@ Bytes Checksum16(const Bytes& text, int count) {
   return Bytes{Chr(low), Chr(high)};
 }
 
-std::int32_t PollPort(Conversation& conversation, Bytes& chunk, std::int32_t maximum,
-                      const std::function<bool()>& over) {
+std::int32_t PollPort(Conversation& conversation, Bytes& chunk, std::int32_t maximum) {
+  Dispatcher& dispatcher = conversation.app.forms.dispatcher;
+  // An answer is never there already: to look for it before the sleep would be in vain.
+  dispatcher.Idle(conversation.WaitHandle());
   const std::int32_t status = conversation.CommRead(chunk, maximum);
-  conversation.app.forms.dispatcher.DoEvents();
-  if (chunk.empty() && !over()) conversation.app.forms.dispatcher.Idle(conversation.WaitHandle());
+  dispatcher.DoEvents();
   return status;
 }
 
@@ -137,9 +135,9 @@ Flag WaitForAck(Conversation& conversation) {
   bool acknowledged = false;
   WaitUntil(
       conversation, 0, [&] { return acknowledged; },
-      [&](const auto& over) {
+      [&] {
         Bytes reply;
-        PollPort(conversation, reply, 1, over);
+        PollPort(conversation, reply, 1);
         acknowledged = !reply.empty() && echo.IsAnswer(reply[0]) && reply[0] == Ack;
       });
   return conversation.app.globals.TimeOutFlag;
@@ -190,7 +188,7 @@ bool SendLast(Conversation& conversation, const Bytes& message) {
   const auto over = [&] { return passed || conversation.IsOver(); };
   Bytes unread;
   while (!over()) {
-    if (PollPort(conversation, unread, 1, over) < 0) return false;
+    if (PollPort(conversation, unread, 1) < 0) return false;
   }
   return true;
 }

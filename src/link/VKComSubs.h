@@ -25,10 +25,9 @@ Bytes Checksum16(const Bytes& text, int count);
 /// while a box waits for the user, since nobody reads the port then: it ends by a later tick.
 void SetTimeOutFlag(App& app, const Form& form);
 
-/// One pass of a wait: takes up to `maximum` bytes that have come and lets events run; if none had come it then sleeps
-/// until something happens, unless the wait is over by then. Returns CommRead's status.
-std::int32_t PollPort(Conversation& conversation, Bytes& chunk, std::int32_t maximum,
-                      const std::function<bool()>& over);
+/// One pass of a wait that is not over: sleeps until something happens, then takes up to `maximum` bytes that have come
+/// and lets events run. Returns CommRead's status.
+std::int32_t PollPort(Conversation& conversation, Bytes& chunk, std::int32_t maximum);
 /// Drops all that comes until ACK. 0 if it came, 65535 on time-out. The timer is disabled on return.
 Flag WaitForAck(Conversation& conversation);
 /// Appends up to `count` bytes to `buffer`. Returns the number of bytes read, -1 on time-out; what did arrive stays in

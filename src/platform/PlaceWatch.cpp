@@ -12,9 +12,12 @@
 namespace vk32 {
 namespace {
 
+namespace fs = std::filesystem;
+
 constexpr std::uint32_t InFolder =
     IN_CREATE | IN_DELETE | IN_MOVED_FROM | IN_MOVED_TO | IN_DELETE_SELF | IN_MOVE_SELF | IN_ONLYDIR;
-constexpr std::uint32_t OfDevice = IN_OPEN | IN_CLOSE;
+constexpr std::uint32_t OfFile = IN_DELETE_SELF | IN_MOVE_SELF | IN_ATTRIB;  // one of its names has gone
+constexpr std::uint32_t OfDevice = OfFile | IN_OPEN | IN_CLOSE;
 
 }  // namespace
 
@@ -30,9 +33,19 @@ void PlaceWatch::Watch(const std::vector<std::string>& folders, const std::vecto
   const auto add = [this](const std::string& path, std::uint32_t events, const std::string& name) {
     const int watch = path.empty() ? -1 : inotify_add_watch(fd_, path.c_str(), events);
     if (watch >= 0) watched_[watch].insert(name);
+    return watch >= 0;
   };
-  for (const std::string& folder : folders) add(folder, InFolder, "");
-  for (const std::filesystem::path path : paths) add(path.parent_path(), InFolder, path.filename());
+  const auto await = [&add](const fs::path& path) { add(path.parent_path(), InFolder, path.filename()); };
+  for (const std::string& folder : folders) {
+    if (!add(folder, InFolder, "")) await(folder);
+  }
+  // The folder of what is there is left alone: beside a pseudo-terminal others come and go all the time.
+  for (const fs::path path : paths) {
+    if (add(path, OfFile, "")) continue;
+    await(path);
+    std::error_code fault;
+    if (const fs::path target = fs::read_symlink(path, fault); !fault) await(path.parent_path() / target);
+  }
   add(device, OfDevice, "");
   for (const auto& [watch, names] : before) {
     if (!watched_.contains(watch)) inotify_rm_watch(fd_, watch);

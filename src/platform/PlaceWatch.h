@@ -15,8 +15,9 @@ class PlaceWatch {
   PlaceWatch(const PlaceWatch&) = delete;
   PlaceWatch& operator=(const PlaceWatch&) = delete;
 
-  /// Watches these places and no others: whatever comes and goes in `folders`, what stands at `paths`, and who opens
-  /// and closes `device` (empty: nobody). A folder that isn't there yet is passed over until the next call.
+  /// Watches these places and no others: whatever comes and goes in `folders`, what stands at `paths` and where links
+  /// at them lead, and who opens and closes `device` (empty: nobody). Of what isn't there yet its coming is watched, if
+  /// the folder above it is there. What has come or gone is for the next call.
   void Watch(const std::vector<std::string>& folders, const std::vector<std::string>& paths, const std::string& device);
   /// Readable once something has happened; -1: the system has none to give.
   int Handle() const { return fd_; }

@@ -113,12 +113,14 @@ std::vector<FoundPort> PortNames::FindAll() const {
 
 PortPlaces PortNames::Places() const {
   const std::string serial = deviceFolder_ + "/serial";
-  PortPlaces places{{deviceFolder_, deviceFolder_ + "/pts", serial, serial + "/by-path"}, {}};
-  if (!runtimeFolder_.empty()) {
-    places.folders.push_back(runtimeFolder_);
-    places.paths.push_back(runtimeFolder_);
-  }
+  PortPlaces places{{deviceFolder_, serial, serial + "/by-path"}, {}};
+  if (!runtimeFolder_.empty()) places.folders.push_back(runtimeFolder_);
   for (const auto& [name, path] : assigned_) places.paths.push_back(path);
+  for (const std::string& folder : {runtimeFolder_, deviceFolder_}) {
+    for (const std::string& name : Names(folder)) {
+      if (Number(name) != 0) places.paths.push_back(fs::path(folder) / name);
+    }
+  }
   return places;
 }
 

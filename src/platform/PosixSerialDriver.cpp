@@ -410,7 +410,7 @@ std::string PosixSerialDriver::ErrorText(std::int32_t code) const {
 
 int PosixSerialDriver::WaitHandle(Handle handle) const {
   const auto at = ports_.find(handle);
-  return at == ports_.end() || at->second.gone || HungUp(at->second.fd) ? -1 : at->second.fd;
+  return at == ports_.end() || at->second.gone ? -1 : at->second.fd;
 }
 
 PosixSerialDriver::ErrorCounts PosixSerialDriver::CountErrors(int fd) {

@@ -84,8 +84,8 @@ class SerialDriver {
   /// The system's words for a code; for the latest code they also say what to do about it, where that is known.
   virtual std::string ErrorText(std::int32_t code) const = 0;
 
-  /// A descriptor that becomes readable when bytes come; -1 if there is none to wait for: the port is not open, or its
-  /// device is gone.
+  /// A descriptor that becomes readable when bytes come, and when the device goes; -1 if there is none to wait for: the
+  /// port is not open, or another verb has found its device gone.
   virtual int WaitHandle(Handle handle) const = 0;
 };
 

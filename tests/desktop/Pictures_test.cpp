@@ -3,6 +3,7 @@
 #include <map>
 
 #include "DesktopTest.h"
+#include "SvgDrawing.h"
 #include "shell/Products.h"
 
 namespace vk32 {
@@ -40,6 +41,21 @@ void ExpectKept(const QString& name, QWidget& window) {
   for (const auto& [tile, cells] : tiles) {
     EXPECT_LE(cells, ToleratedCells) << path.toStdString() << " around " << tile.first * Tile << ", "
                                      << tile.second * Tile << "; drawn: " << drawn.save("/tmp/vk32-" + name + ".png");
+  }
+}
+
+TEST_F(PicturesTest, APictureWithMoreThanIsDrawnEndsThere) {
+  for (const auto& [svg, drawn] :
+       std::map<QByteArray, bool>{{R"(<svg viewBox="0 0 9 9"><path d="M1 1h5Z"/></svg>)", true},
+                                  {R"(<svg viewBox="0 0 9 9"><path d="M1 1h"/></svg>)", false},
+                                  {R"(<svg viewBox="0 0 9 9"><path d="M1 1Q5"/></svg>)", false},
+                                  {R"(<svg viewBox="0 0 9 9"><path d="7-"/></svg>)", false},
+                                  {R"(<svg viewBox="0 0 9 9"><text/></svg>)", false},
+                                  {R"(<svg viewBox="0 0 9 9"><rect)", false},
+                                  {R"(<svg viewBox="0 0 9"/>)", false}}) {
+    QImage image(9, 9, QImage::Format_RGB32);
+    QPainter painter(&image);
+    EXPECT_EQ(DrawSvg(painter, svg, image.rect()), drawn) << svg.toStdString();
   }
 }
 

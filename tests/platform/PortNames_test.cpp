@@ -1,11 +1,13 @@
 // The search for the device behind a port name, in folders made up for it.
 #include "platform/PortNames.h"
 
+#include <poll.h>
 #include <sys/stat.h>
 
 #include <filesystem>
 #include <fstream>
 
+#include "platform/PlaceWatch.h"
 #include "support/Harness.h"
 
 namespace vk32 {
@@ -137,6 +139,29 @@ TEST_F(PortNamesTest, ChosenDeviceStaysUntilTheNextChoice) {
   EXPECT_EQ(Found("COM1"), "ttyUSB1");
   Port("ttyS0", "pnp0", "4");
   EXPECT_EQ(Found("COM1"), "ttyS0");
+}
+
+TEST_F(PortNamesTest, OnlyWhatConcernsAPortWakesItsWatch) {
+  fs::remove(root_ / "dev/serial/by-path");
+  File("pts/1");
+  Link("run/COM1", "../pts/1");
+  PlaceWatch watch;
+  // 0: it sleeps on, 1: it has been woken, 2: and a port has come or gone.
+  const auto told = [&](const auto& act) {
+    const PortPlaces places = names_.Places();
+    watch.Watch(places.folders, places.paths, "");
+    watch.TakeChange();
+    act();
+    pollfd waiting{watch.Handle(), POLLIN, 0};
+    return poll(&waiting, 1, 0) + (watch.TakeChange() ? 1 : 0);
+  };
+  EXPECT_EQ(told([&] { File("pts/2"), File("other"); }), 0);
+  EXPECT_EQ(told([&] { fs::remove(root_ / "pts/1"); }), 2);
+  EXPECT_EQ(told([&] { File("pts/3"); }), 1);  // of the same folder
+  EXPECT_EQ(told([&] { File("pts/1"); }), 2);
+  EXPECT_EQ(told([&] { fs::create_directory(root_ / "dev/serial/by-path"); }), 2);
+  EXPECT_EQ(told([&] { fs::remove_all(root_ / "run"); }), 2);
+  EXPECT_EQ(told([&] { fs::create_directory(root_ / "run"); }), 2);
 }
 
 TEST(PortNames, NumbersOneToThirtyTwo) {

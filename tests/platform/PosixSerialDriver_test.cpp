@@ -200,8 +200,8 @@ TEST_F(PosixSerialDriverTest, GoneDeviceIsAnErrorAndNotASpin) {
       [&] { return driver_.GetState(handle_, dcb_); }};
   for (const auto& verb : verbs) {
     Plug(), OpenLine(), Arrive("lost"), Unplug();
-    EXPECT_EQ(driver_.WaitHandle(handle_), -1);
     for (int time = 1; time <= 2; ++time) EXPECT_EQ(verb() ? 0 : driver_.LastError(), EIO) << &verb - verbs << time;
+    EXPECT_EQ(driver_.WaitHandle(handle_), -1);
     EXPECT_EQ(driver_.ErrorText(EIO), "Input/output error: the serial device is gone: plug it in again");
     EXPECT_TRUE(driver_.Close(handle_) && !driver_.Close(handle_));
     EXPECT_EQ(verb() ? 0 : driver_.LastError(), EBADF) << &verb - verbs;

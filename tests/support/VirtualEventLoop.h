@@ -37,6 +37,7 @@ class VirtualEventLoop : public EventLoop {
   }
   /// std::logic_error if nothing will ever happen: a wait that would hang.
   void Wait(const WaitFor& what) override {
+    if (CanRead(what.fd)) return;
     Time next = EarliestDue(what.until);
     for (const Outside* outside : outside_) next = std::min(next, outside->NextDue().value_or(Never));
     if (next == Never) throw std::logic_error("nothing will ever happen");
@@ -50,12 +51,16 @@ class VirtualEventLoop : public EventLoop {
   int Passes() const { return passes_; }
 
  private:
+  bool CanRead(int fd) const {
+    return std::ranges::any_of(outside_, [fd](const Outside* outside) { return outside->Readable(fd); });
+  }
+
   void AdvanceTo(Time moment) {
     now_ = std::max(now_, moment);
     for (Outside* outside : outside_) outside->RunDue(now_);
     const auto watched = watched_;  // whoever is told may change it
     for (const auto& [fd, watcher] : watched) {
-      if (std::ranges::any_of(outside_, [&](auto* outside) { return outside->Readable(fd); })) EventLoop::Readable(fd);
+      if (CanRead(fd)) EventLoop::Readable(fd);
     }
   }
 

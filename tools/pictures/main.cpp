@@ -1,6 +1,8 @@
-// The generator that draws every button picture and the application icon as SVG files into one folder.
+// The generator that draws every button picture and the application icon as files into one folder.
+#include <QBuffer>
 #include <QByteArray>
 #include <QCommandLineParser>
+#include <QDataStream>
 #include <QDir>
 #include <QFile>
 #include <QFont>
@@ -11,13 +13,14 @@
 #include <QPainterPath>
 #include <QString>
 #include <QStringList>
-#include <QSvgRenderer>
 #include <QTransform>
 #include <cstdio>
 #include <exception>
 #include <stdexcept>
 #include <string>
+#include <vector>
 
+#include "SvgDrawing.h"
 #include "resources/Pictures.h"
 
 namespace {
@@ -193,24 +196,56 @@ void Write(const QDir& folder, const QString& name, const QByteArray& content) {
   }
 }
 
+/// As VK32 draws it.
+QImage Drawn(const QByteArray& svg, QSize size) {
+  QImage image(size, QImage::Format_ARGB32_Premultiplied);
+  image.fill(Qt::transparent);
+  QPainter painter(&image);
+  if (!vk32::DrawSvg(painter, svg, image.rect())) throw std::runtime_error("VK32 can't draw " + svg.toStdString());
+  return image;
+}
+
+QByteArray Png(const QImage& image) {
+  QBuffer file;
+  file.open(QIODevice::WriteOnly);
+  if (!image.save(&file, "PNG")) throw std::runtime_error("a picture can't be made a PNG file");
+  return file.data();
+}
+
+/// The icon of programs on Windows: a head, a row of 16 bytes for each size, and their PNG files.
+QByteArray IconFile(const std::vector<QByteArray>& pngs) {
+  QByteArray file;
+  QDataStream out(&file, QIODevice::WriteOnly);
+  out.setByteOrder(QDataStream::LittleEndian);
+  out << quint16{0} << quint16{1} << static_cast<quint16>(pngs.size());
+  auto place = static_cast<quint32>(6 + 16 * pngs.size());
+  for (std::size_t i = 0; i < pngs.size(); ++i) {
+    const auto side = static_cast<quint8>(kIconSizes[i]);  // 256 is written as 0
+    const auto length = static_cast<quint32>(pngs[i].size());
+    out << side << side << quint8{0} << quint8{0} << quint16{1} << quint16{32} << length << place;
+    place += length;
+  }
+  for (const QByteArray& png : pngs) out.writeRawData(png.constData(), static_cast<int>(png.size()));
+  return file;
+}
+
 void WriteAll(const QString& folderName) {
   const QDir folder(folderName);
   const QFont font = WordFont();
   for (const PictureButtonRow& row : vk32::PictureTable()) {
-    Write(folder, QString::number(row.raised) + QStringLiteral(".svg"), Picture(row, false, font));
-    Write(folder, QString::number(row.pressed) + QStringLiteral(".svg"), Picture(row, true, font));
+    for (const bool pressed : {false, true}) {
+      const QByteArray svg = Picture(row, pressed, font);
+      Drawn(svg, QSize(row.width, row.height));
+      Write(folder, QString::number(pressed ? row.pressed : row.raised) + QStringLiteral(".svg"), svg);
+    }
   }
   Write(folder, QStringLiteral("icon.svg"), kIcon);
-  QSvgRenderer icon(QByteArray{kIcon});
+  std::vector<QByteArray> pngs;
   for (const int size : kIconSizes) {
-    QImage image(size, size, QImage::Format_ARGB32_Premultiplied);
-    image.fill(Qt::transparent);
-    QPainter painter(&image);
-    icon.render(&painter);
-    painter.end();
-    const QString name = folder.filePath(QStringLiteral("icon-%1.png").arg(size));
-    if (!image.save(name)) throw std::runtime_error(name.toStdString() + " can't be written");
+    pngs.push_back(Png(Drawn(kIcon, QSize(size, size))));
+    Write(folder, QStringLiteral("icon-%1.png").arg(size), pngs.back());
   }
+  Write(folder, QStringLiteral("icon.ico"), IconFile(pngs));
 }
 
 }  // namespace
