@@ -11,7 +11,7 @@
 #include "Line.h"
 #include "Table.h"
 #include "Transfers.h"
-#include "platform/PosixEventLoop.h"
+#include "platform/SystemEventLoop.h"
 
 namespace vk32::bench {
 namespace {

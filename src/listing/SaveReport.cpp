@@ -3,16 +3,16 @@
 
 #include <algorithm>
 #include <cctype>
-#include <filesystem>
 
 #include "platform/Fault.h"
 #include "platform/Files.h"
+#include "platform/Paths.h"
 
 namespace vk32 {
 namespace {
 
-bool IsPdf(const std::filesystem::path& path) {
-  std::string ending = path.extension();
+bool IsPdf(const std::string& path) {
+  std::string ending = TextOf(PathOf(path).extension());
   std::ranges::transform(ending, ending.begin(), [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
   return ending == ".pdf";
 }
@@ -41,7 +41,7 @@ std::string SaveReport(App& app, FileDialog& dialog, const std::string& html) {
     OutputFile file(path);
     file.Write(content);
     file.Commit();
-    return std::filesystem::path(path).filename();
+    return FileNameOf(path);
   } catch (const RuntimeFault& fault) {
     app.forms.MsgBox(fault.Description(), MessageIcon::Critical, "Error!");
     return {};

@@ -27,8 +27,10 @@ class InputFile {
 
  private:
   bool Fill();
+  /// Reads into the buffer what one call of the system gives; 0 at the end.
+  std::size_t ReadSome();
 
-  int fd_;
+  int fd_ = -1;  // the system's descriptor, or handle
   std::uint64_t size_ = 0;
   std::size_t next_ = 0;
   std::size_t filled_ = 0;
@@ -52,7 +54,11 @@ class OutputFile {
   void Commit();
 
  private:
+  /// Makes the temporary file, with the rights of the one that it will replace.
+  void Create();
   void Flush();
+  /// How many of the bytes one call of the system has taken; at least one.
+  std::size_t WriteSome(std::string_view bytes);
 
   std::string target_;
   std::string temporary_;  // empty once it has become the target

@@ -46,7 +46,7 @@ void WalkOn(WizardUser& user) {
 }
 
 void ConfigurationFile(std::string_view data) {
-  for (const Model& model : Models) {
+  for (const TestedModel& model : TestedModels) {
     WizardUser user(model.kind);
     user.file.Fill(data);
     user.Use("open\ncheck OpenConfigChk off");
@@ -55,7 +55,7 @@ void ConfigurationFile(std::string_view data) {
 }
 
 void UploadReply(std::string_view data) {
-  for (const Model& model : Models) {
+  for (const TestedModel& model : TestedModels) {
     RandomDevice device(data);
     WizardUser user(model.kind, &device);
     user.Use("click UploadCmd");

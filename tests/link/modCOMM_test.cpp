@@ -11,8 +11,8 @@ constexpr const char* Settings = "baud=19200 parity=N data=8 stop=1";
 const Bytes Odd("\0\xFF\x11\0\n", 5);  // whatever a byte may be
 
 /// COM32 has an open end.
-struct Line : Harness {
-  Line() { driver.Plug("COM32", nullptr); }
+struct OpenLine : Harness {
+  OpenLine() { driver.Plug("COM32", nullptr); }
   std::string Error() {
     app.comm.CommGetError(data);
     return data;
@@ -20,17 +20,17 @@ struct Line : Harness {
   Bytes data;
 };
 
-using Operation = std::int32_t (*)(Line&);
-const Operation Open = [](Line& l) { return l.app.comm.CommOpen(Port, "COM32", Settings); };
-const Operation Set = [](Line& l) { return l.app.comm.CommSet(Port, Settings); };
-const Operation SetNoXon = [](Line& l) { return l.app.comm.CommSetNOXON(Port, Settings); };
-const Operation Close = [](Line& l) { return l.app.comm.CommClose(Port); };
-const Operation Flush = [](Line& l) { return l.app.comm.CommFlush(Port); };
-const Operation Read = [](Line& l) { return l.app.comm.CommRead(Port, l.data, 9); };
-const Operation Write = [](Line& l) { return l.app.comm.CommWrite(Port, Odd); };
+using Operation = std::int32_t (*)(OpenLine&);
+const Operation Open = [](OpenLine& l) { return l.app.comm.CommOpen(Port, "COM32", Settings); };
+const Operation Set = [](OpenLine& l) { return l.app.comm.CommSet(Port, Settings); };
+const Operation SetNoXon = [](OpenLine& l) { return l.app.comm.CommSetNOXON(Port, Settings); };
+const Operation Close = [](OpenLine& l) { return l.app.comm.CommClose(Port); };
+const Operation Flush = [](OpenLine& l) { return l.app.comm.CommFlush(Port); };
+const Operation Read = [](OpenLine& l) { return l.app.comm.CommRead(Port, l.data, 9); };
+const Operation Write = [](OpenLine& l) { return l.app.comm.CommWrite(Port, Odd); };
 
 TEST(modCOMM, CallsTheDriverStepByStep) {
-  Line line;
+  OpenLine line;
   for (const Operation operation : {Open, Set, SetNoXon, Flush, Close, Close}) EXPECT_EQ(operation(line), 0);
   const std::string open = "Open \\\\.\\COM32|SetupQueues 1024 1024|Purge 15|SetTimeouts 4294967295 0 1000 1000 0|";
   const std::string set = "GetState|BuildState baud=19200 parity=N data=8 stop=1|SetState 19200 ";
@@ -62,7 +62,7 @@ TEST(modCOMM, TellsWhichStepFailed) {
       {"Write", Write, "CommWrite (WriteFile)", 2, -1},
       {"PendingResult", Write, "CommWrite (GetOverlappedResult)", 5, 5}};
   for (const auto& [verb, operation, source, calls, status] : rows) {
-    Line line;
+    OpenLine line;
     if (operation != Open) Open(line);
     line.driver.calls.clear();
     line.driver.input = "xy";
@@ -80,7 +80,7 @@ TEST(modCOMM, TellsWhichStepFailed) {
 }
 
 TEST(modCOMM, ReadsWhatWaitsAndLetsEventsRunMeanwhile) {
-  Line line;
+  OpenLine line;
   Open(line);
   line.driver.input = Odd + Bytes(2000, 'x');
   line.driver.MakePending(2);

@@ -35,7 +35,7 @@ TEST(Listing, EveryFieldHasANameOfItsOwn) {
       {"VK-RTX-DF1Df1ErrorLst(1)", "Serial Protocol Settings/Channel B/Error Checking"},
       {"VK-RTX-ModbusNodeIpNodeTxt(10)", "Slave/IP Address Mapping/Slot 10/Slave ID"}};
   std::size_t found = 0;
-  for (const Model& model : Models) {
+  for (const TestedModel& model : TestedModels) {
     WizardUser user(model.kind);
     std::set<std::string> paths;
     for (const ListedValue& value : WizardOf(user).List()) {

@@ -13,22 +13,22 @@
 namespace vk32 {
 
 /// A wizard that there is: the simulator's name of its product and model, its own, and what more leads to the model.
-struct Model {
+struct TestedModel {
   const char *kind, *wizard, *clicks;
 };
-constexpr Model Models[] = {{"RB2000", "RB2000", ""},
-                            {"RB3000", "RB3000", ""},
-                            {"RBCard", "RBCard", ""},
-                            {"VK5300", "VK5300", ""},
-                            {"VK-RTX-DF1", "VKRTX", "\nclick MainMenu.ABEthAsciiDf1ModelCmd"},
-                            {"VK-RTX-Modbus", "VKRTX", "\nclick MainMenu.ABEthModbusModelCmd"}};
+constexpr TestedModel TestedModels[] = {{"RB2000", "RB2000", ""},
+                                        {"RB3000", "RB3000", ""},
+                                        {"RBCard", "RBCard", ""},
+                                        {"VK5300", "VK5300", ""},
+                                        {"VK-RTX-DF1", "VKRTX", "\nclick MainMenu.ABEthAsciiDf1ModelCmd"},
+                                        {"VK-RTX-Modbus", "VKRTX", "\nclick MainMenu.ABEthModbusModelCmd"}};
 
 inline const std::string Dhcp = "to EthComFrame\nselect EthDHCPLst Enabled\n";
 
 /// The wizard of a kind is on its first page; with a device, which stands at COM3.
 struct WizardUser : Harness {
   explicit WizardUser(const std::string& kind, FakeDevice* device = nullptr) {
-    for (const Model& model : Models) {
+    for (const TestedModel& model : TestedModels) {
       if (kind != model.kind) continue;
       form = std::string("Configuration_") + model.wizard;
       GoTo(std::string(model.wizard) + "Cmd" + model.clicks, device);

@@ -21,7 +21,7 @@ std::string Finish(WizardUser& user, const std::string& option) {
 }
 
 TEST(Wizards, StartAnewEachTime) {
-  for (const Model& model : Models) {
+  for (const TestedModel& model : TestedModels) {
     GatewayDevice first(model.kind), second(model.kind);
     WizardUser fresh(model.kind, &first), user(model.kind, &second);
     const std::string before = user.State();
@@ -49,7 +49,7 @@ TEST(Wizards, StartAnewEachTime) {
 }
 
 TEST(Wizards, TheWordsBesideAMarkTakeItsClickButInTwoProducts) {
-  for (const Model& model : Models) {
+  for (const TestedModel& model : TestedModels) {
     const std::string kind = model.kind;
     const bool deaf = kind == "RBCard" || kind == "VK5300";
     WizardUser user(kind);
@@ -96,7 +96,7 @@ void ChangeToWhatFits(WizardUser& user, const std::string& kind) {
 }
 
 TEST(Wizards, OfferWhatACancelledOneHeld) {
-  for (const Model& model : Models) {
+  for (const TestedModel& model : TestedModels) {
     GatewayDevice first(model.kind), second(model.kind);
     WizardUser direct(model.kind, &first), user(model.kind, &second);
     for (WizardUser* each : {&direct, &user}) ChangeToWhatFits(*each, model.kind);
@@ -110,13 +110,13 @@ TEST(Wizards, OfferWhatACancelledOneHeld) {
 
 TEST(Wizards, OpenTheirOwnWholeFilesAlone) {
   std::vector<std::string> contents;
-  for (const Model& model : Models) {
+  for (const TestedModel& model : TestedModels) {
     WizardUser user(model.kind);
     Finish(user, "SaveOpt");
     contents.push_back(user.file.Content());
   }
   for (std::size_t own = 0; own < contents.size(); ++own) {
-    WizardUser user(Models[own].kind);
+    WizardUser user(TestedModels[own].kind);
     ChangeEverything(user);
     const auto state = [&] { return user.State() + ToHex(user.app.globals.RegistersToString(0, 224)); };
     const auto open = [&](const std::string& content) {
@@ -210,7 +210,7 @@ TEST(Wizards, ARefusalLeadsToItsValue) {
 }
 
 TEST(Wizards, CompareWithTheDevice) {
-  for (const Model& model : Models) {
+  for (const TestedModel& model : TestedModels) {
     SCOPED_TRACE(model.kind);
     GatewayDevice device(model.kind, {}, true);
     WizardUser user(model.kind, &device);
@@ -236,7 +236,7 @@ TEST(Wizards, VerifyWhatTheDeviceHolds) {
       {"other", acknowledged + "does not hold what was sent: ", "ApplyFrame", 3},
       {"silent", acknowledged + "it could not be read back: it is not verified.", "ApplyFrame", 3},
       {"cancel", "", "closed", 2}};
-  for (const Model& model : Models) {
+  for (const TestedModel& model : TestedModels) {
     for (const auto& [event, told, page, count] : rows) {
       SCOPED_TRACE(std::string(model.kind) + " " + event);
       GatewayDevice device(model.kind, {}, true), factory(model.kind), same(model.kind, {}, true);
@@ -299,7 +299,7 @@ TEST(Wizards, ReportWhatTheyShowAndWhereItDiffers) {
 
 // In each line of a file another number: it is saved again as it was opened, or refused by words that lead to it.
 TEST(Wizards, EachNumberOfAFileCounts) {
-  for (const Model& model : Models) {
+  for (const TestedModel& model : TestedModels) {
     if (std::string_view(model.kind).starts_with("RB")) continue;
     WizardUser maker(model.kind);
     ChangeToWhatFits(maker, model.kind);

@@ -1,5 +1,5 @@
 // The serial driver on a real pseudo-terminal.
-#include "platform/PosixSerialDriver.h"
+#include "platform/posix/PosixSerialDriver.h"
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
@@ -12,7 +12,7 @@
 #include <cstdarg>
 #include <functional>
 
-#include "platform/PosixEventLoop.h"
+#include "platform/SystemEventLoop.h"
 
 /// What a real port's driver would tell, while `real`: a pseudo-terminal tells nothing of it.
 static struct RealLine {
@@ -48,10 +48,10 @@ constexpr std::string_view Com12 = R"(\\.\COM12)", Good = "baud=19200 parity=N d
 constexpr char Xon = 17, Xoff = 19;
 
 /// Counts the sleeps of a write and acts before them.
-struct CountingLoop : PosixEventLoop {
+struct CountingLoop : SystemEventLoop {
   void Wait(const WaitFor& what) override {
     if (what.ready == WaitFor::ToWrite) ++sleeps, beforeSleep();
-    PosixEventLoop::Wait(what);
+    SystemEventLoop::Wait(what);
   }
   int sleeps = 0;
   std::function<void()> beforeSleep = [] {};

@@ -9,7 +9,7 @@
 #include "forms/FieldNames.h"
 #include "forms/Tables.h"
 #include "link/Conversation.h"
-#include "platform/PosixEventLoop.h"
+#include "platform/SystemEventLoop.h"
 #include "sim/GatewayKind.h"
 #include "support/Harness.h"
 
