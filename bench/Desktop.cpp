@@ -10,7 +10,7 @@
 #include "Child.h"
 #include "Display.h"
 #include "Line.h"
-#include "platform/PosixEventLoop.h"
+#include "platform/SystemEventLoop.h"
 
 namespace vk32::bench {
 namespace {

@@ -6,8 +6,8 @@
 #include <string>
 
 #include "app/App.h"
-#include "platform/PosixEventLoop.h"
-#include "platform/PosixSerialDriver.h"
+#include "platform/SystemEventLoop.h"
+#include "platform/posix/PosixSerialDriver.h"
 #include "script/ScriptSession.h"
 
 namespace vk32::bench {
@@ -29,7 +29,7 @@ struct HeadlessProgram {
   }
 
   std::string printed;
-  PosixEventLoop loop;
+  SystemEventLoop loop;
   PortNames names{"", "/nowhere", "/nowhere"};
   PosixSerialDriver driver{loop, names};
   ScriptScreen screen{[this](const std::string& line) { printed += line + "\n"; }};

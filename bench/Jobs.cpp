@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "Child.h"
-#include "platform/PosixEventLoop.h"
+#include "platform/SystemEventLoop.h"
 
 namespace vk32::bench {
 namespace {

@@ -10,7 +10,7 @@
 #include <stdexcept>
 
 #include "Child.h"
-#include "platform/PosixEventLoop.h"
+#include "platform/SystemEventLoop.h"
 
 namespace vk32::bench {
 namespace {

@@ -13,7 +13,7 @@
 #include <thread>
 
 #include "Child.h"
-#include "platform/PosixEventLoop.h"
+#include "platform/SystemEventLoop.h"
 #include "sim/PseudoTerminal.h"
 #include "sim/SimulatedLine.h"
 

@@ -2,7 +2,6 @@
 #include "cli/Batch.h"
 
 #include <algorithm>
-#include <filesystem>
 #include <map>
 #include <optional>
 #include <set>
@@ -12,11 +11,10 @@
 #include "cli/Csv.h"
 #include "cli/Edit.h"
 #include "cli/FileContent.h"
+#include "platform/Paths.h"
 
 namespace vk32 {
 namespace {
-
-namespace fs = std::filesystem;
 
 constexpr const char* Verified = "verified";
 
@@ -56,7 +54,7 @@ Row RowOf(const BatchOptions& options, const CsvRow& heads, const CsvRow& cells,
       row.assignments.push_back({heads[i], cells[i]});
     }
   }
-  if (row.name.find('/') != std::string::npos) RefuseTable(options, "the name \"" + row.name + "\" can't be a file's.");
+  if (FileNameOf(row.name) != row.name) RefuseTable(options, "the name \"" + row.name + "\" can't be a file's.");
   return row;
 }
 
@@ -76,7 +74,7 @@ std::vector<Row> ReadRows(const BatchOptions& options) {
 std::string DeviceOf(const World& world, const std::string& port) {
   if (const auto device = world.names.Find(port)) return device->path;
   std::error_code ignored;
-  const std::string path = fs::weakly_canonical(port, ignored);
+  const std::string path = TextOf(std::filesystem::weakly_canonical(PathOf(port), ignored));
   return path.empty() ? port : path;
 }
 
@@ -132,8 +130,7 @@ void MakeFiles(World& world, const BatchOptions& options, const std::string& fol
 class Results {
  public:
   explicit Results(std::string path) : path_(std::move(path)) {
-    std::error_code ignored;
-    if (!fs::exists(path_, ignored)) return;
+    if (!IsThere(path_)) return;
     for (const CsvRow& row : ParseCsv(ContentOf(path_))) {
       if (row.size() == Columns && row != Heads) rows_[row[0]] = row;
     }
@@ -172,7 +169,7 @@ void WriteRow(World& world, const Row& row, bool asks, Results& results) {
 
 void WriteRows(World& world, const BatchOptions& options, const std::vector<Row>& rows) {
   world.RequireUser();
-  Results results(options.results.empty() ? fs::path(options.table).replace_extension(".results.csv").string()
+  Results results(options.results.empty() ? TextOf(PathOf(options.table).replace_extension(".results.csv"))
                                           : options.results);
   std::optional<Failure> first;
   for (const Row& row : rows) {

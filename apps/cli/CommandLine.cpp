@@ -24,6 +24,7 @@ constexpr const char* Statuses =
 class Parser {
  public:
   explicit Parser(World& world) : world_(world) {
+    parser_.allow_windows_style_options(false);
     parser_.require_subcommand(1);
     parser_.footer(Statuses);
     parser_.set_version_flag("--version", "vk32-cli " + ProgramVersion());

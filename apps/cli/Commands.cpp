@@ -3,25 +3,21 @@
 
 #include <algorithm>
 #include <ctime>
-#include <filesystem>
-#include <fstream>
 #include <nlohmann/json.hpp>
 
 #include "cli/FileContent.h"
 #include "forms/FieldNames.h"
+#include "platform/Paths.h"
 #include "platform/PortHolder.h"
 #include "shell/Products.h"
 
 namespace vk32 {
 namespace {
 
-namespace fs = std::filesystem;
 using Json = nlohmann::ordered_json;
 
-std::string DateAndTime() {
-  const std::time_t now = std::time(nullptr);
-  std::tm local{};
-  localtime_r(&now, &local);
+std::string DateAndTime(const EventLoop& loop) {
+  const std::tm local = loop.LocalTime();
   char text[32];
   std::strftime(text, sizeof text, "%Y%m%d-%H%M%S", &local);
   return text;
@@ -36,9 +32,9 @@ void ReadInto(World& world, const Target& target, const std::string& port, const
   program.Save(path);
 }
 
-std::string BackUp(World& world, const Target& target, const std::string& port, const fs::path& folder) {
+std::string BackUp(World& world, const Target& target, const std::string& port, const std::string& folder) {
   MakeFolder(folder);
-  std::string path = folder / (target.product + "-" + DateAndTime() + ".cfg");
+  std::string path = TextOf(PathOf(folder) / (target.product + "-" + DateAndTime(world.loop) + ".cfg"));
   ReadInto(world, target, port, path);
   return path;
 }
@@ -56,7 +52,7 @@ void ReadConfiguration(World& world, const ReadOptions& options) {
   const TemporaryFolder folder;
   const std::string path = folder.path + "/read.cfg";
   ReadInto(world, target, options.port, path);
-  world.console.out << std::ifstream(path, std::ios::binary).rdbuf();
+  world.console.out << ContentOf(path);
 }
 
 void WriteConfiguration(World& world, const WriteOptions& options) {
@@ -106,7 +102,9 @@ void ListPorts(World& world, bool json) {
     const std::string words = holder ? holder->program + " (process " + std::to_string(holder->process) + ")" : "";
     list.push_back({{"name", name}, {"device", device.path}, {"description", device.kind}, {"heldBy", words}});
     if (json) continue;
-    world.console.out << name << "  " << device.Description() << "  " << (holder ? "held by " + words : "free") << "\n";
+    world.console.out << name << "  " << device.Description();
+    if (holder || TellsHolders()) world.console.out << "  " << (holder ? "held by " + words : "free");
+    world.console.out << "\n";
   }
   if (json) world.console.out << list.dump(2, ' ', false, Json::error_handler_t::replace) << "\n";
   if (list.empty()) world.console.err << "No serial device is plugged in.\n";

@@ -10,6 +10,7 @@
 #include "cli/Program.h"
 #include "listing/SaveReport.h"
 #include "models/wizard/WizardForm.h"
+#include "platform/Paths.h"
 
 namespace vk32 {
 namespace {
@@ -123,8 +124,7 @@ Configuration LoadDevice(World& world, const Target& target, const std::string& 
 
 Configuration Load(World& world, const std::string& what) {
   const std::size_t at = what.find('@');
-  std::error_code ignored;
-  if (at == std::string::npos || std::filesystem::exists(what, ignored)) return LoadFile(world, what);
+  if (at == std::string::npos || IsThere(what)) return LoadFile(world, what);
   return LoadDevice(world, FindTarget(what.substr(0, at)), what.substr(at + 1));
 }
 

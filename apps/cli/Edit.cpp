@@ -2,7 +2,6 @@
 #include "cli/Edit.h"
 
 #include <algorithm>
-#include <filesystem>
 #include <map>
 #include <numeric>
 #include <span>
@@ -12,6 +11,7 @@
 #include "cli/TableEditor.h"
 #include "listing/Report.h"
 #include "models/wizard/WizardForm.h"
+#include "platform/Paths.h"
 
 namespace vk32 {
 namespace {
@@ -196,7 +196,7 @@ std::string Edited(Program& program, const std::string& file, const std::vector<
     Refuse(row, "would become \"" + ToUtf8(row.value) + "\" and not \"" + assignment.value + "\".");
   }
   std::string content = ContentOf(edited);
-  std::filesystem::remove(edited);  // in place of another one, it would be written out to the disk at once
+  std::filesystem::remove(PathOf(edited));  // in place of another one, it would be written out to the disk at once
   return content;
 }
 

@@ -1,12 +1,11 @@
 // Whole files, and a folder for those that are on their way.
 #include "cli/FileContent.h"
 
-#include <stdlib.h>
-
-#include <filesystem>
+#include <system_error>
 #include <utility>
 
 #include "platform/Fault.h"
+#include "platform/Paths.h"
 
 namespace vk32 {
 
@@ -63,18 +62,21 @@ void FileGroup::Store() {
 
 void MakeFolder(const std::string& path) {
   std::error_code error;
-  fs::create_directories(path, error);
+  fs::create_directories(PathOf(path), error);
   if (error) throw Failure(ExitStatus::FileRefused, "The folder " + path + " can't be made: " + error.message() + ".");
 }
 
-TemporaryFolder::TemporaryFolder() : path((fs::temp_directory_path() / "vk32-cli-XXXXXX").string()) {
-  if (mkdtemp(path.data()) == nullptr)
-    throw Failure(ExitStatus::FileRefused, "No folder can be made like " + path + ".");
+TemporaryFolder::TemporaryFolder() {
+  try {
+    path = MakeTemporaryFolder("vk32-cli");
+  } catch (const std::system_error& error) {
+    throw Failure(ExitStatus::FileRefused, std::string("No temporary folder can be made: ") + error.what() + ".");
+  }
 }
 
 TemporaryFolder::~TemporaryFolder() {
   std::error_code ignored;
-  fs::remove_all(path, ignored);
+  fs::remove_all(PathOf(path), ignored);
 }
 
 }  // namespace vk32

@@ -2,7 +2,6 @@
 #include "cli/Target.h"
 
 #include <algorithm>
-#include <filesystem>
 #include <set>
 
 #include "app/Backstage.h"
@@ -74,9 +73,8 @@ Target TargetOfFile(const std::string& path) {
 
 std::string FindPort(PortNames& names, const std::string& port) {
   if (PortNames::Number(port) != 0) return port;
-  std::error_code error;
-  const std::string path = std::filesystem::canonical(port, error);
-  if (error) {
+  const std::string path = PortNames::DeviceAt(port);
+  if (path.empty()) {
     throw Failure(ExitStatus::NoPort, "There is no port " + port +
                                           ". Give COM1 to COM32, or a device's path; `vk32-cli ports` lists them.");
   }

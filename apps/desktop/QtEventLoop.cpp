@@ -9,7 +9,7 @@
 #include <memory>
 #include <optional>
 
-#include "platform/PosixEventLoop.h"
+#include "platform/SystemEventLoop.h"
 
 namespace vk32 {
 namespace {

@@ -11,7 +11,7 @@
 #include "Start.h"
 #include "app/App.h"
 #include "platform/PortNames.h"
-#include "platform/PosixSerialDriver.h"
+#include "platform/SerialDriver.h"
 
 namespace {
 
@@ -94,8 +94,8 @@ int main(int argc, char** argv) {
 
   vk32::QtEventLoop loop;
   vk32::DesktopScreen screen;
-  vk32::PosixSerialDriver driver(loop, names);
-  vk32::App app(loop, screen, driver, names);
+  const auto driver = vk32::SystemSerialDriver(loop, names);
+  vk32::App app(loop, screen, *driver, names);
   StartProgram(app);
   return screen.Ended() ? screen.ExitStatus() : QApplication::exec();
 }

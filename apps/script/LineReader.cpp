@@ -1,11 +1,6 @@
-// Lines from a descriptor, and questions to the user at the terminal.
+// Lines of a text that comes at its own time, and questions to the user at the terminal.
 #include "script/LineReader.h"
 
-#include <fcntl.h>
-#include <poll.h>
-#include <unistd.h>
-
-#include <cerrno>
 #include <system_error>
 #include <utility>
 
@@ -27,35 +22,18 @@ std::optional<std::string> LineReader::Next(const std::function<bool()>& stop) {
     if (ended_ || text_.size() > LongestLine) return std::exchange(text_, {});
     loop_.RunDue();
     if (stop()) return std::nullopt;
-    loop_.Wait(fd_);
-    ReadWhatWaits();
+    loop_.Wait(input_.Handle());
+    ended_ = !input_.Take(text_);
   }
 }
 
-void LineReader::ReadWhatWaits() {
-  pollfd waiting{fd_, POLLIN, 0};
-  if (poll(&waiting, 1, 0) <= 0) return;
-  char buffer[4096];
-  const ssize_t count = read(fd_, buffer, sizeof buffer);
-  if (count > 0) {
-    text_.append(buffer, static_cast<std::size_t>(count));
-  } else if (count == 0) {
-    ended_ = true;
-  } else if (errno != EINTR && errno != EAGAIN) {
-    throw std::system_error(errno, std::generic_category());
-  }
-}
-
-Terminal::Terminal(EventLoop& loop) : fd_(open("/dev/tty", O_RDWR | O_CLOEXEC | O_NOCTTY)), lines_(fd_, loop) {}
-
-Terminal::~Terminal() {
-  if (fd_ >= 0) close(fd_);
+Terminal::Terminal(EventLoop& loop) : input_(TextInput::Terminal()) {
+  if (input_) lines_.emplace(*input_, loop);
 }
 
 std::optional<std::string> Terminal::Ask(const std::string& text, const std::function<bool()>& stop) {
   try {
-    if (write(fd_, text.data(), text.size()) < 0) return std::nullopt;
-    return lines_.Next(stop);
+    return input_->Show(text) ? lines_->Next(stop) : std::nullopt;
   } catch (const std::system_error&) {
     return std::nullopt;  // it hung up
   }

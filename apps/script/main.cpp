@@ -1,11 +1,8 @@
 // vk32-script: VK32 without a screen, for scripts and remote shells.
-#include <fcntl.h>
-#include <signal.h>
-#include <unistd.h>
-
 #include <CLI/CLI.hpp>
-#include <cerrno>
+#include <algorithm>
 #include <iostream>
+#include <memory>
 #include <optional>
 #include <stdexcept>
 #include <string>
@@ -13,8 +10,9 @@
 #include <vector>
 
 #include "app/App.h"
-#include "platform/PosixEventLoop.h"
-#include "platform/PosixSerialDriver.h"
+#include "platform/ProgramStart.h"
+#include "platform/SystemEventLoop.h"
+#include "platform/SystemName.h"
 #include "script/LineReader.h"
 #include "script/ScriptSession.h"
 #include "trace/TracingDriver.h"
@@ -25,7 +23,16 @@ enum ExitStatus { AllDone = 0, CommandFailed = 1, WrongUsage = 2, ProgramFault =
 
 std::string Unreadable(const std::string& file, int code) {
   return "The script " + (file.empty() ? "on the standard input" : file) + " can't be read (" +
-         std::generic_category().message(code) + "). Name a file that exists and that you may read.";
+         vk32::SystemWords(code) + "). Name a file that exists and that you may read.";
+}
+
+/// std::runtime_error, with words for the user, if it can't be read.
+std::unique_ptr<vk32::TextInput> InputOf(const std::string& file) {
+  try {
+    return file.empty() ? vk32::TextInput::StandardInput() : vk32::TextInput::File(file);
+  } catch (const std::system_error& error) {
+    throw std::runtime_error(Unreadable(file, error.code().value()));
+  }
 }
 
 struct Options {
@@ -35,8 +42,8 @@ struct Options {
 };
 
 /// Carries out the commands of a script; false if one failed.
-bool RunLines(int fd, vk32::EventLoop& loop, vk32::ScriptSession& session, bool keepGoing) {
-  vk32::LineReader lines(fd, loop);
+bool RunLines(vk32::TextInput& input, vk32::EventLoop& loop, vk32::ScriptSession& session, bool keepGoing) {
+  vk32::LineReader lines(input, loop);
   bool done = true;
   while (!session.Finished() && std::cout && (keepGoing || done)) {
     const auto line = lines.Next([&] { return session.Finished(); });
@@ -47,14 +54,14 @@ bool RunLines(int fd, vk32::EventLoop& loop, vk32::ScriptSession& session, bool 
 }
 
 /// Carries out a script; std::exception, with words for the user, if it can't be read or the trace can't be written.
-int Run(int fd, vk32::PortNames& names, const Options& options) {
-  vk32::PosixEventLoop loop;
-  vk32::PosixSerialDriver driver(loop, names);
+int Run(vk32::TextInput& input, vk32::PortNames& names, const Options& options) {
+  vk32::SystemEventLoop loop;
+  const auto driver = vk32::SystemSerialDriver(loop, names);
   vk32::ScriptScreen screen([](const std::string& line) { std::cout << line << std::endl; });
   std::optional<vk32::TraceFile> trace;
   std::optional<vk32::TracingDriver> tracing;
-  if (!options.trace.empty()) tracing.emplace(driver, trace.emplace(options.trace, loop.Now()), loop);
-  vk32::App app(loop, screen, tracing ? static_cast<vk32::SerialDriver&>(*tracing) : driver, names);
+  if (!options.trace.empty()) tracing.emplace(*driver, trace.emplace(options.trace, loop.Now()), loop);
+  vk32::App app(loop, screen, tracing ? static_cast<vk32::SerialDriver&>(*tracing) : *driver, names);
   vk32::ScriptSession session(app, screen);
   screen.strict = options.strict;
   vk32::Terminal terminal(loop);
@@ -66,7 +73,7 @@ int Run(int fd, vk32::PortNames& names, const Options& options) {
   vk32::StartProgram(app);
   bool done = false;
   try {
-    done = RunLines(fd, loop, session, options.keepGoing);
+    done = RunLines(input, loop, session, options.keepGoing);
   } catch (const std::system_error& error) {
     throw std::runtime_error(Unreadable(options.file, error.code().value()));
   }
@@ -75,8 +82,10 @@ int Run(int fd, vk32::PortNames& names, const Options& options) {
 }
 
 /// Takes the arguments and runs; the exit status.
-int Start(int argc, char** argv) {
-  CLI::App parser("VK32 without a screen: runs commands, one a line, from FILE or the standard input.");
+int Start(std::vector<std::string> arguments) {
+  CLI::App parser("VK32 without a screen: runs commands, one a line, from FILE or the standard input.",
+                  arguments.front());
+  parser.allow_windows_style_options(false);
   Options options;
   parser.add_option("--port", options.ports, "COMn=PATH: which device stands behind a port name")
       ->type_name("COMn=PATH")
@@ -86,8 +95,10 @@ int Start(int argc, char** argv) {
   parser.add_option("--trace", options.trace, "file that takes each read and write")->type_name("FILE");
   parser.add_option("FILE", options.file, "the commands");
   parser.set_version_flag("--version", "vk32-script " + vk32::ProgramVersion());
+  std::reverse(arguments.begin(), arguments.end());  // as the parser wants them
+  arguments.pop_back();
   try {
-    parser.parse(argc, argv);
+    parser.parse(arguments);
   } catch (const CLI::ParseError& error) {
     return parser.exit(error) == 0 ? AllDone : WrongUsage;
   }
@@ -102,13 +113,9 @@ int Start(int argc, char** argv) {
     names.Assign(port.substr(0, equals), port.substr(equals + 1));
   }
   if (const std::string ignored = names.Ignored(); !ignored.empty()) std::cerr << ignored << ".\n";
-  int fd = STDIN_FILENO;
-  if (!options.file.empty() && (fd = open(options.file.c_str(), O_RDONLY | O_CLOEXEC)) < 0) {
-    std::cerr << Unreadable(options.file, errno) << "\n";
-    return WrongUsage;
-  }
   try {
-    return Run(fd, names, options);
+    const auto input = InputOf(options.file);
+    return Run(*input, names, options);
   } catch (const std::exception& error) {
     std::cerr << error.what() << "\n";
     return WrongUsage;
@@ -118,8 +125,7 @@ int Start(int argc, char** argv) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  signal(SIGPIPE, SIG_IGN);  // a reader that has ended is a failed write, which is told
-  const int status = Start(argc, argv);
+  const int status = Start(vk32::TakeArguments(argc, argv));
   if (std::cout.flush()) return status;
   std::cerr
       << "The standard output can't be written: its reader has ended or its disk is full. Give it another place.\n";

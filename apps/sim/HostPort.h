@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <string_view>
 
@@ -27,5 +28,9 @@ class HostPort {
   virtual void HoldHost(bool) {}
   virtual WaitFor Sending() const { return {-1}; }
 };
+
+/// A port that needs no hardware, under a port name if one is told. std::runtime_error, with words for the user, if the
+/// name can't be had, or the system has no such ports.
+std::unique_ptr<HostPort> VirtualPort(const std::string& portName);
 
 }  // namespace vk32::sim

@@ -14,7 +14,7 @@
 #include <system_error>
 
 #include "platform/PortNames.h"
-#include "platform/PosixEventLoop.h"
+#include "platform/SystemEventLoop.h"
 
 namespace vk32::sim {
 
@@ -97,6 +97,12 @@ WaitFor PseudoTerminal::Sending() const {
   // The host may end its flow control, which nobody tells.
   const Time again = MonotonicNow() + std::chrono::milliseconds(20);
   return {-1, WaitFor::ToWrite, wantsHold_ == held_ ? Never : again};
+}
+
+std::unique_ptr<HostPort> VirtualPort(const std::string& portName) {
+  auto terminal = std::make_unique<PseudoTerminal>();
+  if (!portName.empty()) terminal->RegisterAs(portName);
+  return terminal;
 }
 
 }  // namespace vk32::sim

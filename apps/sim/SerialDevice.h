@@ -1,8 +1,10 @@
 // A real serial device that a simulated gateway answers on.
 #pragma once
 
-#include "platform/PosixEventLoop.h"
-#include "platform/PosixSerialDriver.h"
+#include <memory>
+
+#include "platform/PortNames.h"
+#include "platform/SystemEventLoop.h"
 #include "sim/HostPort.h"
 
 namespace vk32::sim {
@@ -15,21 +17,20 @@ class SerialDevice : public HostPort {
   SerialDevice(const std::string& path, int baudRate);
 
   std::string Title() const override { return path_; }
-  int Fd() const override { return fd_; }
+  int Fd() const override { return driver_->WaitHandle(handle_); }
   Bytes Read(std::size_t most) override;
   void Write(std::string_view bytes) override;
-  WaitFor Sending() const override { return driver_.PendingWait(handle_); }
+  WaitFor Sending() const override { return driver_->PendingWait(handle_); }
 
  private:
   /// Takes the outcome of one of the driver's verbs; false if it goes on.
   bool Done(bool well) const;
 
   std::string path_;
-  PosixEventLoop loop_;
+  SystemEventLoop loop_;
   PortNames names_;
-  PosixSerialDriver driver_{loop_, names_};
+  std::unique_ptr<SerialDriver> driver_ = SystemSerialDriver(loop_, names_);
   SerialDriver::Handle handle_ = 0;
-  int fd_ = -1;
   bool sending_ = false;
   Bytes waiting_;  // for the end of what is being sent
 };

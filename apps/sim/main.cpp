@@ -1,17 +1,10 @@
 // vk32-sim: a simulated gateway, or the device of a trace, on a pseudo-terminal or a real serial device.
-#include <fcntl.h>
-#include <poll.h>
-#include <signal.h>
-#include <sys/signalfd.h>
-#include <unistd.h>
-
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <cstdio>
 #include <fstream>
 #include <functional>
 #include <iostream>
-#include <iterator>
 #include <memory>
 #include <optional>
 #include <stdexcept>
@@ -23,9 +16,11 @@
 #include "core/Convert.h"
 #include "platform/Fault.h"
 #include "platform/Files.h"
+#include "platform/Paths.h"
 #include "platform/PortNames.h"
-#include "platform/PosixEventLoop.h"
-#include "sim/PseudoTerminal.h"
+#include "platform/ProgramStart.h"
+#include "platform/SystemEventLoop.h"
+#include "platform/UserSignals.h"
 #include "sim/Replay.h"
 #include "sim/SerialDevice.h"
 #include "sim/SimulatedLine.h"
@@ -50,26 +45,11 @@ struct Options {
   vk32::sim::Misbehaviour misbehaviour;
 };
 
-/// Readable when the user ends the program (SIGINT, SIGTERM, SIGHUP) or presses the Configure button (SIGUSR1).
-int SignalDescriptor() {
-  sigset_t signals;
-  sigemptyset(&signals);
-  for (const int number : {SIGINT, SIGTERM, SIGHUP, SIGUSR1}) sigaddset(&signals, number);
-  sigprocmask(SIG_BLOCK, &signals, nullptr);
-  return signalfd(-1, &signals, SFD_CLOEXEC | SFD_NONBLOCK);
-}
-
 /// Until the host has written, if it `listens` to it, or what was written to it can go on.
-void Sleep(const vk32::sim::HostPort& port, bool listens, int signals, std::optional<Time> until) {
-  const vk32::WaitFor sending = port.Sending();
-  pollfd descriptors[] = {{listens ? port.Fd() : -1, POLLIN, 0}, {signals, POLLIN, 0}, {sending.fd, POLLOUT, 0}};
-  const Time end = std::min(until.value_or(vk32::Never), sending.until);
-  timespec left{};
-  if (end != vk32::Never) {
-    const Time span = std::max(end - MonotonicNow(), Time{0});
-    left = {span.count() / 1'000'000'000, span.count() % 1'000'000'000};
-  }
-  ppoll(descriptors, std::size(descriptors), end != vk32::Never ? &left : nullptr, nullptr);
+void Sleep(const vk32::sim::HostPort& port, bool listens, const vk32::UserSignals& signals, std::optional<Time> until) {
+  const vk32::WaitFor whats[] = {
+      {listens ? port.Fd() : -1, vk32::WaitFor::ToRead, until.value_or(vk32::Never)}, signals.Handle(), port.Sending()};
+  vk32::WaitForAny(whats);
 }
 
 /// "RB2000, RB3000 or RBCard"
@@ -85,7 +65,7 @@ std::string NamesOfKinds() {
 
 /// The image as it is; of a product with blocks a line for each block, and one for its image if it has that too.
 void DumpConfiguration(const vk32::sim::Gateway& gateway, const std::string& path) {
-  std::ofstream file(path, std::ios::binary);
+  std::ofstream file(vk32::PathOf(path), std::ios::binary);
   if (gateway.BlocksInForce().empty()) {
     file << gateway.Image();
     return;
@@ -106,13 +86,11 @@ class Meeting {
   Meeting(const Options& options, const vk32::sim::GatewayKind& kind)
       : title_(TitleOf(kind)),
         // Before the port name is taken: whatever ends the program has to give it back.
-        signals_(SignalDescriptor()) {
+        signals_(true) {
     if (!options.device.empty()) {
       port_ = std::make_unique<vk32::sim::SerialDevice>(options.device, kind.baudRate);
     } else {
-      auto terminal = std::make_unique<vk32::sim::PseudoTerminal>();
-      if (!options.port.empty()) terminal->RegisterAs(options.port);
-      port_ = std::move(terminal);
+      port_ = vk32::sim::VirtualPort(options.port);
     }
     if (!options.trace.empty()) trace_.emplace(options.trace, MonotonicNow());
   }
@@ -124,9 +102,8 @@ class Meeting {
     Tell("on " + port_->Title());
     while (!farEnd.Gone()) {
       Sleep(*port_, farEnd.Room() > 0, signals_, farEnd.NextDue());
-      signalfd_siginfo signal{};
-      if (read(signals_, &signal, sizeof signal) == sizeof signal) {
-        if (signal.ssi_signo != SIGUSR1) return;
+      if (const auto signal = signals_.Take()) {
+        if (*signal == vk32::UserSignals::End) return;
         pressConfigure();
       }
       if (const std::size_t room = farEnd.Room(); room > 0) {
@@ -144,7 +121,7 @@ class Meeting {
 
  private:
   std::string title_;
-  int signals_;
+  vk32::UserSignals signals_;
   std::unique_ptr<vk32::sim::HostPort> port_;
   std::optional<vk32::TraceFile> trace_;
 };
@@ -165,7 +142,7 @@ void Simulate(const Options& options, const vk32::sim::GatewayKind& kind) {
   };
   gateway.OnFirmware = [&] {
     if (!options.firmwareDump.empty()) {
-      std::ofstream(options.firmwareDump, std::ios::binary) << gateway.Firmware();
+      std::ofstream(vk32::PathOf(options.firmwareDump), std::ios::binary) << gateway.Firmware();
     }
     meeting.Tell("has received a firmware of " + std::to_string(gateway.Firmware().size()) + " bytes");
   };
@@ -251,15 +228,20 @@ void AddOptions(CLI::App& parser, Options& options, std::vector<std::string>& mi
 }  // namespace
 
 int main(int argc, char** argv) {
+  std::vector<std::string> arguments = vk32::TakeArguments(argc, argv);
   CLI::App parser(
       "A simulated gateway on a pseudo-terminal. Ends on Ctrl-C; SIGUSR1 presses its Configure button. Exit status: 0, "
       "1 "
-      "when the port can't be used, 2 for wrong usage, 3 when something else than the replayed trace was asked.");
+      "when the port can't be used, 2 for wrong usage, 3 when something else than the replayed trace was asked.",
+      arguments.front());
+  parser.allow_windows_style_options(false);
   Options options;
   std::vector<std::string> misbehaviours;
   AddOptions(parser, options, misbehaviours);
+  std::reverse(arguments.begin(), arguments.end());  // as the parser wants them
+  arguments.pop_back();
   try {
-    parser.parse(argc, argv);
+    parser.parse(arguments);
   } catch (const CLI::ParseError& error) {
     return parser.exit(error) == 0 ? Ended : WrongUsage;
   }

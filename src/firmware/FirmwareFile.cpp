@@ -8,12 +8,13 @@
 #include "link/VKComSubs.h"
 #include "platform/Fault.h"
 #include "platform/Files.h"
+#include "platform/Paths.h"
 
 namespace vk32 {
 
 bool FirmwareFileExists(const std::string& path) {
   std::error_code ignored;
-  return std::filesystem::is_regular_file(path, ignored);
+  return std::filesystem::is_regular_file(PathOf(path), ignored);
 }
 
 bool IsFirmwareFile(const std::string& path) {

@@ -248,8 +248,8 @@ void OfflineMngr::StartOfflineProgressBar() {
 }
 
 void OfflineMngr::UpdateOfflineProgressBar(std::size_t done, std::size_t total) {
+  if (Progress.Value == 0) ShowInfo();  // a port that an earlier failure had closed is open again
   Progress.Value = BarValue(done, total);
-  ShowInfo();  // a port that an earlier failure had closed is open again
 }
 
 void OfflineMngr::FinishOfflineProgressBar() { ShowProgress(false); }

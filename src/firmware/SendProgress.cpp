@@ -2,7 +2,8 @@
 #include "firmware/SendProgress.h"
 
 #include <algorithm>
-#include <filesystem>
+
+#include "platform/Paths.h"
 
 namespace vk32 {
 namespace {
@@ -15,7 +16,7 @@ int WholeSeconds(Time span) { return static_cast<int>(std::max((span + Second / 
 }  // namespace
 
 SendProgress::SendProgress(const std::string& path, std::uint64_t total, double baud)
-    : file_(std::filesystem::path(path).filename()), total_(total), baud_(baud) {}
+    : file_(FileNameOf(path)), total_(total), baud_(baud) {}
 
 void SendProgress::Begin(Time now) {
   begun_ = now;

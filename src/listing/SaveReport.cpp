@@ -3,16 +3,16 @@
 
 #include <algorithm>
 #include <cctype>
-#include <filesystem>
 
 #include "forms/SaveAs.h"
 #include "platform/Fault.h"
+#include "platform/Paths.h"
 
 namespace vk32 {
 namespace {
 
-bool IsPdf(const std::filesystem::path& path) {
-  std::string ending = path.extension();
+bool IsPdf(const std::string& path) {
+  std::string ending = TextOf(PathOf(path).extension());
   std::ranges::transform(ending, ending.begin(), [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
   return ending == ".pdf";
 }
@@ -38,10 +38,8 @@ ReportHead ReportHeadOf(const App& app, const std::string& source) {
 
 std::string SaveReport(FileDialog& dialog, const std::string& html) {
   Screen& screen = dialog.OwnerForm().Registry().GetScreen();
-  const std::string path =
-      SaveAs(dialog, "Save Report", "Web Pages (*.html)|*.html|PDF Documents (*.pdf)|*.pdf",
-             [&](const std::string& chosen) { return IsPdf(chosen) ? AsPdf(screen, html) : html; });
-  return std::filesystem::path(path).filename();
+  return FileNameOf(SaveAs(dialog, "Save Report", "Web Pages (*.html)|*.html|PDF Documents (*.pdf)|*.pdf",
+                           [&](const std::string& path) { return IsPdf(path) ? AsPdf(screen, html) : html; }));
 }
 
 }  // namespace vk32

@@ -46,13 +46,6 @@ void TimerQueue::RunDue(Time now) {
   }
 }
 
-std::tm EventLoop::LocalTime() const {
-  const std::time_t now = std::time(nullptr);
-  std::tm local{};
-  localtime_r(&now, &local);
-  return local;
-}
-
 std::string EventLoop::TimeOfDay() const {
   const std::tm local = LocalTime();
   char text[sizeof "21:40"];

@@ -49,7 +49,7 @@ struct WaitFor {
   WaitFor(int descriptor, Ready forWhat = ToRead, Time atLast = Never)
       : fd(descriptor), ready(forWhat), until(atLast) {}
 
-  int fd;  // -1: no descriptor
+  int fd;  // the system's descriptor, or handle; -1: none
   Ready ready;
   Time until;
 };

@@ -28,8 +28,10 @@ class InputFile {
 
  private:
   bool Fill();
+  /// Reads into the buffer what one call of the system gives; 0 at the end.
+  std::size_t ReadSome();
 
-  int fd_;
+  int fd_ = -1;  // the system's descriptor, or handle
   std::uint64_t size_ = 0;
   std::size_t next_ = 0;
   std::size_t filled_ = 0;
@@ -58,7 +60,15 @@ class OutputFile {
   static void CommitAll(std::list<OutputFile>& files);
 
  private:
+  /// Makes the temporary file, with the rights of the one that it will replace.
+  void Create();
   void Flush();
+  /// How many of the bytes one call of the system has taken; at least one.
+  std::size_t WriteSome(std::string_view bytes);
+  /// Waits until the disk has them.
+  void StoreBytes();
+  /// The same for many, with as few waits as the system allows.
+  static void StoreBytesOfAll(const std::list<OutputFile*>& files);
   void TakePlace();
 
   std::string target_;

@@ -12,11 +12,14 @@ namespace vk32 {
 constexpr int MaxPorts = 32;
 
 struct PortDevice {
-  std::string path;  // the device to open, links followed
-  std::string kind;  // "FT232R USB UART", "Serial port"; empty: the system does not tell
+  std::string path;         // the device to open, links followed
+  std::string kind;         // "FT232R USB UART", "Serial port"; empty: the system does not tell
+  std::string socket = {};  // where the device sits, if the path doesn't tell: "USB\VID_0403&PID_6001\A50285BI"
 
   /// "/dev/ttyUSB0, FT232R USB UART"
-  std::string Description() const { return kind.empty() ? path : path + ", " + kind; }
+  std::string Description() const {
+    return path + (kind.empty() ? "" : ", " + kind) + (socket.empty() ? "" : ", " + socket);
+  }
 };
 
 struct FoundPort {
@@ -36,10 +39,11 @@ struct PortPlaces {
 /// 3. /dev/COMn, an administrator's link (a link that leads nowhere counts neither here nor there);
 /// 4. the n-th serial device that really exists: on-board ports with hardware behind them by their number, then USB
 ///    adapters by their stable path, then the others by name.
+/// Windows numbers its ports itself: there the name is the device, and 2 to 4 are that.
 class PortNames {
  public:
   /// The folders can be others in tests. Empty `runtimeFolder`: there is none.
-  explicit PortNames(std::string runtimeFolder = RuntimeFolder(), std::string deviceFolder = "/dev",
+  explicit PortNames(std::string runtimeFolder = RuntimeFolder(), std::string deviceFolder = DeviceFolder(),
                      std::string systemFolder = "/sys");
 
   /// Puts a device behind a name for this run, ahead of the search.
@@ -64,6 +68,14 @@ class PortNames {
   /// "/run/user/1000/vk32", from XDG_RUNTIME_DIR; without that variable /run/user/UID/vk32, or /tmp/vk32-UID where the
   /// system keeps no runtime folders.
   static std::string RuntimeFolder();
+  /// Where devices stand: "/dev".
+  static std::string DeviceFolder();
+  /// What lists devices on a command line: "ls /dev/tty*".
+  static std::string ListCommand();
+  /// A device stands at that path.
+  static bool DeviceIsThere(const std::string& path);
+  /// The path of a device as Find gives it, from any that leads to it; empty if none stands there.
+  static std::string DeviceAt(const std::string& path);
   /// 1 to 32 for "COM1" to "COM32"; 0 for any other text.
   static int Number(std::string_view portName);
 
@@ -77,6 +89,7 @@ class PortNames {
 
   /// The place of what the search finds: a link or a device; empty if nothing. `devices`: those of rule 4.
   std::string Search(std::string_view portName, const std::vector<std::string>& devices) const;
+  std::string SearchSystem(std::string_view portName, const std::vector<std::string>& devices) const;
   PortDevice Describe(const std::string& path) const;
   Kind KindOf(const std::string& deviceName) const;
   /// The places of the devices of rule 4, in their order: "/dev/ttyS0", "/dev/serial/by-path/...".

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <string_view>
 
@@ -88,5 +89,10 @@ class SerialDriver {
   /// port is not open, or another verb has found its device gone.
   virtual int WaitHandle(Handle handle) const = 0;
 };
+
+class PortNames;
+
+/// The driver of the system that the program runs on. Codes are the system's own.
+std::unique_ptr<SerialDriver> SystemSerialDriver(EventLoop& loop, const PortNames& names);
 
 }  // namespace vk32

@@ -2,7 +2,6 @@
 #include "shell/PortsFound.h"
 
 #include <algorithm>
-#include <filesystem>
 
 #include "platform/PortHolder.h"
 
@@ -71,10 +70,9 @@ std::string PortsFound::ChosenWords() const {
   const auto device = app_.ports.Find(name);
   if (!device) return "No device stands behind " + name;
   const std::string what = device->kind.empty() ? device->path : device->kind + ", " + device->path;
-  std::error_code ignored;
-  if (!std::filesystem::exists(device->path, ignored)) return what + ",\r\nis missing";
+  if (!PortNames::DeviceIsThere(device->path)) return what + ",\r\nis missing";
   const auto holder = HolderOf(device->path);
-  if (!holder) return what + ", free";
+  if (!holder) return what + (TellsHolders() ? ", free" : "");
   if (holder->isSelf) return what + ",\r\nin use by VK32 itself";
   return what + ",\r\nheld by " + holder->program + " (" + std::to_string(holder->process) + ")";
 }

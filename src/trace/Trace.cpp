@@ -9,6 +9,7 @@
 #include <stdexcept>
 
 #include "core/Convert.h"
+#include "platform/Paths.h"
 #include "trace/MessageNames.h"
 
 namespace vk32 {
@@ -64,7 +65,7 @@ std::optional<TraceRecord> ReadTraceLine(std::string_view line) {
   return record;
 }
 
-TraceFile::TraceFile(const std::string& path, Time start) : file_(path, std::ios::binary), start_(start) {
+TraceFile::TraceFile(const std::string& path, Time start) : file_(PathOf(path), std::ios::binary), start_(start) {
   if (!file_)
     throw std::runtime_error("The trace " + path + " can't be written. Name a file in a folder that you may write to.");
 }

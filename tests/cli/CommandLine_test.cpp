@@ -35,7 +35,7 @@ struct Cli {
   }
 
   const TemporaryFile place{"place"};
-  const std::string folder = std::filesystem::path(place.Path()).parent_path();
+  const std::string folder = std::filesystem::path(place.Path()).parent_path().string();
   std::ostringstream out, err;
   VirtualEventLoop loop;
   FakeSerialDriver driver{loop};
@@ -115,7 +115,7 @@ TEST(CommandLine, WhatCanNotBeDoneIsToldByItsStatus) {
   cli.Run("read RB2000 --port COM3 -y -o %/a.cfg");
   TemporaryFile broken("broken.cfg", "\"RB2000\"\r\n\"RB2000\"\r\n1,2,3\r\n"),
       other("o.cfg", "\"RB9\",\"x\",\"y\"\r\n");
-  const std::pair<std::string, const char*> rows[] = {
+  const std::pair<std::string, std::string> rows[] = {
       {"", "2: "},
       {"read RB2000", "2: --port is required"},
       {"write %/a.cfg", "2: --port is required"},
@@ -136,9 +136,9 @@ TEST(CommandLine, WhatCanNotBeDoneIsToldByItsStatus) {
       {"read RB2000 --port %/none -y", "4: There is no port "},
       {"read RB2000 --port COM3 -y -o %/none/a.cfg", "5: "},
       {"write %/none.cfg --port COM3 -y", "5: "},
-      {"write %/a.cfg --port COM3 -y --backup /dev/null/x", "5: The folder /dev/null/x can't be made: "},
+      {"write %/a.cfg --port COM3 -y --backup %/a.cfg/x", "5: The folder " + cli.folder + "/a.cfg/x can't be made: "},
       {"write " + broken.Path() + " --port COM3 -y", "5: The selected configuration file"},
-      {"write " + other.Path() + " --port COM3 -y", "5: /tmp/"},
+      {"write " + other.Path() + " --port COM3 -y", "5: " + other.Path()},
       {"firmware %/a.cfg --port COM3 -y", "5: The selected file is not a valid firmware file."}};
   for (const auto& [command, told] : rows) {
     EXPECT_TRUE(cli.Run(command).starts_with(told)) << command << "\n" << cli.err.str();
@@ -196,7 +196,7 @@ TEST(CommandLine, ATerminalShowsHowFarItIsEachStepOnce) {
        {"Reading from COM3: block 1 of 12\r", "\r\033[KReading from COM3: block 2 of 12\r",
         "\r\033[KThe VK-RTX on COM3"}},
       {"firmware %/f.rom --port COM3 -y",
-       {"Firmware is being installed... 0 %\r", "\r\033[KErasing flash memory... 13 %\r", "\r\033[K/tmp/"}}};
+       {"Firmware is being installed... 0 %\r", "\r\033[KErasing flash memory... 13 %\r", "\r\033[K" + cli.folder}}};
   for (const auto& [command, shown] : rows) {
     EXPECT_EQ(cli.Run(command)[0], '0');
     const std::string seen = cli.err.str();

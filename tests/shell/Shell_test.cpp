@@ -1,13 +1,4 @@
 // The shell: splash page, menus, port choice, the small procedures that all forms share.
-
-#include <fcntl.h>
-#include <poll.h>
-#include <sys/file.h>
-#include <unistd.h>
-
-#include <filesystem>
-#include <fstream>
-
 #include "shell/Subs.h"
 #include "support/Harness.h"
 
@@ -58,6 +49,33 @@ TEST(MainMenu, OpensAboutOnceAndTheWebAndEnds) {
             Menu + "form About visible\n" + web + web);
   h.app.forms.Find("About")->UserCloses();  // as its button does
   EXPECT_EQ(h.Do("forms\nclick MainMenu.ExitCmd"), Menu + "ended\n");
+}
+
+TEST(About, SavesWhatTheMakerNeeds) {
+  const TemporaryFile file("support.txt");
+  const std::string save = "click ProductMenu.ReturnCmd\nclick MainMenu.AboutCmd\nclick About.SupportCmd\n",
+                    head =
+                        "VK32 support file\nDate: 2026-11-25 21:40\nProgram: VK32 " + ProgramVersion() + "\nSystem: ",
+                    ports = "\n\nPorts found\n  none\n",
+                    last = "\nLast exchanges (ms since the start of the program, > sent, < came)\n";
+  GatewayDevice device("RBCard");
+  Harness h;
+  h.GoTo("RBCardCmd", &device);
+  h.Do("file " + file.Path() + "\n" + save);
+  EXPECT_EQ(h.Get("About.SupportLbl.Caption"), "Saved as " + file.Path());
+  EXPECT_TRUE(file.Content().starts_with(head)) << file.Content();
+  EXPECT_TRUE(file.Content().ends_with("Product: RBCard\nPort: COM3" + ports + last + "  none\n")) << file.Content();
+  h.Do("click MainMenu.RBCardCmd\nclick ProductMenu.ConfigureCmd\nclick Configuration_RBCard.UploadCmd");
+  EXPECT_NE(h.Do("file /nowhere/x\n" + save).find("box critical \"Error!\" \"The folder"), std::string::npos);
+  h.Do("file " + file.Path() + "\nclick About.SupportCmd");
+  for (const std::string& part :
+       {ports + "\nConfiguration of the RBCard\n  Values: Read from COM3, 21:40\n  Changed: No changes\n"
+                "\nDH+ Communication Settings\n  DH+ Parameters\n    Network Mode: DH+\n",
+        last + "       0.000 > 54 45 45  image upload\n"}) {
+    EXPECT_NE(file.Content().find(part), std::string::npos) << file.Content();
+  }
+  h.Do("click About.CloseCmd");
+  EXPECT_FALSE(h.app.forms.Find("About"));
 }
 
 const std::string Plain = "ConfigureCmd OfflineCmd ", Upgrade = "ConfigureCmd UpgradeCmd OfflineCmd ";
@@ -145,58 +163,6 @@ TEST(ProductMenu, TestsThePortAtTheMomentOfTheChoice) {
             box + "(2): CommOpen (CreateFile) - words of 2\" -> OK\nOpen \\\\.\\COM32 None None 32");
   h.driver.Fail("SetState", 5);  // it opens halfway, and is closed again
   EXPECT_EQ(after(choose + "COM4"), box + "(5): CommOpen (SetCommState) - words of 5\" -> OK\nClose None None 4");
-}
-
-/// The system's own files tell that something has happened to them.
-struct SystemFiles : Outside {
-  std::optional<Time> NextDue() const override { return std::nullopt; }
-  void RunDue(Time) override {}
-  bool Readable(int fd) const override {
-    pollfd file{fd, POLLIN, 0};
-    return poll(&file, 1, 0) == 1;
-  }
-};
-
-TEST(ProductMenu, FollowsWhatIsPluggedInAndOutAndHeld) {
-  const TemporaryFile port("COM5");
-  const std::string folder = std::filesystem::path(port.Path()).parent_path();
-  Harness h;
-  SystemFiles files;
-  h.loop.Add(files);
-  h.names = PortNames(folder, "/nowhere", "/nowhere");
-  for (const char* name : {"COM1", "COM5"}) h.driver.Plug(name, nullptr);
-  h.GoTo("RB2000Cmd");
-  /// The rows, the chosen one in brackets, and what is told of the chosen port.
-  const auto seen = [&] {
-    h.Do("wait 1000");
-    std::string rows;
-    for (int row = 1; row <= 5; ++row) {
-      const std::string label = "ProductMenu.PortFoundLbl(" + std::to_string(row) + ").";
-      if (h.Get(label + "Shown") == "False") continue;
-      const std::string name = Split(h.Get(label + "Caption"), '\t')[0];
-      rows += h.Get(label + "Chosen") == "True" ? "[" + name + "] " : name + " ";
-    }
-    return (h.Get("ProductMenu.NoPortLbl.Shown") == "True" ? "none " : rows) + h.Get("ProductMenu.PortLbl.Caption");
-  };
-  const std::string path = port.Path();
-  EXPECT_EQ(seen(), "none No port is chosen");
-  port.Fill("x");
-  EXPECT_EQ(seen(), "COM5 No port is chosen");
-  h.Do("click ProductMenu.PortFoundLbl(1)");
-  EXPECT_EQ(seen() + h.app.globals.ComPortText, "[COM5] " + path + ", freeCOM5");
-  const int holder = open(path.c_str(), O_RDONLY);
-  flock(holder, LOCK_EX);
-  EXPECT_EQ(seen(), "[COM5] " + path + ",\r\nin use by VK32 itself");
-  close(holder);
-  for (const char* name : {"/COM1", "/COM2", "/COM3", "/COM4", "/COM6"}) std::ofstream(folder + name) << "x";
-  EXPECT_EQ(seen(), "COM1 COM2 COM3 COM4 [COM5] " + path + ", free");
-  h.Do("scroll ProductMenu.PortsVScroll 1");
-  EXPECT_EQ(seen(), "COM2 COM3 COM4 [COM5] COM6 " + path + ", free");
-  std::filesystem::remove(path);
-  EXPECT_EQ(seen(), "COM1 COM2 COM3 COM4 COM6 " + path + ",\r\nis missing");
-  EXPECT_EQ(Split(h.Get("ProductMenu.COMCbo.Notes"), '\n').size(), 33);
-  h.Do("select ProductMenu.COMCbo COM7");
-  EXPECT_EQ(seen(), "COM1 COM2 COM3 COM4 COM6 No port is chosen");
 }
 
 TEST(Subs, Addresses) {

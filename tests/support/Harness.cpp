@@ -1,13 +1,12 @@
 // The whole program in virtual time.
 #include "support/Harness.h"
 
-#include <stdlib.h>
-
 #include <filesystem>
 #include <fstream>
 #include <sstream>
 
 #include "core/Convert.h"
+#include "platform/Paths.h"
 #include "script/Quoting.h"
 
 namespace vk32 {
@@ -53,23 +52,21 @@ void Harness::GoTo(const std::string& productButton, FakeDevice* device) {
 }
 
 TemporaryFile::TemporaryFile(const std::string& name, std::string_view content) {
-  std::string folder = (std::filesystem::temp_directory_path() / "vk32-test-XXXXXX").string();
-  if (!mkdtemp(folder.data())) ADD_FAILURE() << "no temporary folder";
-  path_ = folder + "/" + name;
+  path_ = MakeTemporaryFolder("vk32-test") + "/" + name;
   if (!content.empty()) Fill(content);
 }
 
 TemporaryFile::~TemporaryFile() {
   std::error_code ignored;
-  std::filesystem::remove_all(std::filesystem::path(path_).parent_path(), ignored);
+  std::filesystem::remove_all(PathOf(path_).parent_path(), ignored);
 }
 
 std::string TemporaryFile::Content() const {
-  std::ifstream file(path_, std::ios::binary);
+  std::ifstream file(PathOf(path_), std::ios::binary);
   return {std::istreambuf_iterator<char>(file), {}};
 }
 
-void TemporaryFile::Fill(std::string_view content) const { std::ofstream(path_, std::ios::binary) << content; }
+void TemporaryFile::Fill(std::string_view content) const { std::ofstream(PathOf(path_), std::ios::binary) << content; }
 
 Bytes FromHex(std::string_view digits) {
   std::string text(digits);

@@ -1,11 +1,10 @@
 // What the pages show, beside what a device or a file holds.
 #include "models/wizard/ComparePart.h"
 
-#include <filesystem>
-
 #include "core/Convert.h"
 #include "listing/CompareForm.h"
 #include "models/wizard/WizardForm.h"
+#include "platform/Paths.h"
 #include "shell/Subs.h"
 
 namespace vk32 {
@@ -79,8 +78,7 @@ void ComparePart::CompareFileCmd_Click() {
     app_.forms.MsgBox(elsewhere->Why(), MessageIcon::Critical, "Error!");
     return;
   }
-  CompareForm::Show(app_, wizard_.ShownSide(),
-                    {"In the file", std::filesystem::path(path).filename(), std::move(*read)});
+  CompareForm::Show(app_, wizard_.ShownSide(), {"In the file", FileNameOf(path), std::move(*read)});
 }
 
 }  // namespace vk32

@@ -2,7 +2,6 @@
 #include "models/wizard/WizardForm.h"
 
 #include <algorithm>
-#include <filesystem>
 #include <sstream>
 #include <utility>
 
@@ -13,6 +12,7 @@
 #include "forms/Tables.h"
 #include "link/VKComSubs.h"
 #include "listing/SaveReport.h"
+#include "platform/Paths.h"
 #include "shell/Subs.h"
 
 namespace vk32 {
@@ -218,9 +218,7 @@ ComparedSide WizardForm::ShownSide() {
   return {"In the wizard", state, Shown(List())};
 }
 
-std::string WizardForm::FileName() const {
-  return std::filesystem::path(OpenSaveConfigDialog.FileName.Value()).filename().string();
-}
+std::string WizardForm::FileName() const { return FileNameOf(OpenSaveConfigDialog.FileName.Value()); }
 
 Listing WizardForm::List() {
   std::vector<ListedPage> listed;

@@ -12,8 +12,8 @@
 #include "FormWindow.h"
 #include "QtEventLoop.h"
 #include "app/App.h"
-#include "platform/PosixEventLoop.h"
-#include "platform/PosixSerialDriver.h"
+#include "platform/SystemEventLoop.h"
+#include "platform/posix/PosixSerialDriver.h"
 #include "shell/Products.h"
 #include "support/Harness.h"
 

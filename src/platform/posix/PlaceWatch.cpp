@@ -7,6 +7,8 @@
 #include <cstddef>
 #include <cstring>
 #include <filesystem>
+#include <map>
+#include <set>
 #include <utility>
 
 namespace vk32 {
@@ -21,18 +23,27 @@ constexpr std::uint32_t OfDevice = OfFile | IN_OPEN | IN_CLOSE;
 
 }  // namespace
 
-PlaceWatch::PlaceWatch() : fd_(inotify_init1(IN_NONBLOCK | IN_CLOEXEC)) {}
+struct PlaceWatch::State {
+  using Names = std::set<std::string>;  // that count in a folder; an empty one: all
+
+  int fd = inotify_init1(IN_NONBLOCK | IN_CLOEXEC);
+  std::map<int, Names> watched;  // by the system's number of the watch
+};
+
+PlaceWatch::PlaceWatch() : state_(std::make_unique<State>()) {}
 
 PlaceWatch::~PlaceWatch() {
-  if (fd_ >= 0) close(fd_);
+  if (state_->fd >= 0) close(state_->fd);
 }
+
+int PlaceWatch::Handle() const { return state_->fd; }
 
 void PlaceWatch::Watch(const std::vector<std::string>& folders, const std::vector<std::string>& paths,
                        const std::string& device) {
-  const auto before = std::exchange(watched_, {});
+  const auto before = std::exchange(state_->watched, {});
   const auto add = [this](const std::string& path, std::uint32_t events, const std::string& name) {
-    const int watch = path.empty() ? -1 : inotify_add_watch(fd_, path.c_str(), events);
-    if (watch >= 0) watched_[watch].insert(name);
+    const int watch = path.empty() ? -1 : inotify_add_watch(state_->fd, path.c_str(), events);
+    if (watch >= 0) state_->watched[watch].insert(name);
     return watch >= 0;
   };
   const auto await = [&add](const fs::path& path) { add(path.parent_path(), InFolder, path.filename()); };
@@ -48,21 +59,22 @@ void PlaceWatch::Watch(const std::vector<std::string>& folders, const std::vecto
   }
   add(device, OfDevice, "");
   for (const auto& [watch, names] : before) {
-    if (!watched_.contains(watch)) inotify_rm_watch(fd_, watch);
+    if (!state_->watched.contains(watch)) inotify_rm_watch(state_->fd, watch);
   }
 }
 
 bool PlaceWatch::TakeChange() {
   alignas(inotify_event) char buffer[4096];
   bool changed = false;
-  for (ssize_t length = 0; (length = read(fd_, buffer, sizeof buffer)) > 0;) {
+  for (ssize_t length = 0; (length = read(state_->fd, buffer, sizeof buffer)) > 0;) {
     for (ssize_t at = 0; at < length;) {
       inotify_event event{};
       std::memcpy(&event, buffer + at, sizeof event);
       const char* name = event.len > 0 ? buffer + at + offsetof(inotify_event, name) : "";
-      const auto watch = watched_.find(event.wd);
+      const auto watch = state_->watched.find(event.wd);
       const bool overflow = (event.mask & IN_Q_OVERFLOW) != 0;
-      const bool counts = watch != watched_.end() && (watch->second.contains("") || watch->second.contains(name));
+      const bool counts =
+          watch != state_->watched.end() && (watch->second.contains("") || watch->second.contains(name));
       changed = changed || overflow || (counts && (event.mask & IN_IGNORED) == 0);
       at += static_cast<ssize_t>(sizeof event) + event.len;
     }

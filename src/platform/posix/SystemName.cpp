@@ -3,6 +3,7 @@
 
 #include <sys/utsname.h>
 
+#include <cstring>
 #include <fstream>
 
 namespace vk32 {
@@ -18,6 +19,11 @@ std::string SystemName() {
     return line.substr(key.size(), line.find('"', key.size()) - key.size()) + ", " + kernelName;
   }
   return kernelName;
+}
+
+std::string SystemWords(std::int32_t code) {
+  const char* words = strerrordesc_np(code);
+  return words != nullptr ? words : "Unknown error " + std::to_string(code);
 }
 
 }  // namespace vk32

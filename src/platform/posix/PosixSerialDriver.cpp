@@ -1,5 +1,5 @@
 // The serial driver on termios.
-#include "platform/PosixSerialDriver.h"
+#include "platform/posix/PosixSerialDriver.h"
 
 #include <fcntl.h>
 #include <grp.h>
@@ -19,20 +19,12 @@
 #include <cstring>
 #include <iterator>
 
-#include "platform/PortHolder.h"
+#include "platform/posix/PortOpeners.h"
 
 namespace vk32 {
 namespace {
 
 using namespace std::chrono_literals;
-
-constexpr std::string_view NamePrefix = R"(\\.\)";
-
-// A caller cuts the text of an error at 255 characters.
-constexpr std::size_t MaxErrorText = 249;
-
-// A write without a time-out ends all the same, so that no event loop has to count beyond this.
-constexpr std::uint64_t MaxWriteMs = 24 * 60 * 60 * 1000;
 
 // How long a line is left alone between two looks, at most: one that is held by XOFF, and one that sends, which may be
 // faster than its rate where no chip stands behind an adapter.
@@ -57,9 +49,6 @@ std::int32_t BaudRate(const termios& line) {
   }
   return 0;
 }
-
-/// The time of one byte on the line: start bit, eight bits, stop bit.
-Time ByteTime(std::int32_t baud) { return baud > 0 ? Time{10'000'000'000 / baud} : Time{1ms}; }
 
 /// Raw 8N1 without flow control. A break is no byte, and a byte with a bad frame is taken as it came.
 void MakeRaw(termios& line) {
@@ -151,61 +140,24 @@ int Unsent(int fd) {
   return (chip & TIOCSER_TEMT) != 0 ? queued : 1;
 }
 
-std::string Words(std::int32_t code) {
-  const char* words = strerrordesc_np(code);
-  return words != nullptr ? words : "Unknown error " + std::to_string(code);
-}
-
-std::string Short(const std::string& path) {
-  constexpr std::size_t Longest = 64;
-  return path.size() <= Longest ? path : "..." + path.substr(path.size() - Longest + 3);
-}
-
-std::string BusyAdvice(const std::string& path) {
-  const auto holder = HolderOf(path);
-  const std::string who =
-      holder ? holder->program + " (process " + std::to_string(holder->process) + ")" : "another program";
-  return Short(path) + " is in use by " + who + ": end it and try again";
-}
-
-std::string AccessAdvice(const std::string& path) {
-  struct stat device {};
-  if (stat(path.c_str(), &device) != 0) return Short(path) + " can't be reached";
-  constexpr mode_t GroupMay = S_IRGRP | S_IWGRP;
-  const group* owners = getgrgid(device.st_gid);
-  if (owners == nullptr || (device.st_mode & GroupMay) != GroupMay) {
-    const passwd* owner = getpwuid(device.st_uid);
-    return Short(path) + " is open to " + (owner != nullptr ? owner->pw_name : "its owner") + " alone";
-  }
-  const passwd* user = getpwuid(geteuid());
-  const std::string name = user != nullptr ? user->pw_name : "USER";
-  const std::string belongs = Short(path) + " belongs to the group " + owners->gr_name;
-  for (char** member = owners->gr_mem; *member != nullptr; ++member) {
-    if (*member == name) return belongs + ": you have joined it since you logged in, so log out and in again";
-  }
-  return belongs + ": add yourself with \"sudo usermod -aG " + owners->gr_name + " " + name + "\" and log in again";
-}
-
 bool MeansGone(std::int32_t code) { return code == EIO || code == ENXIO || code == ENODEV; }
 
 }  // namespace
 
-PosixSerialDriver::PosixSerialDriver(EventLoop& loop, const PortNames& names) : loop_(loop), names_(names) {}
+PosixSerialDriver::PosixSerialDriver(EventLoop& loop, const PortNames& names) : SystemDriver(loop, names) {}
 
 PosixSerialDriver::~PosixSerialDriver() {
   for (const auto& [handle, port] : ports_) CloseDevice(port);
 }
 
 SerialDriver::Handle PosixSerialDriver::Open(std::string_view name) {
-  if (name.substr(0, NamePrefix.size()) == NamePrefix) name.remove_prefix(NamePrefix.size());
+  name = PortNameIn(name);
   const auto device = names_.Find(name);
   const int fd = device ? open(device->path.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC) : -1;
   const int code = !device ? ENOENT : fd < 0 ? errno : Claim(fd);
   if (code != 0) {
     if (fd >= 0) close(fd);
-    Fail(code);
-    failedOpen_ = {code, std::string(name), device.value_or(PortDevice{})};
-    return InvalidHandle;
+    return FailOpen(code, name, device.value_or(PortDevice{}));
   }
   Port port;
   port.fd = fd;
@@ -250,10 +202,6 @@ bool PosixSerialDriver::GetState(Handle handle, DeviceControlBlock& dcb) {
   if (tcgetattr(port->fd, &line) != 0) return Fail(*port, errno);
   Decode(line, dcb);
   return true;
-}
-
-bool PosixSerialDriver::BuildState(std::string_view settings, DeviceControlBlock& dcb) {
-  return ParseSettings(settings, dcb) || Fail(EINVAL);
 }
 
 bool PosixSerialDriver::SetState(Handle handle, const DeviceControlBlock& dcb) {
@@ -311,26 +259,24 @@ bool PosixSerialDriver::Write(Handle handle, std::string_view data, std::uint32_
   written = 0;
   Port* port = Live(handle);
   if (port == nullptr) return false;
-  const std::uint64_t perByte = port->timeouts.WriteTotalTimeoutMultiplier;
-  const std::uint64_t wanted = perByte * data.size() + port->timeouts.WriteTotalTimeoutConstant;
-  const bool endless = perByte == 0 && wanted == 0;
-  const Time now = loop_.Now();
-  const Time earliestEnd = now + port->byteTime * static_cast<std::int64_t>(data.size());
-  const Time until = now + std::chrono::milliseconds(endless ? MaxWriteMs : std::min(wanted, MaxWriteMs));
-  port->outgoing = Outgoing{Bytes(data), 0, earliestEnd, until, INT_MAX, Time{0}};
-  return Progress(*port, written, ErrorIoPending);
+  const Time earliestEnd = loop_.Now() + port->byteTime * static_cast<std::int64_t>(data.size());
+  const Time until = EndOfWrite(port->timeouts, data.size());
+  port->outgoing = Outgoing{{}, 0, earliestEnd, until, INT_MAX, Time{0}};
+  const bool done = Progress(*port, data, written, ErrorIoPending);
+  if (port->outgoing) port->outgoing->data = data;
+  return done;
 }
 
 bool PosixSerialDriver::PendingResult(Handle handle, std::uint32_t& count) {
   count = 0;
   Port* port = Live(handle);
   if (port == nullptr) return false;
-  return port->outgoing ? Progress(*port, count, ErrorIoIncomplete) : Fail(EINVAL);
+  return port->outgoing ? Progress(*port, port->outgoing->data, count, ErrorIoIncomplete) : Fail(EINVAL);
 }
 
-bool PosixSerialDriver::Progress(Port& port, std::uint32_t& written, std::int32_t pending) {
+bool PosixSerialDriver::Progress(Port& port, std::string_view data, std::uint32_t& written, std::int32_t pending) {
   Outgoing& outgoing = *port.outgoing;
-  const std::int32_t code = Push(port);
+  const std::int32_t code = Push(port, data);
   const int left = code != 0 ? 0 : port.pseudo ? 0 : Unsent(port.fd);
   written = outgoing.handed - std::min(outgoing.handed, static_cast<std::uint32_t>(std::max(left, 0)));
   if (code != 0 || left < 0) {
@@ -340,7 +286,7 @@ bool PosixSerialDriver::Progress(Port& port, std::uint32_t& written, std::int32_
   }
   const Time now = loop_.Now();
   const bool late = now >= outgoing.until;
-  if (!late && written < outgoing.data.size()) {
+  if (!late && written < data.size()) {
     outgoing.patience = left < outgoing.left ? port.byteTime * left : std::min(outgoing.patience * 2, HeldPause);
     outgoing.patience = std::min(std::max(outgoing.patience, outgoing.earliestEnd - now), SendingPause);
     outgoing.left = left;
@@ -352,13 +298,13 @@ bool PosixSerialDriver::Progress(Port& port, std::uint32_t& written, std::int32_
   return true;
 }
 
-std::int32_t PosixSerialDriver::Push(Port& port) {
+std::int32_t PosixSerialDriver::Push(Port& port, std::string_view data) {
   Outgoing& outgoing = *port.outgoing;
-  const std::size_t left = outgoing.data.size() - outgoing.handed;
+  const std::size_t left = data.size() - outgoing.handed;
   if (left == 0) return 0;
   ssize_t taken = 0;
   do {
-    taken = write(port.fd, outgoing.data.data() + outgoing.handed, left);
+    taken = write(port.fd, data.data() + outgoing.handed, left);
   } while (taken < 0 && errno == EINTR);
   if (taken > 0) {
     outgoing.handed += static_cast<std::uint32_t>(taken);
@@ -393,21 +339,6 @@ void PosixSerialDriver::CloseDevice(const Port& port) {
   close(port.fd);
 }
 
-std::int32_t PosixSerialDriver::LastError() const { return lastError_; }
-
-std::string PosixSerialDriver::ErrorText(std::int32_t code) const {
-  std::string text = Words(code);
-  std::string advice;
-  if (code == failedOpen_.code) {
-    advice = Advice(failedOpen_);
-  } else if (code == lastError_ && MeansGone(code)) {
-    advice = "the serial device is gone: plug it in again";
-  }
-  if (code != 0 && !advice.empty()) text += ": " + advice;
-  if (text.size() > MaxErrorText) text.resize(MaxErrorText);
-  return text;
-}
-
 int PosixSerialDriver::WaitHandle(Handle handle) const {
   const auto at = ports_.find(handle);
   return at == ports_.end() || at->second.gone ? -1 : at->second.fd;
@@ -419,25 +350,35 @@ PosixSerialDriver::ErrorCounts PosixSerialDriver::CountErrors(int fd) {
   return {counted.buf_overrun, counted.overrun, counted.parity, counted.frame, counted.brk};
 }
 
-std::string PosixSerialDriver::Advice(const FailedOpen& failed) const {
-  switch (failed.code) {
-    case ENOENT: {
-      const std::string nothing = "no serial device stands behind " + failed.portName;
-      if (!failed.device.path.empty()) {
-        return nothing + ": " + Short(failed.device.Description()) +
-               " is missing; plug it in, or choose the port again";
-      }
-      const std::string ignored = names_.Ignored(failed.portName);
-      return ignored.empty() ? nothing : nothing + ": " + ignored;
-    }
-    case EACCES: return AccessAdvice(failed.device.path);
-    case EBUSY: return BusyAdvice(failed.device.path);
-    case ENOTTY: return Short(failed.device.path) + " is no serial port";
-    case EIO:
-    case ENXIO:
-    case ENODEV: return "no serial hardware answers behind " + Short(failed.device.path);
-    default: return "";
+std::int32_t PosixSerialDriver::WrongSetting() const { return EINVAL; }
+
+PortTrouble PosixSerialDriver::TroubleOf(std::int32_t code, bool opening) const {
+  if (MeansGone(code)) return opening ? PortTrouble::NoHardware : PortTrouble::Gone;
+  switch (code) {
+    case ENOENT: return PortTrouble::Missing;
+    case EACCES: return PortTrouble::Forbidden;
+    case EBUSY: return PortTrouble::Busy;
+    case ENOTTY: return PortTrouble::NoSerialPort;
+    default: return PortTrouble::None;
   }
+}
+
+std::string PosixSerialDriver::AccessAdvice(const std::string& path) const {
+  struct stat device {};
+  if (stat(path.c_str(), &device) != 0) return Short(path) + " can't be reached";
+  constexpr mode_t GroupMay = S_IRGRP | S_IWGRP;
+  const group* owners = getgrgid(device.st_gid);
+  if (owners == nullptr || (device.st_mode & GroupMay) != GroupMay) {
+    const passwd* owner = getpwuid(device.st_uid);
+    return Short(path) + " is open to " + (owner != nullptr ? owner->pw_name : "its owner") + " alone";
+  }
+  const passwd* user = getpwuid(geteuid());
+  const std::string name = user != nullptr ? user->pw_name : "USER";
+  const std::string belongs = Short(path) + " belongs to the group " + owners->gr_name;
+  for (char** member = owners->gr_mem; *member != nullptr; ++member) {
+    if (*member == name) return belongs + ": you have joined it since you logged in, so log out and in again";
+  }
+  return belongs + ": add yourself with \"sudo usermod -aG " + owners->gr_name + " " + name + "\" and log in again";
 }
 
 PosixSerialDriver::Port* PosixSerialDriver::Live(Handle handle) {
@@ -453,15 +394,13 @@ PosixSerialDriver::Port* PosixSerialDriver::Live(Handle handle) {
   return &at->second;
 }
 
-bool PosixSerialDriver::Fail(std::int32_t code) {
-  lastError_ = code;
-  failedOpen_ = {};
-  return false;
-}
-
 bool PosixSerialDriver::Fail(Port& port, std::int32_t code) {
   port.gone = port.gone || MeansGone(code);
   return Fail(port.gone ? EIO : code);
+}
+
+std::unique_ptr<SerialDriver> SystemSerialDriver(EventLoop& loop, const PortNames& names) {
+  return std::make_unique<PosixSerialDriver>(loop, names);
 }
 
 }  // namespace vk32

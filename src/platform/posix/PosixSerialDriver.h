@@ -6,16 +6,14 @@
 #include <optional>
 #include <string>
 
-#include "platform/EventLoop.h"
-#include "platform/PortNames.h"
-#include "platform/SerialDriver.h"
+#include "platform/SystemDriver.h"
 
 namespace vk32 {
 
 /// Raw mode, 8N1, exclusive for the kernel (TIOCEXCL) and for every program that asks (flock). Open fails with EBUSY
 /// also while another program has the device open without asking. Codes are those of errno; a device that is gone fails
 /// every verb with EIO.
-class PosixSerialDriver : public SerialDriver {
+class PosixSerialDriver : public SystemDriver {
  public:
   PosixSerialDriver(EventLoop& loop, const PortNames& names);
   ~PosixSerialDriver() override;
@@ -27,7 +25,6 @@ class PosixSerialDriver : public SerialDriver {
   bool Purge(Handle handle, std::uint32_t flags) override;
   bool SetTimeouts(Handle handle, const CommTimeouts& timeouts) override;
   bool GetState(Handle handle, DeviceControlBlock& dcb) override;
-  bool BuildState(std::string_view settings, DeviceControlBlock& dcb) override;
   bool SetState(Handle handle, const DeviceControlBlock& dcb) override;
   bool ClearError(Handle handle, std::uint32_t& errors, CommStatus& status) override;
   bool Read(Handle handle, std::uint32_t count, Bytes& data) override;
@@ -35,8 +32,6 @@ class PosixSerialDriver : public SerialDriver {
   bool PendingResult(Handle handle, std::uint32_t& count) override;
   WaitFor PendingWait(Handle handle) const override;
   bool Close(Handle handle) override;
-  std::int32_t LastError() const override;
-  std::string ErrorText(std::int32_t code) const override;
   int WaitHandle(Handle handle) const override;
 
  private:
@@ -45,7 +40,7 @@ class PosixSerialDriver : public SerialDriver {
 
   /// Bytes on their way out.
   struct Outgoing {
-    Bytes data;
+    Bytes data;               // once they have not left at once
     std::uint32_t handed;     // to the kernel
     Time earliestEnd, until;  // when the line can have carried them; when the rest is taken back
     int left;                 // of them with the kernel, when it was last looked at
@@ -63,31 +58,23 @@ class PosixSerialDriver : public SerialDriver {
     std::optional<Outgoing> outgoing;
   };
 
-  struct FailedOpen {
-    std::int32_t code = 0;
-    std::string portName;
-    PortDevice device;  // empty if none stood behind the name
-  };
-
   static ErrorCounts CountErrors(int fd);
-  std::string Advice(const FailedOpen& failed) const;
+  std::int32_t WrongSetting() const override;
+  PortTrouble TroubleOf(std::int32_t code, bool opening) const override;
+  std::string AccessAdvice(const std::string& path) const override;
 
   /// The port of a handle; null, with the error set, if there is none or its device is gone.
   Port* Live(Handle handle);
-  bool Fail(std::int32_t code);
+  using SystemDriver::Fail;
   bool Fail(Port& port, std::int32_t code);
-  /// Goes on with the write under way. True once it is done; else fails with the device's error or `pending`.
-  bool Progress(Port& port, std::uint32_t& written, std::int32_t pending);
+  /// Goes on with the write of `data` under way. True once it is done; else fails with the device's error or `pending`.
+  bool Progress(Port& port, std::string_view data, std::uint32_t& written, std::int32_t pending);
   /// Hands to the kernel what it takes. 0, or the device's error.
-  static std::int32_t Push(Port& port);
+  static std::int32_t Push(Port& port, std::string_view data);
   void CloseDevice(const Port& port);
 
-  EventLoop& loop_;
-  const PortNames& names_;
   std::map<Handle, Port> ports_;
   Handle lastHandle_ = 0;
-  std::int32_t lastError_ = 0;
-  FailedOpen failedOpen_;  // the latest failure, if it was one of Open
 };
 
 }  // namespace vk32

@@ -1,0 +1,366 @@
+// The serial driver on the communications resources of Windows.
+#include "platform/win32/Win32SerialDriver.h"
+
+#include <algorithm>
+#include <cstring>
+#include <utility>
+
+namespace vk32 {
+namespace {
+
+constexpr DWORD Patience = 1000;            // ms, for the system to let go of what was taken back
+constexpr std::uint32_t LeastQueue = 4096;  // bytes
+constexpr DWORD LineErrors = CE_RXOVER | CE_OVERRUN | CE_RXPARITY | CE_FRAME | CE_BREAK;
+
+/// Raw, without flow control but for XOFF from the device; both control lines say that the program is there.
+bool Encode(const DeviceControlBlock& dcb, DCB& line) {
+  if (dcb.ByteSize < 5 || dcb.ByteSize > 8 || dcb.StopBits < 1 || dcb.StopBits > 2 || dcb.BaudRate <= 0) return false;
+  constexpr std::string_view Parities = "NOE";  // in the order of the system's numbers
+  const std::size_t parity = Parities.find(dcb.Parity);
+  if (parity == std::string_view::npos) return false;
+  line.BaudRate = static_cast<DWORD>(dcb.BaudRate);
+  line.fBinary = TRUE;
+  line.fParity = parity != 0 ? TRUE : FALSE;
+  line.fOutxCtsFlow = line.fOutxDsrFlow = line.fDsrSensitivity = FALSE;
+  line.fDtrControl = DTR_CONTROL_ENABLE;
+  line.fRtsControl = RTS_CONTROL_ENABLE;
+  line.fOutX = dcb.fOutX ? TRUE : FALSE;
+  line.fInX = line.fErrorChar = line.fNull = line.fAbortOnError = FALSE;
+  line.ByteSize = dcb.ByteSize;
+  line.Parity = static_cast<BYTE>(parity);
+  line.StopBits = dcb.StopBits == 2 ? TWOSTOPBITS : ONESTOPBIT;
+  line.XonChar = static_cast<char>(dcb.XonChar);
+  line.XoffChar = static_cast<char>(dcb.XoffChar);
+  return true;
+}
+
+void Decode(const DCB& line, DeviceControlBlock& dcb) {
+  dcb.BaudRate = static_cast<std::int32_t>(line.BaudRate);
+  dcb.Parity = line.Parity == EVENPARITY ? 'E' : line.Parity == ODDPARITY ? 'O' : 'N';
+  dcb.ByteSize = line.ByteSize;
+  dcb.StopBits = line.StopBits == ONESTOPBIT ? 1 : 2;
+  dcb.fOutX = line.fOutX != 0;
+  dcb.XonChar = static_cast<std::uint8_t>(line.XonChar);
+  dcb.XoffChar = static_cast<std::uint8_t>(line.XoffChar);
+}
+
+/// Settings that stand already are not sent again: an adapter may disturb the line over it.
+bool Apply(HANDLE file, const DCB& wanted, const DCB& now) {
+  return std::memcmp(&wanted, &now, sizeof wanted) == 0 || SetCommState(file, const_cast<DCB*>(&wanted)) != 0;
+}
+
+bool StateOf(HANDLE file, DCB& line) {
+  line = {};
+  line.DCBlength = sizeof line;
+  return GetCommState(file, &line) != 0;
+}
+
+/// Makes an opened device a raw line whose reads never wait, and which tells of each byte that comes.
+bool Claim(HANDLE file) {
+  DCB now, line;
+  if (!StateOf(file, now)) return false;
+  line = now;
+  DeviceControlBlock raw;
+  Decode(now, raw);
+  raw.Parity = 'N', raw.ByteSize = 8, raw.StopBits = 1, raw.fOutX = false;
+  raw.XonChar = 17, raw.XoffChar = 19;
+  if (raw.BaudRate <= 0) raw.BaudRate = 9600;
+  COMMTIMEOUTS timeouts{MAXDWORD, 0, 0, 0, 0};
+  return Encode(raw, line) && Apply(file, line, now) && SetCommTimeouts(file, &timeouts) != 0 &&
+         SetCommMask(file, EV_RXCHAR) != 0;
+}
+
+std::wstring PlaceOf(const std::string& path) {
+  return WideOf(path.find('\\') == std::string::npos ? R"(\\.\)" + path : path);
+}
+
+bool MeansGone(DWORD code) {
+  constexpr DWORD Codes[] = {ERROR_ACCESS_DENIED,    ERROR_INVALID_HANDLE,       ERROR_BAD_COMMAND,
+                             ERROR_GEN_FAILURE,      ERROR_DEV_NOT_EXIST,        ERROR_FILE_NOT_FOUND,
+                             ERROR_IO_DEVICE,        ERROR_DEVICE_NOT_CONNECTED, ERROR_DEVICE_REMOVED,
+                             ERROR_OPERATION_ABORTED};
+  return std::find(std::begin(Codes), std::end(Codes), code) != std::end(Codes);
+}
+
+}  // namespace
+
+Win32SerialDriver::Win32SerialDriver(EventLoop& loop, const PortNames& names) : SystemDriver(loop, names) {}
+
+Win32SerialDriver::~Win32SerialDriver() {
+  for (const auto& [handle, port] : ports_) CloseDevice(*port);
+  // What the system has not let go of may still be written to: the memory stays.
+  for (auto& operation : abandoned_) {
+    if (!operation->IsDone()) static_cast<void>(operation.release());
+  }
+}
+
+SerialDriver::Handle Win32SerialDriver::Open(std::string_view name) {
+  name = PortNameIn(name);
+  const auto device = names_.Find(name);
+  const PortDevice found = device.value_or(PortDevice{});
+  if (!device) return FailOpen(ERROR_FILE_NOT_FOUND, name, found);
+  const HANDLE file = OpenExisting(PlaceOf(device->path), {GENERIC_READ | GENERIC_WRITE, 0, FILE_FLAG_OVERLAPPED});
+  if (file == INVALID_HANDLE_VALUE) return FailOpen(static_cast<std::int32_t>(GetLastError()), name, found);
+  auto port = std::make_unique<Port>();
+  port->file.reset(file);
+  DCB line;
+  if (!Claim(file) || !StateOf(file, line)) return FailOpen(static_cast<std::int32_t>(GetLastError()), name, found);
+  port->byteTime = ByteTime(static_cast<std::int32_t>(line.BaudRate));
+  ports_.emplace(++lastHandle_, std::move(port));
+  return lastHandle_;
+}
+
+bool Win32SerialDriver::SetupQueues(Handle handle, std::uint32_t inQueue, std::uint32_t outQueue) {
+  Port* port = Live(handle);
+  if (port == nullptr) return false;
+  return SetupComm(port->file.get(), std::max(inQueue, LeastQueue), std::max(outQueue, LeastQueue)) != 0 || Fail(*port);
+}
+
+bool Win32SerialDriver::Purge(Handle handle, std::uint32_t flags) {
+  Port* port = Live(handle);
+  if (port == nullptr) return false;
+  if ((flags & (PURGE_TXABORT | PURGE_TXCLEAR)) != 0 && port->outgoing) Abort(*port);
+  COMSTAT status;
+  if (!Look(*port, status)) return Fail(*port);
+  // A driver with nothing queued would take back what is on its way to the device already.
+  DWORD purged = flags & (PURGE_RXABORT | PURGE_RXCLEAR);
+  if (status.cbOutQue > 0) purged |= flags & (PURGE_TXABORT | PURGE_TXCLEAR);
+  return purged == 0 || PurgeComm(port->file.get(), purged) != 0 || Fail(*port);
+}
+
+bool Win32SerialDriver::SetTimeouts(Handle handle, const CommTimeouts& timeouts) {
+  Port* port = Live(handle);
+  if (port == nullptr) return false;
+  port->timeouts = timeouts;
+  return true;
+}
+
+bool Win32SerialDriver::GetState(Handle handle, DeviceControlBlock& dcb) {
+  Port* port = Live(handle);
+  if (port == nullptr) return false;
+  DCB line;
+  if (!StateOf(port->file.get(), line)) return Fail(*port);
+  Decode(line, dcb);
+  return true;
+}
+
+bool Win32SerialDriver::SetState(Handle handle, const DeviceControlBlock& dcb) {
+  Port* port = Live(handle);
+  if (port == nullptr) return false;
+  DCB now;
+  if (!StateOf(port->file.get(), now)) return Fail(*port);
+  DCB line = now;
+  if (!Encode(dcb, line)) return Fail(WrongSetting());
+  if (!Apply(port->file.get(), line, now)) return Fail(*port);
+  // A line that an XOFF has stopped would stay so for ever.
+  if (now.fOutX != 0 && !dcb.fOutX) EscapeCommFunction(port->file.get(), SETXON);
+  port->byteTime = ByteTime(dcb.BaudRate);
+  return true;
+}
+
+bool Win32SerialDriver::ClearError(Handle handle, std::uint32_t& errors, CommStatus& status) {
+  errors = 0;
+  status = {};
+  Port* port = Live(handle);
+  if (port == nullptr) return false;
+  COMSTAT found;
+  // Awaited before it looks: what comes in between is then told as well.
+  if (!AwaitArrival(*port) || !Look(*port, found)) return Fail(*port);
+  status.cbInQue = static_cast<std::int32_t>(found.cbInQue);
+  errors = std::exchange(port->errors, 0) & LineErrors;
+  return true;
+}
+
+bool Win32SerialDriver::Read(Handle handle, std::uint32_t count, Bytes& data) {
+  data.clear();
+  Port* port = Live(handle);
+  if (port == nullptr) return false;
+  COMSTAT found;
+  if (!AwaitArrival(*port) || !Look(*port, found)) return Fail(*port);
+  const DWORD wanted = std::min<DWORD>(count, found.cbInQue);
+  if (wanted == 0) return true;
+  DWORD taken = 0;
+  auto incoming = std::make_unique<Incoming>();
+  incoming->data.resize(wanted);
+  incoming->begun = true;
+  const HANDLE file = port->file.get();
+  // What waits already is given at once; the patience is with a driver that hands it over by itself.
+  const bool begun = ReadFile(file, incoming->data.data(), wanted, nullptr, &incoming->system) != 0 ||
+                     GetLastError() == ERROR_IO_PENDING;
+  if (begun && !incoming->IsDone()) WaitForSingleObject(incoming->done.get(), Patience);
+  if (begun && GetOverlappedResult(file, &incoming->system, &taken, FALSE) != 0) {
+    data = incoming->data.substr(0, taken);
+    return true;
+  }
+  Fail(*port);
+  Abandon(std::move(incoming));
+  return false;
+}
+
+bool Win32SerialDriver::Write(Handle handle, std::string_view data, std::uint32_t& written) {
+  written = 0;
+  Port* port = Live(handle);
+  if (port == nullptr) return false;
+  if (port->outgoing) Abort(*port);
+  port->outgoing = std::make_unique<Outgoing>();
+  Outgoing& outgoing = *port->outgoing;
+  outgoing.data = data;
+  outgoing.earliestEnd = loop_.Now() + port->byteTime * static_cast<std::int64_t>(data.size());
+  outgoing.until = EndOfWrite(port->timeouts, data.size());
+  outgoing.begun = true;
+  if (WriteFile(port->file.get(), outgoing.data.data(), static_cast<DWORD>(data.size()), nullptr, &outgoing.system) ==
+          0 &&
+      GetLastError() != ERROR_IO_PENDING) {
+    port->outgoing.reset();
+    return Fail(*port);
+  }
+  return Progress(*port, written, ErrorIoPending);
+}
+
+bool Win32SerialDriver::PendingResult(Handle handle, std::uint32_t& count) {
+  count = 0;
+  Port* port = Live(handle);
+  if (port == nullptr) return false;
+  return port->outgoing ? Progress(*port, count, ErrorIoIncomplete) : Fail(ERROR_INVALID_PARAMETER);
+}
+
+bool Win32SerialDriver::Progress(Port& port, std::uint32_t& written, std::int32_t pending) {
+  Outgoing& outgoing = *port.outgoing;
+  const Time now = loop_.Now();
+  if (!outgoing.IsDone()) {
+    if (now < outgoing.until) return Fail(pending);
+    written = Abort(port);
+    return true;
+  }
+  // The system has taken them; a driver says so when they are in its own store. They have left when the line can have
+  // carried them.
+  if (now < std::min(outgoing.earliestEnd, outgoing.until)) return Fail(pending);
+  DWORD count = 0;
+  const bool well = GetOverlappedResult(port.file.get(), &outgoing.system, &count, FALSE) != 0;
+  written = count;
+  const DWORD error = GetLastError();
+  port.outgoing.reset();
+  SetLastError(error);
+  return well || Fail(port);
+}
+
+std::uint32_t Win32SerialDriver::Abort(Port& port) {
+  DWORD left = 0;
+  std::unique_ptr<Outgoing> outgoing = std::move(port.outgoing);
+  if (!outgoing->IsDone()) {
+    PurgeComm(port.file.get(), PURGE_TXABORT | PURGE_TXCLEAR);
+    CancelIoEx(port.file.get(), &outgoing->system);
+    WaitForSingleObject(outgoing->done.get(), Patience);
+  }
+  GetOverlappedResult(port.file.get(), &outgoing->system, &left, FALSE);
+  Abandon(std::move(outgoing));
+  return left;
+}
+
+void Win32SerialDriver::Abandon(std::unique_ptr<Operation> operation) {
+  std::erase_if(abandoned_, [](const auto& old) { return old->IsDone(); });
+  if (!operation->IsDone()) abandoned_.push_back(std::move(operation));
+}
+
+WaitFor Win32SerialDriver::PendingWait(Handle handle) const {
+  const Port* port = Find(handle);
+  if (port == nullptr || !port->outgoing) return {-1};
+  const Outgoing& outgoing = *port->outgoing;
+  if (!outgoing.IsDone()) return {NumberOf(outgoing.done.get()), WaitFor::ToWrite, outgoing.until};
+  return {-1, WaitFor::ToWrite, std::min(outgoing.earliestEnd, outgoing.until)};
+}
+
+bool Win32SerialDriver::Close(Handle handle) {
+  const auto at = ports_.find(handle);
+  if (at == ports_.end()) return Fail(ERROR_INVALID_HANDLE);
+  CloseDevice(*at->second);
+  ports_.erase(at);
+  return true;
+}
+
+void Win32SerialDriver::CloseDevice(Port& port) {
+  if (port.outgoing) Abort(port);
+  COMSTAT status;
+  // The system would wait for bytes that a held line keeps.
+  if (Look(port, status) && status.cbOutQue > 0) PurgeComm(port.file.get(), PURGE_TXABORT | PURGE_TXCLEAR);
+  if (!port.arrival->IsDone()) {
+    // Nothing else ends the wait for a byte.
+    SetCommMask(port.file.get(), 0);
+    WaitForSingleObject(port.arrival->done.get(), Patience);
+  }
+  port.file.reset();
+  Abandon(std::move(port.arrival));
+}
+
+int Win32SerialDriver::WaitHandle(Handle handle) const {
+  Port* port = Find(handle);
+  COMSTAT status;
+  if (port == nullptr || port->gone) return -1;
+  // What waits already is told of once only, and may have been told before. That a device has gone the next verb tells.
+  const bool ready = !AwaitArrival(*port) || !Look(*port, status) || status.cbInQue > 0;
+  return NumberOf(ready ? always_.get() : port->arrival->done.get());
+}
+
+bool Win32SerialDriver::Look(Port& port, COMSTAT& status) {
+  DWORD errors = 0;
+  if (ClearCommError(port.file.get(), &errors, &status) == 0) return false;
+  port.errors |= errors;
+  return true;
+}
+
+bool Win32SerialDriver::AwaitArrival(Port& port) {
+  Arrival& arrival = *port.arrival;
+  if (!arrival.IsDone()) return true;  // a second wait is more than drivers bear
+  DWORD ignored = 0;
+  if (std::exchange(arrival.begun, false) &&
+      GetOverlappedResult(port.file.get(), &arrival.system, &ignored, FALSE) == 0) {
+    return false;
+  }
+  ResetEvent(arrival.done.get());
+  arrival.begun = true;
+  return WaitCommEvent(port.file.get(), &arrival.events, &arrival.system) != 0 || GetLastError() == ERROR_IO_PENDING;
+}
+
+PortTrouble Win32SerialDriver::TroubleOf(std::int32_t code, bool opening) const {
+  if (!opening) return MeansGone(static_cast<DWORD>(code)) ? PortTrouble::Gone : PortTrouble::None;
+  switch (code) {
+    case ERROR_FILE_NOT_FOUND:
+    case ERROR_PATH_NOT_FOUND: return PortTrouble::Missing;
+    case ERROR_ACCESS_DENIED:
+    case ERROR_SHARING_VIOLATION: return PortTrouble::Busy;
+    case ERROR_INVALID_FUNCTION:
+    case ERROR_INVALID_HANDLE:
+    case ERROR_INVALID_PARAMETER: return PortTrouble::NoSerialPort;
+    default: return MeansGone(static_cast<DWORD>(code)) ? PortTrouble::NoHardware : PortTrouble::None;
+  }
+}
+
+std::string Win32SerialDriver::AccessAdvice(const std::string&) const { return ""; }
+
+Win32SerialDriver::Port* Win32SerialDriver::Find(Handle handle) const {
+  const auto at = ports_.find(handle);
+  return at == ports_.end() ? nullptr : at->second.get();
+}
+
+Win32SerialDriver::Port* Win32SerialDriver::Live(Handle handle) {
+  Port* port = Find(handle);
+  if (port == nullptr) {
+    Fail(ERROR_INVALID_HANDLE);
+  } else if (port->gone) {
+    Fail(ERROR_DEVICE_NOT_CONNECTED);
+    port = nullptr;
+  }
+  return port;
+}
+
+bool Win32SerialDriver::Fail(Port& port) {
+  const DWORD code = GetLastError();
+  port.gone = port.gone || MeansGone(code);
+  return Fail(port.gone ? ERROR_DEVICE_NOT_CONNECTED : static_cast<std::int32_t>(code));
+}
+
+std::unique_ptr<SerialDriver> SystemSerialDriver(EventLoop& loop, const PortNames& names) {
+  return std::make_unique<Win32SerialDriver>(loop, names);
+}
+
+}  // namespace vk32
