@@ -8,6 +8,7 @@
 
 #include "Child.h"
 #include "Desktop.h"
+#include "Jobs.h"
 #include "Line.h"
 #include "Table.h"
 #include "Transfers.h"
@@ -88,10 +89,11 @@ void ScriptStart(Table& table) {
 void SilentWait(Table& table) {
   const sim::PseudoTerminal silent;
   Script program(std::vector<std::string>{silent.Path()});
-  program.Do(ToProductMenu({"RB2000Cmd"}));
-  program.Do("click ProductMenu.ConfigureCmd");
-  program.Do("after 14000 click Configuration_RB2000.CancelCmd");
-  const std::jthread uploading([&] { program.Do("click Configuration_RB2000.UploadCmd"); });
+  program.Do(ToProductMenu({"VKRTXCmd", "ABEthAsciiDf1ModelCmd"}));
+  // No other wait lasts so long: for a minute it awaits that it is asked for the file.
+  program.Do({"click ProductMenu.OfflineCmd", "answer yes", "answer yes", "file " VK32_PROGRAMS "/vk32-script",
+              "after 14000 click OfflineMngr.CloseCmd"});
+  const std::jthread sending([&] { program.Do("click OfflineMngr.SendFirmwareCmd"); });
   Figures shares;
   for (int look = 0; look < 3; ++look) {
     std::this_thread::sleep_for(1s);
@@ -111,6 +113,7 @@ bool Measure(const std::string& desktop) {
   table.Row("Xmodem at 19200 bit/s: time / 132 + 1 bytes a block", PacedXmodem(), 1.02, "");
   SilentWait(table);
   ScriptStart(table);
+  Jobs(table);
   if (!desktop.empty() && std::getenv("DISPLAY") != nullptr) Desktop(table, desktop);
   return !table.AnyOver();
 }

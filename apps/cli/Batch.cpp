@@ -21,7 +21,7 @@ constexpr const char* Verified = "verified";
 struct Row {
   std::string name, port;
   std::vector<Assignment> assignments;
-  std::string file;  // its configuration
+  std::string file, fingerprint;  // of its configuration
 };
 
 /// Tells a changed configuration from the one that a gateway has got.
@@ -43,7 +43,7 @@ Row RowOf(const BatchOptions& options, const CsvRow& heads, const CsvRow& cells,
     RefuseTable(options, where + " has " + std::to_string(cells.size()) + " cells, and the first line names " +
                              std::to_string(heads.size()) + " columns.");
   }
-  Row row{where, options.port, {}, {}};
+  Row row{where, options.port, {}, {}, {}};
   for (std::size_t i = 0; i < cells.size(); ++i) {
     if (cells[i].empty()) continue;
     if (Lower(heads[i]) == "name") {
@@ -70,13 +70,22 @@ std::vector<Row> ReadRows(const BatchOptions& options) {
   return rows;
 }
 
+/// Two names of one port are one.
+std::string DeviceOf(const World& world, const std::string& port) {
+  if (const auto device = world.names.Find(port)) return device->path;
+  std::error_code ignored;
+  const std::string path = TextOf(std::filesystem::weakly_canonical(PathOf(port), ignored));
+  return path.empty() ? port : path;
+}
+
 /// A row may come to the shared port when the user has changed the gateway there; a port of its own is one gateway's.
 void CheckPorts(const World& world, const BatchOptions& options, const std::vector<Row>& rows) {
-  std::set<std::string> taken;
+  std::set<std::string> ports, devices;
   for (const Row& row : rows) {
     if (row.port.empty()) RefuseTable(options, row.name + " has no port. Give --port, or a column Port.");
     const bool shared = row.port == options.port && !world.console.yes;
-    if (taken.insert(row.port).second || shared) continue;
+    const bool isNew = ports.insert(row.port).second;
+    if (isNew ? devices.insert(DeviceOf(world, row.port)).second : shared) continue;
     RefuseTable(options, "more than one row wants " + row.port + ", and nobody is asked to change the gateway.");
   }
 }
@@ -85,20 +94,32 @@ void CheckPorts(const World& world, const BatchOptions& options, const std::vect
 void MakeFiles(World& world, const BatchOptions& options, const std::string& folder, std::vector<Row>& rows) {
   MakeFolder(folder);
   const Target target = TargetOfFile(options.configuration);
+  const TemporaryFolder scratch;
+  FileGroup files(options.out.empty() ? Lasting::ThisRun : Lasting::ForGood);
   std::optional<Program> program;  // one for all rows, until one is refused
   std::optional<Failure> first;
+  const auto tell = [&](const std::string& words, const Failure& failure) {
+    if (failure.status == ExitStatus::Stopped) throw Failure(failure);
+    world.console.err << words << failure.what() << "\n";
+    if (!first) first = failure;
+  };
   for (Row& row : rows) {
     world.loop.RunDue();
     row.file = folder + "/" + row.name + ".cfg";
     try {
       if (!program) program.emplace(world, target);
-      SaveEdited(*program, options.configuration, row.assignments, row.file);
+      const std::string content = Edited(*program, options.configuration, row.assignments, scratch);
+      row.fingerprint = Fingerprint(content);
+      files.Add(row.file, content);
     } catch (const Failure& failure) {
       program.reset();
-      if (failure.status == ExitStatus::Stopped) throw;
-      world.console.err << row.name << ": " << failure.what() << "\n";
-      if (!first) first = failure;
+      tell(row.name + ": ", failure);
     }
+  }
+  try {
+    files.Store();
+  } catch (const Failure& failure) {
+    tell("", failure);
   }
   if (first)
     throw Failure(first->status, "Not all rows have a file" +
@@ -114,12 +135,12 @@ class Results {
       if (row.size() == Columns && row != Heads) rows_[row[0]] = row;
     }
   }
-  bool IsVerified(const std::string& name, const std::string& fingerprint) const {
-    const auto row = rows_.find(name);
-    return row != rows_.end() && row->second[2] == Verified && row->second[3] == fingerprint;
+  bool IsVerified(const Row& row) const {
+    const auto kept = rows_.find(row.name);
+    return kept != rows_.end() && kept->second[2] == Verified && kept->second[3] == row.fingerprint;
   }
-  void Keep(const Row& row, const std::string& result, const std::string& fingerprint) {
-    rows_[row.name] = {row.name, row.port, result, fingerprint};
+  void Keep(const Row& row, const std::string& result) {
+    rows_[row.name] = {row.name, row.port, result, row.fingerprint};
     std::string content = CsvLine(Heads);
     for (const auto& [name, cells] : rows_) content += CsvLine(cells);
     Store(path_, content);
@@ -133,15 +154,15 @@ class Results {
   std::map<std::string, CsvRow> rows_;
 };
 
-void WriteRow(World& world, const Row& row, bool asks, const std::string& fingerprint, Results& results) {
+void WriteRow(World& world, const Row& row, bool asks, Results& results) {
   if (asks) world.Confirm("Connect the gateway " + row.name + " to " + row.port + ".");
   world.LeaveIfStopped(row.name + " has not been written.");
-  results.Keep(row, "begun", fingerprint);  // for the case that nothing comes any more
+  results.Keep(row, "begun");  // for the case that nothing comes any more
   try {
     WriteConfiguration(world, {row.file, row.port, {}, true});
-    results.Keep(row, Verified, fingerprint);
+    results.Keep(row, Verified);
   } catch (const Failure& failure) {
-    results.Keep(row, failure.what(), fingerprint);
+    results.Keep(row, failure.what());
     throw;
   }
 }
@@ -152,13 +173,12 @@ void WriteRows(World& world, const BatchOptions& options, const std::vector<Row>
                                           : options.results);
   std::optional<Failure> first;
   for (const Row& row : rows) {
-    const std::string fingerprint = Fingerprint(ContentOf(row.file));
-    if (results.IsVerified(row.name, fingerprint)) {
+    if (results.IsVerified(row)) {
       world.console.err << row.name << " is done already.\n";
       continue;
     }
     try {
-      WriteRow(world, row, row.port == options.port, fingerprint, results);
+      WriteRow(world, row, row.port == options.port, results);
       world.console.out << row.name << ": " << Verified << "\n";
     } catch (const Failure& failure) {
       if (failure.status == ExitStatus::Stopped) throw;

@@ -10,6 +10,7 @@
 #include "cli/Commands.h"
 #include "cli/Configuration.h"
 #include "cli/Edit.h"
+#include "cli/FileContent.h"
 
 namespace vk32 {
 namespace {
@@ -140,7 +141,7 @@ class Parser {
     std::vector<Assignment> assignments;
     for (const std::string& word : words_) assignments.push_back(ParseAssignment(word));
     Program program(world_, TargetOfFile(file_));
-    SaveEdited(program, file_, assignments, output_);
+    Store(output_, Edited(program, file_, assignments, TemporaryFolder()));
   }
 
   void Show() const {

@@ -8,7 +8,7 @@
 #include <set>
 
 #include "cli/Program.h"
-#include "listing/Report.h"
+#include "listing/SaveReport.h"
 #include "models/wizard/WizardForm.h"
 #include "platform/Paths.h"
 
@@ -52,9 +52,8 @@ void PrintText(World& world, const Configuration& configuration) {
 
 std::string HtmlOf(World& world, const Configuration& configuration) {
   const Target& target = configuration.target;
-  return HtmlReport(
-      {target.product, target.model, configuration.source, world.loop.DateAndTime(), "VK32 " + ProgramVersion()},
-      configuration.listing);
+  return HtmlReport(ReportHeadOf(target.product, target.model, configuration.source, world.loop),
+                    configuration.listing);
 }
 
 Json JsonOf(const std::optional<std::string>& value) { return value ? Json(ToUtf8(*value)) : Json(nullptr); }

@@ -8,10 +8,10 @@
 #include <utility>
 
 #include "cli/Configuration.h"
-#include "cli/FileContent.h"
 #include "cli/TableEditor.h"
 #include "listing/Report.h"
 #include "models/wizard/WizardForm.h"
+#include "platform/Paths.h"
 
 namespace vk32 {
 namespace {
@@ -176,15 +176,14 @@ void SetFields(Program& program, const std::vector<Assignment>& assignments) {
   for (const auto& [place, cells] : rows) EditRow(program, *cells.control, cells.texts);
 }
 
-void SaveEdited(Program& program, const std::string& file, const std::vector<Assignment>& assignments,
-                const std::string& output) {
-  const TemporaryFolder folder;
-  const std::string edited = folder.path + "/edited.cfg";
+std::string Edited(Program& program, const std::string& file, const std::vector<Assignment>& assignments,
+                   const TemporaryFolder& scratch) {
+  const std::string edited = scratch.path + "/edited.cfg";
   program.OpenWizard();
   program.Open(file);
   SetFields(program, assignments);
   program.GoToApply();
-  program.Save(edited);
+  program.Save(edited, Lasting::ThisRun);
   // A text that is no number can become 0 on its way.
   program.OpenWizard();
   program.Open(edited);
@@ -196,7 +195,9 @@ void SaveEdited(Program& program, const std::string& file, const std::vector<Ass
     if (Lower(row.value) == Lower(WithoutUnit(row, assignment.value))) continue;
     Refuse(row, "would become \"" + ToUtf8(row.value) + "\" and not \"" + assignment.value + "\".");
   }
-  Store(output, ContentOf(edited));
+  std::string content = ContentOf(edited);
+  std::filesystem::remove(PathOf(edited));  // in place of another one, it would be written out to the disk at once
+  return content;
 }
 
 }  // namespace vk32

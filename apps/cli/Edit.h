@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "cli/FileContent.h"
 #include "cli/Program.h"
 #include "listing/Listing.h"
 
@@ -22,10 +23,10 @@ std::size_t FindField(const Listing& listing, const std::string& name);
 /// value.
 void SetFields(Program& program, const std::vector<Assignment>& assignments);
 
-/// Opens a file, sets fields and saves the result as `output`. Failure, and nothing saved, if the result would not have
-/// each value as it was given. `program`: stands at the menu of the file's product, and does again if there is no
-/// failure.
-void SaveEdited(Program& program, const std::string& file, const std::vector<Assignment>& assignments,
-                const std::string& output);
+/// Opens a file, sets fields and gives the content of the file with them. Failure if that would not have each value as
+/// it was given. `program`: stands at the menu of the file's product, and does again if there is no failure. `scratch`:
+/// where a file can stand on the way.
+std::string Edited(Program& program, const std::string& file, const std::vector<Assignment>& assignments,
+                   const TemporaryFolder& scratch);
 
 }  // namespace vk32

@@ -2,14 +2,24 @@
 #include "cli/FileContent.h"
 
 #include <system_error>
+#include <utility>
 
 #include "platform/Fault.h"
-#include "platform/Files.h"
 #include "platform/Paths.h"
 
 namespace vk32 {
 
 namespace fs = std::filesystem;
+
+namespace {
+
+constexpr std::size_t LargestGroup = 200;  // each file is open: systems allow 256 at least
+
+Failure NotWritten(const std::string& what, const RuntimeFault& fault) {
+  return Failure(ExitStatus::FileRefused, what + " can't be written: " + fault.Description());
+}
+
+}  // namespace
 
 std::string ContentOf(const std::string& path) {
   try {
@@ -26,7 +36,27 @@ void Store(const std::string& path, const std::string& content) {
     file.Write(content);
     file.Commit();
   } catch (const RuntimeFault& fault) {
-    throw Failure(ExitStatus::FileRefused, path + " can't be written: " + fault.Description());
+    throw NotWritten(path, fault);
+  }
+}
+
+void FileGroup::Add(const std::string& path, const std::string& content) {
+  try {
+    files_.emplace_back(path, lasting_).Write(content);
+  } catch (const RuntimeFault& fault) {
+    throw NotWritten(path, fault);
+  }
+  if (files_.size() == 1) first_ = path;
+  last_ = path;
+  if (files_.size() == LargestGroup) Store();
+}
+
+void FileGroup::Store() {
+  std::list<OutputFile> files = std::exchange(files_, {});
+  try {
+    OutputFile::CommitAll(files);
+  } catch (const RuntimeFault& fault) {
+    throw NotWritten(first_ == last_ ? first_ : "The files " + first_ + " to " + last_, fault);
   }
 }
 

@@ -1,9 +1,11 @@
 // Whole files, and a folder for those that are on their way.
 #pragma once
 
+#include <list>
 #include <string>
 
 #include "cli/World.h"
+#include "platform/Files.h"
 
 namespace vk32 {
 
@@ -12,6 +14,21 @@ namespace vk32 {
 std::string ContentOf(const std::string& path);
 /// The place holds the old file or the new one, never a part.
 void Store(const std::string& path, const std::string& content);
+/// Many files, which are on their way together.
+class FileGroup {
+ public:
+  explicit FileGroup(Lasting lasting) : lasting_(lasting) {}
+
+  /// May store those that have come so far.
+  void Add(const std::string& path, const std::string& content);
+  /// All get their places.
+  void Store();
+
+ private:
+  Lasting lasting_;
+  std::list<OutputFile> files_;
+  std::string first_, last_;  // their paths
+};
 void MakeFolder(const std::string& path);
 
 /// Goes with all that is in it.

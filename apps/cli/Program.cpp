@@ -148,7 +148,8 @@ void Program::GoToApply() {
   }
 }
 
-void Program::Save(const std::string& path) {
+void Program::Save(const std::string& path, Lasting lasting) {
+  app_.saves = lasting;
   Click("SaveOpt", ExitStatus::FileRefused);
   screen_.QueueFile(path);
   Click("NextCmd", ExitStatus::DoesNotFit);

@@ -40,7 +40,7 @@ class Program {
   // On the last page; the wizard closes.
   /// Finishes without sending anything.
   void Check();
-  void Save(const std::string& path);
+  void Save(const std::string& path, Lasting lasting = Lasting::ForGood);
   /// Returns when the device has acknowledged all and, if wanted, gives back what was sent.
   void Download(bool verifies);
 

@@ -44,6 +44,8 @@ FormWindow::~FormWindow() = default;
 Qt::WindowFlags FormWindow::Flags(bool owned) const {
   if (form_.style == FormStyle::Splash) return Qt::SplashScreen | Qt::FramelessWindowHint;
   Qt::WindowFlags flags = Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowSystemMenuHint;
+  // Windows would draw a frame to size it by.
+  flags |= Qt::MSWindowsFixedSizeDialogHint;
   // X knows an owner of dialogs alone.
   flags |= owned ? Qt::Dialog : Qt::Window;
   if (!IsDialog()) flags |= Qt::WindowMinimizeButtonHint;

@@ -89,7 +89,8 @@ void DrawIcon(QPainter& painter, MessageIcon icon, const QFont& font) {
 }  // namespace
 
 MessageBox::MessageBox(const MessageBoxRequest& request, const Theme& theme, QWidget* parent)
-    : QDialog(parent, Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowCloseButtonHint),
+    : QDialog(parent, Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowCloseButtonHint |
+                          Qt::MSWindowsFixedSizeDialogHint),
       icon_(request.icon),
       theme_(theme),
       text_(FromWords(request.text), theme.Font(TextRole::Body), WidestText, Wrapping::Words),

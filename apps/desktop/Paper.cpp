@@ -1,6 +1,7 @@
 // Reports on paper.
 #include "Paper.h"
 
+#include <QAbstractTextDocumentLayout>
 #include <QBuffer>
 #include <QFont>
 #include <QGuiApplication>
@@ -8,7 +9,12 @@
 #include <QPageSize>
 #include <QPdfWriter>
 #include <QRegularExpression>
+#include <QTextBlock>
 #include <QTextDocument>
+#include <QTextTable>
+
+#include <algorithm>
+#include <cmath>
 
 namespace vk32 {
 namespace {
@@ -38,6 +44,39 @@ QString ForPaper(const std::string& html) {
   return text;
 }
 
+/// Where the cells of a row stand, in dots of the whole document.
+QRectF PlaceOf(const QTextTable& table, int row) {
+  QRectF place;
+  for (int column = 0; column < table.columns(); ++column) {
+    const QTextTableCell cell = table.cellAt(row, column);
+    QTextBlock block = cell.firstCursorPosition().block();
+    for (const QTextBlock last = cell.lastCursorPosition().block(); block.isValid(); block = block.next()) {
+      place |= table.document()->documentLayout()->blockBoundingRect(block);
+      if (block == last) break;
+    }
+  }
+  return place;
+}
+
+/// Qt breaks the lines of a row over two pages: it is moved down to the second one.
+void KeepRowsWhole(const QTextDocument& document) {
+  const qreal page = document.pageSize().height();
+  for (QTextFrame* frame : document.rootFrame()->childFrames()) {
+    auto* const table = qobject_cast<QTextTable*>(frame);
+    for (int row = 0; table && row < table->rows(); ++row) {
+      const QRectF place = PlaceOf(*table, row);
+      const qreal next = (std::floor(place.top() / page) + 1) * page;
+      if (place.bottom() <= next || place.height() > page) continue;
+      for (int column = 0; column < table->columns(); ++column) {
+        QTextTableCell cell = table->cellAt(row, column);
+        QTextTableCellFormat format = cell.format().toTableCellFormat();
+        format.setTopPadding(format.topPadding() + next - place.top());
+        cell.setFormat(format);
+      }
+    }
+  }
+}
+
 }  // namespace
 
 std::string PdfOf(const std::string& html) {
@@ -56,6 +95,7 @@ std::string PdfOf(const std::string& html) {
     document.setHtml(ForPaper(html));
     document.setPageSize(writer.pageLayout().paintRectPixels(DotsPerInch).size());
     document.setDocumentMargin(0);
+    KeepRowsWhole(document);
     writer.setTitle(document.metaInformation(QTextDocument::DocumentTitle));
     document.print(&writer);
   }

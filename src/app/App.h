@@ -11,6 +11,7 @@
 #include "core/Globals.h"
 #include "forms/Forms.h"
 #include "link/modCOMM.h"
+#include "platform/Files.h"
 #include "platform/PortNames.h"
 #include "trace/TracingDriver.h"
 
@@ -35,6 +36,7 @@ struct App {
   Conversation* conversation = nullptr;                           // the one that is under way
   std::map<std::string, std::shared_ptr<const KeptValues>> kept;  // by product and model: of wizards closed unasked
   std::set<std::int32_t> lateAnswers;  // the ports on which an earlier conversation's last answer may still come
+  Lasting saves = Lasting::ForGood;    // of the configuration files that it saves
   std::function<std::unique_ptr<Elsewhere>()> lookElsewhere;  // each is good for one reading
   std::function<std::string()> supportText;                   // what a support file holds now
 };

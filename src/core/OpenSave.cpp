@@ -21,7 +21,7 @@ bool SaveConfigFile(App& app, ConfigurationForm& form, const std::string& produc
   if (held) parameters = *held;
   bool saved = false;
   try {
-    RecordFile file = RecordFile::ForWriting(dialog.FileName);
+    RecordFile file = RecordFile::ForWriting(dialog.FileName, app.saves);
     saved = form.SaveFile(product, modelTag, file);
     if (saved) file.Commit();
   } catch (const RuntimeFault&) {

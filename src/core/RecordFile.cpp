@@ -30,9 +30,9 @@ RecordFile RecordFile::ForReading(const std::string& path) {
   return file;
 }
 
-RecordFile RecordFile::ForWriting(const std::string& path) {
+RecordFile RecordFile::ForWriting(const std::string& path, Lasting lasting) {
   RecordFile file;
-  file.output_ = std::make_unique<OutputFile>(path);
+  file.output_ = std::make_unique<OutputFile>(path, lasting);
   return file;
 }
 

@@ -18,7 +18,7 @@ class RecordFile {
  public:
   static RecordFile ForReading(const std::string& path);
   /// An existing file is replaced when Commit is reached, and stays whole if it is not.
-  static RecordFile ForWriting(const std::string& path);
+  static RecordFile ForWriting(const std::string& path, Lasting lasting = Lasting::ForGood);
 
   bool Reads() const { return input_ != nullptr; }
   /// A text that has a form in the file: no quote, no end of line, and no more than a file's longest field.

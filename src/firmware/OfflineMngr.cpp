@@ -49,8 +49,7 @@ void OfflineMngr::LetGoOfClosedPort() {
 }
 
 void OfflineMngr::ShowInfo() {
-  const char* state = !conversation_ ? "closed" : conversation_->WaitHandle() < 0 ? "gone" : "open";
-  TermInfoLbl.Caption = line_.empty() ? "No port is chosen" : line_ + state;
+  TermInfoLbl.Caption = line_.empty() ? "No port is chosen" : line_ + (conversation_ ? "open" : "closed");
 }
 
 void OfflineMngr::ShowResult(const std::string& failure) {
@@ -249,8 +248,8 @@ void OfflineMngr::StartOfflineProgressBar() {
 }
 
 void OfflineMngr::UpdateOfflineProgressBar(std::size_t done, std::size_t total) {
+  if (Progress.Value == 0) ShowInfo();  // a port that an earlier failure had closed is open again
   Progress.Value = BarValue(done, total);
-  ShowInfo();  // a port that an earlier failure had closed is open again
 }
 
 void OfflineMngr::FinishOfflineProgressBar() { ShowProgress(false); }

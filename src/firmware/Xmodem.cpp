@@ -1,6 +1,8 @@
 // The Xmodem sender.
 #include "firmware/Xmodem.h"
 
+#include <algorithm>
+
 #include "app/App.h"
 #include "core/Convert.h"
 #include "link/Frames.h"
@@ -14,33 +16,41 @@ constexpr std::uint8_t AckByte = Ack, NakByte = 0x15, NoAnswer = 255;
 constexpr std::size_t BlockLength = 128;                  // bytes; the last block is filled up with 00
 constexpr int FirstNakLimit = 60000, AnswerLimit = 5000;  // ms
 
+/// The message of a block, by its number from 1; a whole one of 00 behind the data's end.
+Bytes BlockMessage(const Bytes& data, std::size_t number) {
+  const Bytes block = data.substr(std::min((number - 1) * BlockLength, data.size()), BlockLength);
+  Bytes message;
+  message.reserve(BlockLength + 4);
+  message.append({Soh, static_cast<char>(number & 255), static_cast<char>(255 - (number & 255))});
+  message.append(block).append(BlockLength - block.size(), '\0');
+  message.push_back(static_cast<char>(Xmodem::XmodemChecksum(block)));
+  return message;
+}
+
 }  // namespace
 
 bool Xmodem::XmodemSend(const Bytes& data) {
   const std::size_t total = data.size();
-  std::size_t remainder = total;
-  std::uint32_t counter = 1;
+  const std::size_t blocks = (total + BlockLength - 1) / BlockLength;
   form_.StartOfflineProgressBar();
   conversation_.CommOpen();  // the terminal has it open: "Port in use."
   SetDeviceLink(conversation_);
   conversation_.CommFlush();
   if (XmodemReadByte(FirstNakLimit) != NakByte) return Fail("the device did not ask for it");
-  while (remainder != 0) {
-    Bytes block = data.substr((counter - 1) * BlockLength, BlockLength);
-    remainder -= block.size();
-    block.resize(BlockLength);
+  Bytes message = BlockMessage(data, 1), following;
+  for (std::size_t number = 1; number <= blocks; ++number) {
     std::uint8_t answer = NakByte;
     while (answer == NakByte) {
-      XmodemSendBlock(block, static_cast<std::uint8_t>(counter & 255));
+      Send(conversation_, message);
+      following = BlockMessage(data, number + 1);  // while the device looks at this one
       answer = XmodemReadByte(AnswerLimit);
     }
     if (answer != AckByte) {
-      const std::string which =
-          "block " + std::to_string(counter) + " of " + std::to_string((total - 1) / BlockLength + 1);
+      const std::string which = "block " + std::to_string(number) + " of " + std::to_string(blocks);
       return Fail(XmodemTimedOut ? "no answer to " + which : which + " was refused");
     }
-    form_.UpdateOfflineProgressBar(total - remainder, total);
-    ++counter;
+    form_.UpdateOfflineProgressBar(std::min(number * BlockLength, total), total);
+    message.swap(following);
   }
   const bool failed = XmodemSendEot();
   if (failed) whyFailed_ = "its end was not confirmed";
@@ -53,10 +63,6 @@ bool Xmodem::Fail(const std::string& why) {
   conversation_.Answered(false);
   conversation_.CommClose();
   return true;
-}
-
-void Xmodem::XmodemSendBlock(const Bytes& block, std::uint8_t number) {
-  Send(conversation_, Bytes(1, Soh) + Chr(number) + Chr(255 - number) + block + Chr(XmodemChecksum(block)));
 }
 
 std::uint8_t Xmodem::XmodemChecksum(const Bytes& block) {

@@ -34,7 +34,6 @@ class Xmodem {
   static std::uint8_t XmodemChecksum(const Bytes& block);
 
  private:
-  void XmodemSendBlock(const Bytes& block, std::uint8_t number);
   /// One byte within `limit` ms; 255 if none came.
   std::uint8_t XmodemReadByte(int limit);
   bool XmodemSendEot();

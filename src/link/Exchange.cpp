@@ -31,7 +31,7 @@ std::string Seconds(Time time) {
 std::string Count(int number, const std::string& unit) { return Str(number) + " " + unit + (number == 1 ? "" : "s"); }
 
 void AppendShown(Bytes& shown, const Bytes& bytes) {
-  shown += bytes.substr(0, LongestShown - std::min(LongestShown, shown.size()));
+  shown.append(bytes, 0, LongestShown - std::min(LongestShown, shown.size()));
 }
 
 std::string Hex(const Bytes& shown, int length) {

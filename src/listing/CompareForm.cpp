@@ -4,7 +4,7 @@
 #include "listing/SaveReport.h"
 
 namespace vk32 {
-CompareForm::CompareForm(App& app) : Form(app.forms, FormName, "Compare", 10320, 8190, FormStyle::Dialog), app_(app) {}
+CompareForm::CompareForm(App& app) : Form(app.forms, FormName, "Compare", 10320, 8190, FormStyle::Dialog) {}
 
 void CompareForm::Show(App& app, ComparedSide left, ComparedSide right) {
   auto& form = static_cast<CompareForm&>(app.forms.Load(FormName));
@@ -35,9 +35,8 @@ void CompareForm::ShowRows() {
 }
 
 void CompareForm::SaveReportCmd_Click() {
-  SaveReport(app_, ReportDialog,
-             HtmlComparison(head_, SummaryLbl.Caption, left_.name + ", " + left_.state,
-                            right_.name + ", " + right_.state, ShownFields()));
+  SaveReport(ReportDialog, HtmlComparison(head_, SummaryLbl.Caption, left_.name + ", " + left_.state,
+                                          right_.name + ", " + right_.state, ShownFields()));
 }
 
 }  // namespace vk32

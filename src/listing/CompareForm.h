@@ -47,7 +47,6 @@ class CompareForm : public Form {
             }};
   }
 
-  App& app_;
   ComparedSide left_, right_;
   ReportHead head_;  // of what was compared, whatever is configured later
 

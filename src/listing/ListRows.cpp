@@ -15,7 +15,6 @@ ListRows::ListRows(std::vector<const ControlArray<Label>*> columns, const Contro
 
 void ListRows::Show(std::vector<std::vector<TextCell>> rows) {
   rows_ = std::move(rows);
-  bar_.SmallChange = 1;
   bar_.LargeChange = std::max(lines_.Last() - 1, 1);
   bar_.Max = std::max(static_cast<int>(rows_.size()) - lines_.Last(), 0);
   Draw();

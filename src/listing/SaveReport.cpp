@@ -4,8 +4,8 @@
 #include <algorithm>
 #include <cctype>
 
+#include "forms/SaveAs.h"
 #include "platform/Fault.h"
-#include "platform/Files.h"
 #include "platform/Paths.h"
 
 namespace vk32 {
@@ -25,27 +25,21 @@ std::string AsPdf(Screen& screen, const std::string& html) {
 
 }  // namespace
 
-ReportHead ReportHeadOf(const App& app, const std::string& source) {
-  const Globals& globals = app.globals;
-  return {globals.CurrentProduct, globals.CurrentProduct == "VK-RTX" ? globals.CurrentModel : "", source,
-          app.forms.dispatcher.Loop().DateAndTime(), "VK32 " + ProgramVersion()};
+ReportHead ReportHeadOf(const std::string& product, const std::string& model, const std::string& source,
+                        const EventLoop& loop) {
+  return {product, model, source, loop.DateAndTime(), "VK32 " + ProgramVersion()};
 }
 
-std::string SaveReport(App& app, FileDialog& dialog, const std::string& html) {
-  dialog.Prepare("Save Report", "Web Pages (*.html)|*.html|PDF Documents (*.pdf)|*.pdf");
-  dialog.ShowSave();
-  const std::string path = dialog.FileName;
-  if (path.empty()) return {};
-  try {
-    const std::string content = IsPdf(path) ? AsPdf(app.forms.GetScreen(), html) : html;
-    OutputFile file(path);
-    file.Write(content);
-    file.Commit();
-    return FileNameOf(path);
-  } catch (const RuntimeFault& fault) {
-    app.forms.MsgBox(fault.Description(), MessageIcon::Critical, "Error!");
-    return {};
-  }
+ReportHead ReportHeadOf(const App& app, const std::string& source) {
+  const Globals& globals = app.globals;
+  return ReportHeadOf(globals.CurrentProduct, globals.CurrentProduct == "VK-RTX" ? globals.CurrentModel : "", source,
+                      app.forms.dispatcher.Loop());
+}
+
+std::string SaveReport(FileDialog& dialog, const std::string& html) {
+  Screen& screen = dialog.OwnerForm().Registry().GetScreen();
+  return FileNameOf(SaveAs(dialog, "Save Report", "Web Pages (*.html)|*.html|PDF Documents (*.pdf)|*.pdf",
+                           [&](const std::string& path) { return IsPdf(path) ? AsPdf(screen, html) : html; }));
 }
 
 }  // namespace vk32

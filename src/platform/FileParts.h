@@ -40,6 +40,9 @@ std::string RealPlace(const std::string& path);
 /// Removes what a killed save has left, unless it is another user's or its save still goes on.
 void RemoveLeftover(const std::string& path);
 
+/// Has the disk keep what stands where in the folder. What it says about that is no failure of the files.
+void StoreFolder(const std::string& folder);
+
 // Each in words as those for an obstacle; empty if nothing stands in the way.
 std::string WhyNotNamed(const std::string& name);
 std::string WhyNotReplaced(const std::string& target);

@@ -5,6 +5,8 @@
 #include <cstdio>
 #include <filesystem>
 #include <random>
+#include <set>
+#include <utility>
 
 #include "platform/FileParts.h"
 #include "platform/Paths.h"
@@ -28,6 +30,12 @@ void ClearLeftovers(const std::string& folder) {
       RemoveLeftover(TextOf(entry->path()));
     }
   }
+}
+
+/// Files have got their places in the folder.
+void FinishFolder(const std::string& folder, Lasting lasting) {
+  ClearLeftovers(folder);
+  if (lasting == Lasting::ForGood) StoreFolder(folder);
 }
 
 }  // namespace
@@ -85,11 +93,10 @@ bool InputFile::Fill() {
   return taken > 0;
 }
 
-OutputFile::OutputFile(const std::string& path) : target_(RealPlace(path)) {
+OutputFile::OutputFile(const std::string& path, Lasting lasting) : target_(RealPlace(path)), lasting_(lasting) {
   if (const std::string why = WhyNotWritable(path); !why.empty()) {
     throw RuntimeFault(RuntimeFault::PathFileAccessError, why);
   }
-  ClearLeftovers(FolderOf(target_));
   Create();
 }
 
@@ -101,6 +108,28 @@ void OutputFile::Write(std::string_view bytes) {
 void OutputFile::Flush() {
   for (std::string_view left = buffer_; !left.empty();) left.remove_prefix(WriteSome(left));
   buffer_.clear();
+}
+
+void OutputFile::Commit() {
+  Flush();
+  if (lasting_ == Lasting::ForGood) StoreBytes();
+  TakePlace();
+  FinishFolder(FolderOf(target_), lasting_);
+}
+
+void OutputFile::CommitAll(std::list<OutputFile>& files) {
+  std::list<OutputFile*> stored;
+  for (OutputFile& file : files) {
+    file.Flush();
+    if (file.lasting_ == Lasting::ForGood) stored.push_back(&file);
+  }
+  StoreBytesOfAll(stored);
+  std::set<std::pair<std::string, Lasting>> folders;
+  for (OutputFile& file : files) {
+    file.TakePlace();
+    folders.emplace(FolderOf(file.target_), file.lasting_);
+  }
+  for (const auto& [folder, lasting] : folders) FinishFolder(folder, lasting);
 }
 
 std::string WhyNotWritable(const std::string& path) {

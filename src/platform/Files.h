@@ -4,6 +4,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <list>
 #include <string>
 #include <string_view>
 
@@ -37,13 +38,16 @@ class InputFile {
   std::array<char, 16384> buffer_;
 };
 
+/// How long a file is to be there. Only what stays for good is worth a wait for the disk.
+enum class Lasting { ForGood, ThisRun };
+
 /// A file that is written beside its place and takes it in one step, so that the place holds the old file or the new
 /// one and never a part. A link stays a link; an existing file keeps its mode, or gets a narrower one. What killed
 /// programs of this user have left in the folder, ".vk32-XXXXXXXX.tmp", goes. Faults, whose descriptions say what
 /// happened: 75 nothing can be saved there, 57 the bytes could not be stored.
 class OutputFile {
  public:
-  explicit OutputFile(const std::string& path);
+  explicit OutputFile(const std::string& path, Lasting lasting = Lasting::ForGood);
   /// Without Commit, the old file stays as it is.
   ~OutputFile();
   OutputFile(const OutputFile&) = delete;
@@ -52,6 +56,8 @@ class OutputFile {
   void Write(std::string_view bytes);
   /// Stores what was written and puts it in its place; the last call.
   void Commit();
+  /// Commits many files with one wait for each of their disks. None takes its place before all are stored.
+  static void CommitAll(std::list<OutputFile>& files);
 
  private:
   /// Makes the temporary file, with the rights of the one that it will replace.
@@ -59,9 +65,15 @@ class OutputFile {
   void Flush();
   /// How many of the bytes one call of the system has taken; at least one.
   std::size_t WriteSome(std::string_view bytes);
+  /// Waits until the disk has them.
+  void StoreBytes();
+  /// The same for many, with as few waits as the system allows.
+  static void StoreBytesOfAll(const std::list<OutputFile*>& files);
+  void TakePlace();
 
   std::string target_;
   std::string temporary_;  // empty once it has become the target
+  Lasting lasting_;
   int fd_ = -1;
   std::string buffer_;
 };

@@ -1,8 +1,7 @@
 // What the program is, and where its maker can be reached.
 #include "shell/About.h"
 
-#include "platform/Fault.h"
-#include "platform/Files.h"
+#include "forms/SaveAs.h"
 #include "shell/MainMenu.h"
 #include "shell/Subs.h"
 
@@ -17,18 +16,9 @@ void About::Form_Load() { VersionLbl.Caption = VersionText(); }
 void About::CloseCmd_Click() { UnloadMe(); }
 
 void About::SupportCmd_Click() {
-  SupportDialog.Prepare("Save Support File", "Text Files (*.txt)|*.txt");
-  SupportDialog.ShowSave();
-  const std::string path = SupportDialog.FileName;
-  if (path.empty()) return;
-  try {
-    OutputFile file(path);
-    file.Write(app_.supportText());
-    file.Commit();
-    SupportLbl.Caption = "Saved as " + path;
-  } catch (const RuntimeFault& fault) {
-    app_.forms.MsgBox(fault.Description(), MessageIcon::Critical, "Error!");
-  }
+  const std::string path = SaveAs(SupportDialog, "Save Support File", "Text Files (*.txt)|*.txt",
+                                  [this](const std::string&) { return app_.supportText(); });
+  if (!path.empty()) SupportLbl.Caption = "Saved as " + path;
 }
 
 void About::WebsiteLbl_Click() { OpenWebSite(app_, WebSite); }

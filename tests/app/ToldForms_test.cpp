@@ -3,7 +3,9 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <map>
 #include <set>
+#include <utility>
 
 #include "app/ManualPages.h"
 #include "core/Convert.h"
@@ -21,6 +23,29 @@ std::string Line(const Form& form, const Control& control) {
   return line + " " + Quote(control.Words());
 }
 
+/// All stands on whole pixels, and the tab order never goes back to what is above or in the same row further left.
+void ExpectOrder(const Form& form) {
+  using Kind = Control::Kind;
+  static const std::set<Kind> stops{Kind::TextBox,      Kind::ComboBox,    Kind::CheckBox,
+                                    Kind::OptionButton, Kind::ImageButton, Kind::CommandButton};
+  std::map<int, const Control*> order;
+  for (const Control* control : form.Controls()) {
+    for (const int twips :
+         {control->Left.Value(), control->Top.Value(), control->Width.Value(), control->Height.Value()}) {
+      EXPECT_TRUE(twips % 15 == 0 || twips % 15 == 7) << Line(form, *control);  // 7: in the middle between two
+    }
+    EXPECT_TRUE(order.emplace(control->TabIndex, control).second) << Line(form, *control);
+  }
+  std::map<const Frame*, const Control*> before;
+  for (const auto& [index, control] : order) {
+    if (!stops.contains(control->GetKind()) || !control->Visible) continue;
+    const Control* last = std::exchange(before[control->Parent()], control);
+    EXPECT_TRUE(!last || last->Name() == std::string("COMCbo") || control->Top > last->Top ||
+                control->Left > last->Left)
+        << Line(form, *last) << Line(form, *control);
+  }
+}
+
 TEST(ToldForms, KeepTheirControls) {
   Harness h;
   h.app.globals.CurrentProduct = "VK-RTX";
@@ -34,6 +59,7 @@ TEST(ToldForms, KeepTheirControls) {
       const std::string page = VK32_MANUAL "/" + std::string(ManualPage(name)) + ".adoc";
       EXPECT_TRUE(std::filesystem::exists(page)) << name << ": " << page;
       for (const Control* control : form.Controls()) lines.insert(Line(form, *control));
+      ExpectOrder(form);
     }
     h.app.forms.UnloadAll();
   }

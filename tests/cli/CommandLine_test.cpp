@@ -275,13 +275,14 @@ TEST(CommandLine, ABatchKnowsTheStateOfEachGateway) {
     if (confirmed == silentFrom) cli.driver.Plug("COM3", nullptr);
     return true;
   };
+  for (const char* port : {"COM4", "COM5"}) cli.names.Assign(port, "/dev/null");
   const std::string write = "batch %/t.cfg " + table.Path() + " --write --port COM3";
   const std::tuple<const char*, std::string, const char*, const char*> rows[] = {
       {"Name;Specific Addres\na;5\n", write, "2: ", ""},
       {"Name,Specific Address\na,5,6\n", write, "5: ", ""},
       {"Name,Specific Address\na,5\na,6\n", write, "5: ", ""},
       {"Name,Specific Address\na,5\nb,999\n", write, "6: ", ""},
-      {"Name,Port,Specific Address\na,COM4,5\nb,COM4,6\n", write, "5: ", ""},
+      {"Name,Port,Specific Address\na,COM4,5\nb,COM5,6\n", write, "5: ", ""},
       {"Name,Specific Address\na,5\nb,6\n", write + " -y", "5: ", ""},
       {"Name,Specific Address\n\"a, one\",5\nb,6\n", write, "3: ", "a, one: verified\nb: "},
       {"Name,Specific Address\n\"a, one\",5\nb,6\n", write, "0: a, one is done already.", "b: verified\n"}};

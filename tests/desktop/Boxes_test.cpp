@@ -10,6 +10,7 @@
 
 #include "DesktopTest.h"
 #include "FileDialogs.h"
+#include "Paper.h"
 #include "Text.h"
 #include "support/Harness.h"
 
@@ -140,6 +141,15 @@ TEST_F(BoxesTest, AFileDialogGivesTheChosenFileAndNoneThatCanNotBeWritten) {
     EXPECT_EQ(path.value_or(""), given.isEmpty() ? "" : (folder + "/" + given).toStdString());
     EXPECT_EQ(boxes.Seen(), told) << typed.toStdString();
   }
+}
+
+TEST(Paper, HoldsARowOnOnePage) {
+  std::string html = "<h1>Report</h1><table class=\"fields\">";
+  for (int row = 0; row < 4; ++row)
+    html += "<tr><th>Row</th><td>" + QByteArray("line<br>").repeated(38).toStdString() + "</td></tr>";
+  const QByteArray pdf = QByteArray::fromStdString(PdfOf(html + "</table>"));
+  EXPECT_TRUE(pdf.startsWith("%PDF-"));
+  EXPECT_EQ(pdf.count("/Type /Page\n"), 4);
 }
 
 TEST(Texts, AreTurnedIntoQtsOwnAndBack) {

@@ -1,5 +1,6 @@
 // The built programs, over a real pseudo-terminal and alone.
 #include <fcntl.h>
+#include <poll.h>
 #include <sys/prctl.h>
 #include <sys/resource.h>
 #include <sys/socket.h>
@@ -8,6 +9,8 @@
 #include <filesystem>
 #include <fstream>
 #include <future>
+#include <optional>
+#include <thread>
 
 #include "support/Harness.h"
 
@@ -193,6 +196,65 @@ TEST(EndToEnd, ConfigurationsTravelOnTheCommandLine) {
   other.Line();
   const std::string told = Process("vk32-cli", {"info", "VK5300", "--port", "COM6", "-y"}, folder).Rest();
   EXPECT_NE(told.find(": M\nFirmware Version: V\nFirmware Date: D\n"), std::string::npos) << told;
+}
+
+/// A device on a pseudo-terminal that says the same to whatever it hears, or repeats it; noise goes on in silence.
+struct Hostile {
+  explicit Hostile(const std::string& how) {
+    EXPECT_EQ(grantpt(host) + unlockpt(host), 0);
+    path = ptsname(host);
+    device = open(path.c_str(), O_RDWR | O_NOCTTY | O_CLOEXEC);  // else there is nothing to read from yet
+    talk = std::jthread([this, how](const std::stop_token& ending) {
+      while (!ending.stop_requested()) {
+        char heard[512];
+        pollfd waiting{host, POLLIN, 0};
+        const ssize_t count = poll(&waiting, 1, 20) > 0 ? read(host, heard, sizeof heard) : 0;
+        const std::string_view said = how == "echo"                 ? std::string_view(heard, count)
+                                      : how == "noise" || count > 0 ? "\x15TR\xFF@"
+                                                                    : "";
+        if (write(host, said.data(), said.size()) < 0) return;
+      }
+    });
+  }
+  ~Hostile() { talk.request_stop(), talk.join(), close(device), close(host); }
+
+  int host = posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC), device = -1;
+  std::string path;
+  std::jthread talk;
+};
+
+TEST(EndToEnd, WhatAHostileDeviceSaysIsNeverCalledDone) {
+  const auto run = [](const std::string& command, const std::string& how) {
+    const TemporaryFile file("read.cfg");
+    const std::string folder = fs::path(file.Path()).parent_path();
+    std::optional<Process> sim;
+    std::optional<Hostile> hostile;
+    const bool simulated = how.starts_with("--");
+    if (simulated) sim.emplace("vk32-sim", Split("VK5300 --port COM5 " + how), folder).Line();
+    const std::string port = simulated ? "COM5" : hostile.emplace(how).path;
+    Process cli("vk32-cli", Split(command + " -y --port " + port), folder);
+    const std::string told = cli.Rest();
+    EXPECT_EQ(cli.Wait(), 3) << command << " " << how << "\n" << told;
+    EXPECT_EQ(told.find(" has been "), std::string::npos) << command << " " << how << "\n" << told;
+    EXPECT_TRUE(!fs::exists(file.Path()) && (!fs::exists(folder + "/old") || fs::is_empty(folder + "/old"))) << how;
+  };
+  const std::string write = "write " VK32_EXAMPLES "/batch/template.cfg";
+  const std::pair<std::string, const char*> rows[] = {{"read VK5300 -o read.cfg", "echo"},
+                                                      {"read RB2000 -o read.cfg", "noise"},
+                                                      {"read VK-RTX-DF1 -o read.cfg", "nak"},
+                                                      {"read VK5300 -o read.cfg", "--misbehave unplug=60"},
+                                                      {"read VK5300 -o read.cfg", "--misbehave short=9"},
+                                                      {"info VK5300", "echo"},
+                                                      {"firmware " VK32_EXAMPLES "/example.rom", "noise"},
+                                                      {write, "echo"},
+                                                      {write, "noise"},
+                                                      {write + " --verify", "nak"},
+                                                      {write + " --verify", "--misbehave unplug=60"},
+                                                      {write + " --verify", "--misbehave bad-checksum"},
+                                                      {write + " --backup old", "echo"},
+                                                      {write + " --backup old", "--misbehave junk"}};
+  std::vector<std::future<void>> jobs;  // side by side: most of their time is waiting
+  for (const auto& [command, how] : rows) jobs.push_back(std::async(std::launch::async, run, command, how));
 }
 
 TEST(EndToEnd, ATraceIsPlayedAndSaysWhetherAllOfItWasAsked) {

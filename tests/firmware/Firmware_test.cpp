@@ -66,6 +66,12 @@ TEST(Firmware, TheProbeWantsTheWholeBannerInASecondAndErasesNothingOnceItWasLeft
     EXPECT_EQ(h.driver.written, Probe);
     EXPECT_TRUE(meanwhile.empty() || !h.app.comm.IsOpen(3));
     EXPECT_EQ(h.Elapsed(), lasts);
+    if (reply.bytes[0] != 'x') continue;
+    EXPECT_TRUE(h.details.ends_with("what came is not from the Offline Manager.\nSent last: 1B\nCame then: " +
+                                    Split(h.details, ':').back().substr(1)));
+    h.Next();  // of a device that says nothing any more
+    EXPECT_TRUE(
+        h.details.ends_with("nothing came within 1 s after the question for the Offline Manager.\nSent last: 1B\n"));
   }
 }
 
@@ -100,7 +106,8 @@ TEST(Firmware, ErasesAndStreamsInPieces) {
     EXPECT_EQ(h.Elapsed(), row.lasts);
     EXPECT_EQ(h.driver.written, Probe + Erase + (row.streamed ? h.content : "") + Leave);
     EXPECT_EQ(std::count(h.driver.calls.begin(), h.driver.calls.end(), "Write 10240"), row.size / 10240);
-    EXPECT_FALSE(h.app.comm.IsOpen(3) || device.gateway.NextDue());
+    EXPECT_FALSE(h.app.comm.IsOpen(3) || device.gateway.NextDue() || h.app.forms.Find("Firmware")->Busy);
+    h.Do("wait 2000");  // nothing ticks on
     EXPECT_EQ(device.gateway.Firmware(), row.streamed ? h.content : "");
     const bool installed = row.state.empty();
     EXPECT_EQ(h.Get("Firmware.ProgressInfoLbl.Caption"),
@@ -120,8 +127,10 @@ TEST(Firmware, TellsHowMuchIsLeft) {
   for (const std::string at : {"2000", "4000", "9500", "10500"}) {
     h.Do("after " + at + " get Firmware.DetailLbl.Caption");
   }
+  h.Do("after 3300 get Firmware.ProgressInfoLbl.Caption\nafter 3300 get Firmware.ProgressBar.Value");
   EXPECT_EQ(h.Next(),
             "value \"new.rom: 0 of 45 KB sent\"\n"
+            "value \"Firmware is being installed...\"\nvalue \"0\"\n"
             "value \"new.rom: 10 of 45 KB sent, 19 s left\"\n"
             "value \"new.rom: 10 of 45 KB sent, 13 s left\"\n"
             "value \"new.rom: 10 of 45 KB sent, 12 s left\"\n");

@@ -93,6 +93,8 @@ TEST(OfflineMngr, AFileGoesAsTextInThePiecesOfTheProductOrByXmodem) {
     const Bytes stored = content + Bytes(xmodem ? (128 - content.size() % 128) % 128 : 0, '\0');
     EXPECT_EQ(device.gateway.Firmware(), stored);
     EXPECT_TRUE(h.Text().ends_with("\r\nReceived " + std::to_string(stored.size()) + " bytes" + Menu));
+    if (xmodem) h.Send("answer yes\nanswer no", text);
+    EXPECT_TRUE(h.driver.state.fOutX) << "text goes by flow control, whatever went before";
   }
 }
 
@@ -104,6 +106,7 @@ TEST(OfflineMngr, WhatCameIsReadBackCopiedAndSaved) {
   Terminal h("RB2000", device);
   const auto top = [&h] { return h.Get("OfflineMngr.Term.TopRow") + "/" + h.Get("OfflineMngr.TermVScroll.Max"); };
   EXPECT_EQ(top(), "17/17");
+  EXPECT_EQ(h.Get("OfflineMngr.TermVScroll.LargeChange"), "23");
   h.Do("scroll OfflineMngr.TermVScroll 3\nwait 500");
   EXPECT_EQ(top(), "3/17") << "the user reads on where he is";
   h.Do("scroll OfflineMngr.TermVScroll 17");

@@ -52,17 +52,28 @@ TEST_F(ControlsTest, ATextRunsItsHandlerAtEachAssignmentAndKey) {
   Check({&text.Text, &text.SelStart, &text.SelLength},
         {{[&] { text.Text = "abc", text.Text = "abcdef"; }, "name:abc name:abcdef |abcdef|6|0"},
          {[&] { text.Key('\b'), text.Key('g'), text.Key('\r'); }, "name:abcde name:abcdeg |abcdeg|6|0"},
-         {[&] { text.SelStart = 1, text.SelLength = 99; }, "|abcdeg|1|5"},
-         {[&] { text.SelStart = -1; }, "fault 5|abcdeg|1|5"},
-         {[&] { text.SelLength = -1; }, "fault 5|abcdeg|1|5"},
-         {[&] { text.OnKeyPress = noX, text.Key('x'), text.Key('y'); }, "name:ay |ay|2|0"},
-         {[&] { text.SelStart = 1, text.Key('\b'), text.Key('\b'); }, "name:y name:y |y|0|0"},
-         {[&] { text.SelLength = 1, text.Key('\b'); }, "name: ||0|0"},
+         {[&] { text.SelStart = 1, text.SelLength = 99, text.SelStart = 2; }, "|abcdeg|2|4"},
+         {[&] { text.SelStart = -1; }, "fault 5|abcdeg|2|4"},
+         {[&] { text.SelLength = -1; }, "fault 5|abcdeg|2|4"},
+         {[&] { text.OnKeyPress = noX, text.Key('x'), text.Key('y'); }, "name:aby |aby|3|0"},
+         {[&] { text.SelStart = 1, text.Key('\b'), text.Key('\b'); }, "name:by name:by |by|0|0"},
+         {[&] { text.SelLength = 2, text.Key('\b'); }, "name: ||0|0"},
          {[&] { text.SetSelText("abz"), text.SelStart = 9; }, "name:abz |abz|3|0"}});
   text.TakeChange();
   EXPECT_EQ(text.TakeChange(), 3u);
   text.Key('d'), text.SelStart = 1, text.Key('c');
   EXPECT_EQ(text.TakeChange(), 1u);
+}
+
+TEST(TextRows, BreakAtLineEndsAndWhereTheyAreFullInWhateverPiecesTheTextCame) {
+  const std::string text = "abcd\nabcde\r\n\rx\n\nab\r";
+  for (std::size_t from = 0; from <= text.size(); ++from) {
+    TextRows rows(4);
+    rows.Follow(text.substr(0, from), 0), rows.Follow(text, from);
+    std::string seen;
+    for (int i = 0; i < rows.Count(); ++i) seen += text.substr(rows[i].start, rows[i].length) + "|";
+    EXPECT_EQ(seen, "abcd|abcd|e|\rx||ab|") << from;
+  }
 }
 
 TEST_F(ControlsTest, AnOptionClearsTheOthersOfItsContainer) {

@@ -170,8 +170,12 @@ TEST(Conversation, AHeldLineStopsNobody) {
   device.says[h.loop.Now() + 2ms] = "\x06";
   device.says[h.loop.Now() + 3ms] = "\x06\x13";
   h.Elapsed();
-  h.Do("answer yes\nafter 1000 click Firmware.CancelCmd\nclick Firmware.NextCmd\nforms");
-  EXPECT_EQ(h.Elapsed(), 1s);
+  const std::string sending = "value \"new.rom: 0 of 30 KB sent, 15 s left\"\n";
+  const std::string told = h.Do(
+      "answer yes\nafter 1500 get Firmware.DetailLbl.Caption\nafter 2000 click Firmware.CancelCmd\n"
+      "click Firmware.NextCmd");
+  EXPECT_TRUE(told.starts_with(sending)) << told;
+  EXPECT_EQ(h.Elapsed(), 2s);
   EXPECT_EQ(ToHex(device.heard), "1B A5 FB A5 A5");
 }
 

@@ -25,6 +25,9 @@ TEST(Exchange, TellsHowFarItIsHowItEndedAndWhatIsKnownOfAFailure) {
        "not answer within 27.4 s. Is the Configure button pressed?|COM3: nothing came within 27.4 s after the "
        "configuration.\nSent last: 4E 45 45 CA 01"},
       {{}, "RB3000|Open|100|COM3 can't be opened: words of 13 0|COM3 can't be opened: words of 13"},
+      {{},
+       "RB3000|Write|100|COM3 has failed: words of 13  COMM Error Flags = 0 0|COM3 has failed: words of 13  COMM Error "
+       "Flags = 0"},
       {{.unplugAfter = 20},
        "RBCard|NextCmd|5|Written to COM3: 59 bytes. Waiting for the acknowledgement, 7 s at most 59|"
        "COM3 has failed: words of 5|COM3: has failed: words of 5.\nSent last: 4E 45 45 32 00"},
@@ -57,15 +60,17 @@ TEST(Exchange, TellsHowFarItIsHowItEndedAndWhatIsKnownOfAFailure) {
     GatewayDevice device(kind, how, true);
     WizardUser user(kind, &device);
     if (click == "NextCmd") user.Use((kind == "VK-RTX-Modbus" ? Dhcp : "") + "to ApplyFrame");
-    if (click == "Open") user.driver.Fail("Open", 13);
+    const bool fails = click == "Open" || click == "Write";
+    if (fails) user.driver.Fail(click, 13);
     const std::string form = click == "DeviceInfoCmd" ? "ProductMenu" : user.form;
     std::string during;
     user.loop.StartTimer(std::stoi(texts[2]) * 1ms, [&] {
       during = user.Get(form + ".StatusLbl.Caption");
       if (form == user.form) during += " " + user.Get(form + ".StatusBar.Value");
       EXPECT_TRUE(user.app.forms.Find(form)->Busy);
+      EXPECT_EQ(user.app.forms.Find("DownloadingMsg") != nullptr, kind == "RB2000" && click == "NextCmd");
     });
-    user.Do("click " + form + "." + (click == "Open" ? "UploadCmd" : click));
+    user.Do("click " + form + "." + (fails ? "UploadCmd" : click));
     EXPECT_EQ(during, texts[3]);
     EXPECT_EQ(user.Get(form + ".StatusLbl.Caption"), texts[4]);
     EXPECT_EQ(user.details.substr(0, details.empty() ? std::string::npos : details.size()), details);

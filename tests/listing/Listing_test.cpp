@@ -4,6 +4,7 @@
 #include <set>
 
 #include "app/Backstage.h"
+#include "listing/Report.h"
 #include "models/WizardUser.h"
 #include "models/wizard/WizardForm.h"
 
@@ -57,6 +58,53 @@ TEST(Listing, ComparesByFieldInTheOrderOfThePages) {
             "Page: new - > 9 s\nPage: gone  > -\nPage: c 3 s > 5 s\nPage: d 4 s > -\nPage: last - > 7 s\n");
 }
 
+TEST(Listing, IsReportedPageByPageAndItsTablesRowByRow) {
+  const auto row = [](const char* page, const char* group, const char* field, const char* value, const char* unit = "",
+                      bool shown = true) {
+    return ListedValue{field, page, group, field, value, unit, nullptr, shown};
+  };
+  const Listing listing{row("Ports", "", "Speed", "9600", "Baud"),
+                        row("Ports", "CHA", "a<b", "\xE9"),
+                        row("Ports", "CHA", "Hidden", "1", "", false),
+                        row("Table", "", "Empty", "", "s"),
+                        row("Table", "Slot 1", "From", "1"),
+                        row("Table", "Slot 1", "To", "2", "m"),
+                        row("Table", "Slot 2", "From", "3"),
+                        row("Table", "Slot 2", "To", "No"),
+                        row("Table", "Slot 3", "From", ""),
+                        row("Table", "Slot 3", "To", "No"),
+                        row("Table", "Client 1", "Address", "x"),
+                        row("Last", "Client 1", "Address", "y")};
+  EXPECT_EQ(
+      TextReport(listing),
+      "\nPorts\n  Speed: 9600 Baud\n  CHA\n    a<b: \u00E9\n\nTable\n  Empty: \n  Slot 1\n    From: 1\n    To: 2 m\n"
+      "  Slot 2\n    From: 3\n    To: No\n  Client 1\n    Address: x\n\nLast\n  Client 1\n    Address: y\n");
+  const std::string html = HtmlReport({"P", "", "COM3", "", "V"}, listing), fields = "<table class=\"fields\">\n",
+                    rows = "</table>\n<table class=\"rows\"><thead><tr><th></th>", end = "</tbody></table>\n";
+  EXPECT_TRUE(html.find(fields + "<tr><th>Product</th><td>P</td></tr>\n<tr><th>Source</th><td>COM3</td></tr>\n"
+                                 "<tr><th>Program</th><td>V</td></tr>\n</table>\n<table class=\"plant\">") !=
+              std::string::npos);
+  EXPECT_EQ(html.substr(html.find("<h2>")),
+            "<h2>Ports</h2>\n" + fields + "<tr><th>Speed</th><td>9600 Baud</td></tr>\n</table>\n<h3>CHA</h3>\n" +
+                fields + "<tr><th>a&lt;b</th><td>\u00E9</td></tr>\n</table>\n<h2>Table</h2>\n" + fields +
+                "<tr><th>Empty</th><td></td></tr>\n" + rows +
+                "<th>From</th><th>To</th></tr></thead><tbody>\n"
+                "<tr><th>Slot 1</th><td>1</td><td>2 m</td></tr>\n<tr><th>Slot 2</th><td>3</td><td>No</td></tr>\n" +
+                end + rows.substr(9) + "<th>Address</th></tr></thead><tbody>\n<tr><th>Client 1</th><td>x</td></tr>\n" +
+                end + "<h2>Last</h2>\n" + rows.substr(9) +
+                "<th>Address</th></tr></thead><tbody>\n"
+                "<tr><th>Client 1</th><td>y</td></tr>\n" +
+                end + "</body>\n</html>\n");
+  const std::string both =
+      HtmlComparison({}, "1 differs", "A", "B", {{"Ports", "", "Speed", "1", {}}, {"Ports", "", "Size", "", ""}});
+  EXPECT_EQ(both.substr(both.find("<h2>")),
+            "<h2>1 differs</h2>\n<table class=\"rows\"><thead><tr><th></th><th>Page and "
+            "field</th><th>A</th><th>B</th></tr></thead>"
+            "<tbody>\n<tr><td>\u2260</td><td>Ports: Speed</td><td>1</td><td>not there</td></tr>\n"
+            "<tr><td></td><td>Ports: Size</td><td>empty</td><td>empty</td></tr>\n" +
+                end + "</body>\n</html>\n");
+}
+
 TEST(Listing, KnowsWhatPagesWillShow) {
   WizardUser user("VK-RTX-DF1");
   user.Use(Dhcp +
@@ -78,6 +126,7 @@ TEST(Listing, KnowsWhatPagesWillShow) {
             "Protocol Conversion Settings: ASCII - PCCC Conversion Settings - Channel A, File Number  > 0\n"
             "Protocol Conversion Settings: ASCII - PCCC Conversion Settings - Channel A, Element Number  > 0\n");
   EXPECT_FALSE(second.Open("/nowhere/plant.cfg"));
+  EXPECT_TRUE(second.screen.told.back().starts_with("/nowhere/plant.cfg can't be read"));
 }
 
 TEST(Listing, SaysWhereTheValuesComeFrom) {

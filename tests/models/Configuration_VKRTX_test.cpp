@@ -81,6 +81,7 @@ TEST(ConfigurationVkRtx, TablesKeepTheirOrderWithoutAGap) {
   // How many there are before, the act and its slot, the lows that are left, the bar's Max.
   const std::tuple<int, char, int, std::string, std::string> rows[] = {
       {4, '+', 3, "1 2 99 3 4", "0"},
+      {4, '+', 4, "1 2 3 99 4", "0"},
       {5, '+', 1, "99 1 2 3 4 5", "480"},
       {19, '+', 20, "1 2 3 4 5 6 7 8 9 10 11 12 13 14 15 16 17 18 19 99", "7200"},
       {1, '-', 1, "", "0"},
@@ -124,9 +125,10 @@ TEST(ConfigurationVkRtx, ARouteIsTakenWhole) {
   // A port that has left the lists shows as empty.
   user.Use("back SerComFrame\nselect EnableCHBLst False\n" + Routes + "click EditRouteCmd");
   const std::string look =
-      "\nsee Route.SlotLst Route.SourceLst Route.RemDstLowTxt Route.DestinationLst Route.IPAddressTxt";
-  EXPECT_EQ(user.Use(look), "1||1|Ethernet|10.0.0.9");
-  EXPECT_EQ(user.Use("select Route.SlotLst 2" + look), "2|Channel A|3||");
+      "\nsee Route.SlotLst Route.SourceLst Route.RemDstLowTxt Route.RemDstHighTxt Route.DestinationLst "
+      "Route.IPAddressTxt";
+  EXPECT_EQ(user.Use(look), "1||1|2|Ethernet|10.0.0.9");
+  EXPECT_EQ(user.Use("select Route.SlotLst 2" + look), "2|Channel A|3|4||");
   user.Use("select Route.DestinationLst Ethernet\ntype Route.IPAddressTxt 1.1.1.1\nclick Route.PerformRouteCmd");
   EXPECT_EQ(user.Row(RouteCells, 2), "2|Channel A|3|Ethernet|1.1.1.1");
   // A row that went under the editor does not come back, and no other goes in its place.
@@ -149,6 +151,8 @@ TEST(ConfigurationVkRtx, AnEditorSaysWhatItLacks) {
       {Df1, "fill Route 1|Channel A|1|9|Ethernet|10", "IP Address: enter four numbers from 0 to 255, parted by points"},
       {Df1, "fill Route 1|Channel A|1|9|Ethernet|1.1.1.1", ""},
       {Modbus, "fill ABModMapping 1|Typed R/W|7|0|4X|0", "Data Type is missing"},
+      {Modbus, "fill ABModMapping 1|Typed R/W|7|0|4X|10000|8|Integer",
+       "Modbus Start Address: enter a number from 1 to 9999"},
       {Modbus, map + "1|256", "High Address: enter a number from 0 to 255"},
       {Modbus, map + "1|2", ""}};
   for (const auto& [model, acts, hint] : rows) {
@@ -221,6 +225,11 @@ TEST(ConfigurationVkRtx, MapsAreShownAndReadBackAndOneThatFailsLeavesWhatIsDone)
     EXPECT_EQ(user.Use("see ABModMapping.LowAddrLst ABModMapping.ModRefLst ABModMapping.ModStartTxt "
                        "ABModMapping.ABFncLst ABModMapping.DataTypeLst"),
               readBack);
+    const auto entered = Split(entries, '|');
+    EXPECT_EQ(
+        user.Use(
+            "see ABModMapping.ABFileTxt ABModMapping.ABWordTxt ABModMapping.DataPointsTxt ABModMapping.HighAddrLst"),
+        entered[1] + "|" + entered[2] + "|" + entered[5] + "|" + entered[8]);
   }
   VkRtx user(Modbus);
   const auto lows = [&] {  // of rows and records
@@ -362,8 +371,9 @@ TEST(ConfigurationVkRtx, ShowsWhatADeviceSays) {
       {Modbus, 2, "02" + port, "EnableCHBLst", "False", "00" + port},
       {Df1, 1, "00 01 02 03 09 03 07 05 00 00 07", "SerBaudLst(0) SerParityLst(0) SerHandLst", "9600|None|Yes",
        "01 01 02 03 09 03 07 01 00 00 07"},
-      {Df1, 3, "05 01 A8 C0 00 00 00 00 00 00 00 00 02 07 FF 00 00 00 00 00 09", "EthDHCPLst EthSpeedLst EthIPTxt",
-       "Enabled|Auto Detect|192.168.1.5", nothing + "01 FF 00 00 00 00 00 09"},
+      {Df1, 3, "05 01 A8 C0 00 00 00 00 00 00 00 00 02 07 FF 00 00 00 00 00 09",
+       "EthDHCPLst EthSpeedLst EthIPTxt\nto EthProtoFrame\nshown ABEthernetParamFrame",
+       "Enabled|Auto Detect|192.168.1.5+", nothing + "01 FF 00 00 00 00 00 09"},
       {Df1, 4, "03", "Df1ModeLst(0) Df1ErrorLst(0)\nget Df1ParamFrame(0).Visible", "|CRCvalue \"True\"\n", "03"},
       {Df1, 50, "32 01 A8 C0 00 05", "EIPClientIpAddrValLbl(0) EIPClientSlotTxt(0)", "192.168.1.50|0", ""},
       {Df1, 100, "FF 27 10 00 FF 01 02 00 FE 01 02 03 04",

@@ -226,6 +226,7 @@ TEST(Serial, MarksTheSlotsThatShowWhatWillNotBeSent) {
   EXPECT_EQ(user.Use(Slot(0, "|||") + look), "-+-Slot 2" + hint);
   EXPECT_EQ(user.Use("click BackCmd\n" + look + "\nclick NextCmd\n" + look), "----+-Slot 2" + hint);
   EXPECT_EQ(user.Use(Slot(1, "1|2|3|4") + look), "---");
+  EXPECT_EQ(user.Use("type ModStartTxt(2) 99999999999\n" + look), "--+Slot 3" + hint);
 }
 
 TEST(Serial, TakesAndGivesAWholeConfiguration) {
@@ -285,8 +286,9 @@ TEST(Serial, AFinishThatFailsLeavesEverythingForAnotherTry) {
 
 TEST(Serial, WithoutAPortOnlyFilesAreLeft) {
   WizardUser user("RB2000");
-  EXPECT_EQ(user.Use("shown UploadCmd\nget DownOpt.Enabled\nget DownSaveOptLbl.Enabled\nget SaveOpt.Enabled"),
-            "-value \"False\"\nvalue \"False\"\nvalue \"True\"\n");
+  EXPECT_EQ(user.Use("shown UploadCmd\nget DownOpt.Enabled\nget DownSaveOptLbl.Enabled\nget DownSaveOpt.Enabled\n"
+                     "get SaveOpt.Enabled"),
+            "-value \"False\"\nvalue \"False\"\nvalue \"False\"\nvalue \"True\"\n");
   EXPECT_EQ(user.Use("to ApplyFrame\nclick NextCmd\npage"), "reminder\ntime-out\nApplyFrame");
 }
 

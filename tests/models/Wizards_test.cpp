@@ -35,6 +35,9 @@ TEST(Wizards, StartAnewEachTime) {
           << control->Name();
     }
     for (const auto& [frame, count] : chosen) EXPECT_EQ(count, 1) << frame->Name();
+    EXPECT_EQ(user.Get(user.form + ".DeviceLbl.Caption"), user.app.globals.CurrentProduct);
+    EXPECT_EQ(user.Get(user.form + ".ModelLbl.Caption"), user.app.globals.CurrentModel);
+    if (user.app.globals.CurrentModel == "AB Ethernet, ASCII, DF1") second.Teach(4, "\3");  // what no list shows
     user.Use("click UploadCmd");
     ChangeEverything(user);
     user.Use("again");
@@ -255,6 +258,7 @@ TEST(Wizards, VerifyWhatTheDeviceHolds) {
       EXPECT_NE(user.Do("click " + user.form + ".NextCmd").find(told), std::string::npos);
       EXPECT_EQ(boxes, count);
       EXPECT_EQ(user.Use("page"), page);
+      EXPECT_TRUE(count == 2 || what == "good" || user.Use("see SourceLbl").starts_with("Written to COM3, 21:4"));
       EXPECT_EQ(user.app.forms.Find("Compare") != nullptr, what == "other");
       EXPECT_EQ(user.driver.WaitHandle(1), -1);
       if (what != "good") continue;
@@ -282,6 +286,47 @@ TEST(Wizards, ReportWhatTheyShowAndWhereItDiffers) {
     EXPECT_EQ(printed.find("box ") != std::string::npos, !told.empty()) << printed;
     EXPECT_NE(printed.find(told), std::string::npos) << printed;
     EXPECT_NE(report.Content().find(content), std::string::npos) << report.Content();
+  }
+  const std::string
+      look = "see Compare.DiffSignLbl(1) Compare.ValueFieldLbl(1) Compare.DiffSignLbl(4) Compare.ValueFieldLbl(4)",
+      first = "\u2260|DH+ Communication Settings: DH+ Parameters, Network Mode||";
+  EXPECT_EQ(user.Use(look), first);
+  EXPECT_EQ(user.Use("see Compare.ValueLeftLbl(0) Compare.ValueRightLbl(0)"),
+            "In the wizard\r\n3 values changed|In the file\r\nplant.cfg");
+  user.Do("check Compare.ShowAllChk on");
+  EXPECT_EQ(user.Use(look), first + "DF1 Settings: Serial Parameters, Serial Speed");
+}
+
+// In each line of a file another number: it is saved again as it was opened, or refused by words that lead to it.
+TEST(Wizards, EachNumberOfAFileCounts) {
+  for (const TestedModel& model : TestedModels) {
+    if (std::string_view(model.kind).starts_with("RB")) continue;
+    WizardUser maker(model.kind);
+    ChangeToWhatFits(maker, model.kind);
+    maker.Use("finish SaveOpt");
+    const std::string content = maker.file.Content();
+    int refused = 0;
+    for (std::size_t at = 0; at < content.size(); ++at) {
+      const std::size_t end = content.find_first_not_of("0123456789", at);
+      if (at == 0 || end == at || (content[at - 1] != ',' && content[at - 1] != '\n')) continue;
+      const bool alone = content[end] == '\r' && content[at - 1] == '\n';  // routes and clients follow each other
+      for (const char* number : {"1", "300"}) {
+        WizardUser user(model.kind);
+        const std::string changed = std::string(content).replace(at, end - at, number);
+        user.file.Fill(changed);
+        if (user.Use("open\npage") == "broken\nConfigFrame") continue;
+        std::string told;
+        for (int page = 0; page < 10 && told.empty() && user.Use("page") != "ApplyFrame"; ++page)
+          told = user.Use("click NextCmd");
+        if (told.empty()) told = user.Use("click SaveOpt\nfile " + user.file.Path() + "\nclick NextCmd");
+        EXPECT_TRUE(!alone || number[0] != '1' || user.file.Content().starts_with(changed.substr(0, at + 2)))
+            << user.file.Content() << changed;
+        EXPECT_EQ(user.Use("page") == "closed" ? "+" : user.Use("shown PageHintLbl"), "+")
+            << changed.substr(0, at) << told;
+        refused += !told.empty();
+      }
+    }
+    EXPECT_GT(refused, 0) << model.kind;
   }
 }
 

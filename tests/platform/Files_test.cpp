@@ -14,6 +14,7 @@
 static struct Disk {
   int file = 0, folder = 0;  // errno of their syncs
   bool modes = true, full = false;
+  bool cleared = false;  // once: another save takes a new file for a leftover, just before it is locked
 } disk;
 
 // The system's own, but for what the disk refuses: no real one can be made to.
@@ -23,8 +24,18 @@ extern "C" int fsync(int fd) {
   errno = S_ISDIR(found.st_mode) ? disk.folder : disk.file;
   return errno != 0 ? -1 : static_cast<int>(syscall(SYS_fsync, fd));
 }
+extern "C" int syncfs(int fd) noexcept {
+  errno = disk.file;
+  return errno != 0 ? -1 : static_cast<int>(syscall(SYS_syncfs, fd));
+}
 extern "C" int fchmod(int fd, mode_t mode) noexcept {
   return disk.modes ? static_cast<int>(syscall(SYS_fchmod, fd, mode)) : -1;
+}
+extern "C" int flock(int fd, int operation) noexcept {
+  if (std::exchange(disk.cleared, false)) {
+    unlink(std::filesystem::read_symlink("/proc/self/fd/" + std::to_string(fd)).c_str());
+  }
+  return static_cast<int>(syscall(SYS_flock, fd, operation));
 }
 extern "C" int statvfs(const char*, struct statvfs* found) noexcept {
   *found = {};
@@ -146,10 +157,18 @@ TEST_F(FilesTest, PlacesWhereNothingCanBeSaved) {
 }
 
 TEST_F(FilesTest, OfTheNewFileAllIsStoredOrNothing) {
+  const auto open = Entries("/proc/self/fd");
   const auto saveOnFullDisk = [&] {
     const rlimit small{100, 100};
     signal(SIGXFSZ, SIG_IGN);
     _exit(setrlimit(RLIMIT_FSIZE, &small) + Save("file", std::string(101, 'x')));
+  };
+  const auto saveBoth = [&](Lasting lasting) {
+    return FaultOf([&] {
+      std::list<OutputFile> files;
+      for (const char* name : {"file", "other"}) files.emplace_back(Path(name), lasting).Write("both");
+      OutputFile::CommitAll(files);
+    });
   };
   for (const mode_t mode : {0600u, 0664u}) {
     Put("file", "old", mode);
@@ -157,12 +176,18 @@ TEST_F(FilesTest, OfTheNewFileAllIsStoredOrNothing) {
     EXPECT_EXIT(saveOnFullDisk(), testing::ExitedWithCode(57), "");
     disk.file = EIO;
     EXPECT_EQ(Save("file", "new"), 57);
+    EXPECT_EQ(saveBoth(Lasting::ForGood), 57);
     EXPECT_EQ(Text("file"), "old");
+    EXPECT_EQ(Entries(), 1);
+    EXPECT_EQ(saveBoth(Lasting::ThisRun), 0);
+    EXPECT_EQ(Text("file") + Text("other"), "bothboth");
+    fs::remove(Path("other"));
     disk = {EINVAL, EIO, false};  // no such step; and the file stands in its place all the same
     EXPECT_EQ(Save("file", "new"), 0);
     EXPECT_EQ(Text("file"), "new");
     EXPECT_EQ(Mode("file"), 0600u);  // at most what the old one had
   }
+  EXPECT_EQ(Entries("/proc/self/fd"), open);
   EXPECT_EQ(Entries(), 1);
 }
 
@@ -176,9 +201,10 @@ TEST_F(FilesTest, SaveClearsWhatKilledOnesHaveLeft) {
   EXPECT_EQ(Entries(), 1);
   for (const char* name : {".vk32-1.tmp", ".vk32-12345678.cfg", "avk32-12345678.tmp"}) Put(name, "");
   fs::create_symlink("avk32-12345678.tmp", Path(".vk32-00000000.tmp"));
+  disk.cleared = true;
   OutputFile first(Path("first"));
-  EXPECT_EQ(Entries(), 5);
   Save("second", "2");
+  EXPECT_EQ(Entries(), 6);
   first.Write("1");
   first.Commit();
   EXPECT_EQ(Text("first") + Text("second"), "12");

@@ -203,7 +203,7 @@ TEST_F(PosixSerialDriverTest, GoneDeviceIsAnErrorAndNotASpin) {
     for (int time = 1; time <= 2; ++time) EXPECT_EQ(verb() ? 0 : driver_.LastError(), EIO) << &verb - verbs << time;
     EXPECT_EQ(driver_.WaitHandle(handle_), -1);
     EXPECT_EQ(driver_.ErrorText(EIO), "Input/output error: the serial device is gone: plug it in again");
-    EXPECT_TRUE(driver_.Close(handle_));
+    EXPECT_TRUE(driver_.Close(handle_) && !driver_.Close(handle_));
     EXPECT_EQ(verb() ? 0 : driver_.LastError(), EBADF) << &verb - verbs;
   }
   EXPECT_EQ(loop_.sleeps, 0);
@@ -271,13 +271,13 @@ TEST_F(PosixSerialDriverTest, StateIsTakenStrictly) {
   for (const std::int32_t baud : {300, 1200, 2400, 4800, 9600, 19200, 38400, 57600, 115200, 230400}) {
     EXPECT_TRUE(driver_.SetState(handle_, {baud, 'N', 8, 1, baud > 9600, Xon, Xoff})) << baud;
     EXPECT_TRUE(driver_.GetState(handle_, dcb_) && dcb_.BaudRate == baud && dcb_.fOutX == (baud > 9600)) << baud;
-    EXPECT_EQ(dcb_.ByteSize, 8);
+    EXPECT_EQ(dcb_.ByteSize * 10000 + dcb_.XonChar * 100 + dcb_.XoffChar, 81719);
   }
   // No pseudo-terminal has parity or seven bits, so these are wrong here as well.
   const auto refuse = [&](const DeviceControlBlock& wrong) {
     EXPECT_TRUE(!driver_.SetState(handle_, wrong) && driver_.LastError() == EINVAL) << wrong.BaudRate << wrong.Parity;
   };
-  refuse({9601, 'N', 8, 1}), refuse({9600, 'M', 8, 1}), refuse({9600, 'E', 8, 1});
+  refuse({9601, 'N', 8, 1}), refuse({9600, 'M', 8, 1}), refuse({9600, 'E', 8, 1}), refuse({9600, 'O', 8, 1});
   refuse({9600, 'N', 7, 1}), refuse({9600, 'N', 4, 1}), refuse({9600, 'N', 9, 1});
   refuse({9600, 'N', 8, 3}), refuse({9600, 'N', 8, 0});
   EXPECT_TRUE(driver_.BuildState(Good, dcb_) && !driver_.BuildState("baud=9600", dcb_));

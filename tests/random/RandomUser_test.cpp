@@ -3,8 +3,10 @@
 #include <cstdlib>
 #include <map>
 #include <random>
+#include <set>
 
 #include "core/Convert.h"
+#include "forms/FieldNames.h"
 #include "forms/Tables.h"
 #include "link/Conversation.h"
 #include "platform/SystemEventLoop.h"
@@ -60,6 +62,7 @@ class RandomUser {
     for (int i = 0; i < 60 && !Ended(); ++i) {
       for (unsigned n = Pick(3); n > 0; --n) h.loop.StartTimer(Pick(6000) * 1ms, [this] { Act(); });
       Act();
+      Look();
       if (Pick(3) == 0) Wait(Pick(8000) * 1ms);
     }
     Wait(100s);
@@ -90,6 +93,38 @@ class RandomUser {
     for (const auto& [weight, does] : deeds) {
       if (at < weight) return taken ? void() : (this->*does)();
       at -= weight;
+    }
+  }
+
+  /// The part of a place that a frame shows.
+  static Place In(const Place& frame, const Place& place) {
+    const int left = std::max(frame.left, place.left), top = std::max(frame.top, place.top),
+              right = std::min(frame.left + frame.width, place.left + place.width),
+              bottom = std::min(frame.top + frame.height, place.top + place.height);
+    return {left, top, std::max(right - left, 0), std::max(bottom - top, 0)};
+  }
+  /// Whatever goes on: nothing that can be used lies over another or leaves its form, and what scrolls does by pages.
+  void Look() {
+    for (const auto& form : h.app.forms.Loaded()) {
+      std::vector<std::pair<Place, Control*>> seen;
+      for (Control* control : form->Controls()) {
+        using Kind = Control::Kind;
+        static const std::set<Kind> used{Kind::TextBox,      Kind::ComboBox,    Kind::CheckBox,
+                                         Kind::OptionButton, Kind::ImageButton, Kind::CommandButton};
+        const auto* bar = dynamic_cast<const VScrollBar*>(control);
+        EXPECT_TRUE(!bar || bar->Max == 0 || bar->LargeChange > bar->SmallChange) << Path(*control);
+        if (!used.contains(control->GetKind()) || !control->Shown()) continue;
+        Place place = PlaceOf(*control);
+        for (const Frame* frame = control->Parent(); frame; frame = frame->Parent()) place = In(PlaceOf(*frame), place);
+        if (place.width * place.height == 0) continue;
+        const Place inForm = In({0, 0, form->Width, form->Height}, place);
+        EXPECT_TRUE(inForm.width == place.width && inForm.height == place.height) << Path(*control);
+        for (const auto& [other, what] : seen) {
+          const Place both = In(other, place);
+          EXPECT_EQ(both.width * both.height, 0) << Path(*control) << " lies over " << Path(*what);
+        }
+        seen.emplace_back(place, control);
+      }
     }
   }
 

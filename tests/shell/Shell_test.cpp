@@ -51,6 +51,33 @@ TEST(MainMenu, OpensAboutOnceAndTheWebAndEnds) {
   EXPECT_EQ(h.Do("forms\nclick MainMenu.ExitCmd"), Menu + "ended\n");
 }
 
+TEST(About, SavesWhatTheMakerNeeds) {
+  const TemporaryFile file("support.txt");
+  const std::string save = "click ProductMenu.ReturnCmd\nclick MainMenu.AboutCmd\nclick About.SupportCmd\n",
+                    head =
+                        "VK32 support file\nDate: 2026-11-25 21:40\nProgram: VK32 " + ProgramVersion() + "\nSystem: ",
+                    ports = "\n\nPorts found\n  none\n",
+                    last = "\nLast exchanges (ms since the start of the program, > sent, < came)\n";
+  GatewayDevice device("RBCard");
+  Harness h;
+  h.GoTo("RBCardCmd", &device);
+  h.Do("file " + file.Path() + "\n" + save);
+  EXPECT_EQ(h.Get("About.SupportLbl.Caption"), "Saved as " + file.Path());
+  EXPECT_TRUE(file.Content().starts_with(head)) << file.Content();
+  EXPECT_TRUE(file.Content().ends_with("Product: RBCard\nPort: COM3" + ports + last + "  none\n")) << file.Content();
+  h.Do("click MainMenu.RBCardCmd\nclick ProductMenu.ConfigureCmd\nclick Configuration_RBCard.UploadCmd");
+  EXPECT_NE(h.Do("file /nowhere/x\n" + save).find("box critical \"Error!\" \"The folder"), std::string::npos);
+  h.Do("file " + file.Path() + "\nclick About.SupportCmd");
+  for (const std::string& part :
+       {ports + "\nConfiguration of the RBCard\n  Values: Read from COM3, 21:40\n  Changed: No changes\n"
+                "\nDH+ Communication Settings\n  DH+ Parameters\n    Network Mode: DH+\n",
+        last + "       0.000 > 54 45 45  image upload\n"}) {
+    EXPECT_NE(file.Content().find(part), std::string::npos) << file.Content();
+  }
+  h.Do("click About.CloseCmd");
+  EXPECT_FALSE(h.app.forms.Find("About"));
+}
+
 const std::string Plain = "ConfigureCmd OfflineCmd ", Upgrade = "ConfigureCmd UpgradeCmd OfflineCmd ";
 const struct {
   std::string clicks, chosen, firstLed, tools, blocks{};

@@ -6,6 +6,7 @@
 #include <stdexcept>
 
 #include "models/WizardUser.h"
+#include "trace/MessageNames.h"
 
 namespace vk32::sim {
 namespace {
@@ -69,6 +70,26 @@ TEST(Trace, NamesWhatPasses) {
       if (at > 8 && at != std::string::npos) seen.insert(line.substr(at + 2));
     }
     EXPECT_EQ(seen, names) << user.app.trace.Text();
+  }
+}
+
+TEST(Trace, KnowsAMessageByAllOfItsBytes) {
+  const std::pair<Bytes, std::string> rows[] = {{FromHex("A5 DD"), "device information"},
+                                                {FromHex("DD"), "continue device information"},
+                                                {FromHex("A5 FB"), "firmware mode"},
+                                                {"\x1B", "recovery probe"},
+                                                {"\r", "recovery newline"},
+                                                {FromHex("A5 CE 06 F5 00 05 00 40 C6"), "block read"},
+                                                {FromHex("A5 CE 08 FA 00 07 00 02 00 FF FE"), "block write"},
+                                                {'\1' + Bytes(64, '\2') + '\x7F', "block read reply"},
+                                                {"\6\1" + Bytes(64, '\2') + '\x7F', "acknowledge, block read reply"},
+                                                {"NEE" + FromHex("0D 01") + Bytes(273, '\0'), "image download"},
+                                                {"TR" + FromHex("03 01") + Bytes(261, '\0'), "image upload reply"},
+                                                {'\1' + Bytes(131, 'x'), "Xmodem block"}};
+  for (const auto& [bytes, name] : rows) {
+    EXPECT_EQ(MessageName(bytes), name);
+    EXPECT_EQ(MessageName(bytes + '\3'), "") << name;
+    EXPECT_EQ(MessageName(bytes.size() == 1 ? "?" : bytes.substr(0, bytes.size() - 1)), "") << name;
   }
 }
 

@@ -117,6 +117,7 @@ std::uint32_t FakeSerialDriver::Carry(std::string_view data) {
 }
 
 bool FakeSerialDriver::Write(Handle handle, std::string_view data, std::uint32_t& count) {
+  count = 1;  // as a failure may leave it
   if (!Call(handle, Words("Write", data.size()))) return false;
   RunDue(loop_.Now());
   if (!held_) return Done(count = Carry(data));

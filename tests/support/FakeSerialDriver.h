@@ -112,7 +112,9 @@ class FakeSerialDriver : public SerialDriver, public Outside {
   WaitFor PendingWait(Handle) const override { return {-1, WaitFor::ToWrite, outgoing_ ? giveUp_ : loop_.Now()}; }
   bool Close(Handle handle) override;
   std::int32_t LastError() const override { return lastError_; }
-  std::string ErrorText(std::int32_t code) const override { return "  words of " + std::to_string(code) + " "; }
+  std::string ErrorText(std::int32_t code) const override {
+    return "  words of " + std::to_string(code) + std::string(" \0x", 3);
+  }
   int WaitHandle(Handle handle) const override;
 
   // Outside

@@ -185,14 +185,15 @@ def code_lines(text):
     return sum(1 for line in text.split('\n') if line.strip() and not line.strip().startswith('//'))
 
 
-def draw(tree, only, count, seed, harmless):
-    """For each folder how many mutants it gets, and its mutants in the order in which they are made."""
+def draw(tree, only, count, seed, harmless, is_built=lambda path: True):
+    """For each folder how many mutants it gets, and its mutants in the order in which they are made. A file that only
+    another system builds gets none."""
     sizes, found = collections.Counter(), collections.defaultdict(lambda: collections.defaultdict(list))
     for top in ('src', 'apps'):
         for folder, _, names in sorted(os.walk(os.path.join(tree, top))):
             for name in sorted(names):
                 path = os.path.relpath(os.path.join(folder, name), tree)
-                if not name.endswith(('.cpp', '.h')) or not fnmatch.fnmatch(path, only):
+                if not name.endswith(('.cpp', '.h')) or not fnmatch.fnmatch(path, only) or not is_built(path):
                     continue
                 text = read(tree, path)
                 sizes[os.path.dirname(path)] += code_lines(text)
@@ -482,12 +483,16 @@ def main():
         signal.signal(number, lambda *_: sys.exit(130))  # what is changed is put right again
     bring_up_to_date(options.copy)
     tests = Tests(options.copy, options.suite, options.jobs)
-    shares, orders = draw(options.copy, options.only, options.count, options.seed, harmless)
+    users = tests.users()
+
+    def objects_of(path):
+        return users[os.path.join(os.path.realpath(options.copy), path)]
+
+    shares, orders = draw(options.copy, options.only, options.count, options.seed, harmless, objects_of)
     known = {identity(r): r for r in read_results(options.results)}
     if options.again:
         orders = {'': [Mutant(*(r[f] for f in Mutant._fields)) for r in known.values() if r['outcome'] == 'survived']}
         shares, known = {'': len(orders[''])}, {}
-    users = tests.users()
     made, compiled = [], collections.Counter()
     while orders:
         for folder in list(orders):  # one of each folder, again and again
@@ -497,7 +502,7 @@ def main():
             mutant = orders[folder].pop(0)
             if options.acts and mutant.kind in LOOKS:
                 continue
-            if users[os.path.join(os.path.realpath(options.copy), mutant.file)] > options.widest:
+            if objects_of(mutant.file) > options.widest:
                 continue
             result = known.get(identity(mutant._asdict()))
             if not result:

@@ -37,7 +37,6 @@ std::vector<RegisterList*> Configuration_RBCard::Df1Lists() {
 }
 
 void Configuration_RBCard::Form_Load() {
-  SetupDone = FlagFalse;
   Begin(3);
   DhpOpt.Value = true;
   for (RegisterList* list : Df1Lists()) list->SelectDefault();

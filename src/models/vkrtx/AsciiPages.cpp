@@ -123,7 +123,6 @@ void AsciiPages::FindConversionChannels() {
 void AsciiPages::ArrangeConversionPage() {
   const bool a = app_.globals.ConvChannelA == 1, b = app_.globals.ConvChannelB == 1;
   ASCIIPcccConvFrame[0].Visible = a;
-  ASCIIPcccConvFrame[0].Top = OnlyPanelTop;
   ASCIIPcccConvFrame[1].Visible = b;
   ASCIIPcccConvFrame[1].Top = a ? SecondPanelTop : OnlyPanelTop;
 }

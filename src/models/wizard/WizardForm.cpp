@@ -187,7 +187,7 @@ void WizardForm::ReportCmd_Click() {
   // Made before the user is asked: an upload may go on while he looks for a place.
   const std::string changed = origin.Changed().empty() ? "" : "; " + origin.ChangedLbl.Caption.Value();
   const std::string html = HtmlReport(ReportHeadOf(app, origin.SourceLbl.Caption.Value() + changed), List());
-  const std::string file = SaveReport(app, ReportDialog, html);
+  const std::string file = SaveReport(ReportDialog, html);
   if (!file.empty() && !Busy && IsLoaded()) status.Tell("The report has been saved as " + file);
 }
 

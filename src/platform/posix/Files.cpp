@@ -10,6 +10,7 @@
 #include <cerrno>
 #include <climits>
 #include <filesystem>
+#include <map>
 #include <utility>
 
 #include "platform/Fault.h"
@@ -52,8 +53,8 @@ void CopyRights(int fd, const struct stat& old) {
   fchmod(fd, mode);
 }
 
-/// File systems that have no such step leave it out.
-bool Sync(int fd) { return fsync(fd) == 0 || errno == EINVAL || errno == ENOSYS || errno == ENOTSUP; }
+/// What `fsync` or `syncfs` gave. File systems that have no such step leave it out.
+bool Synced(int result) { return result == 0 || errno == EINVAL || errno == ENOSYS || errno == ENOTSUP; }
 
 }  // namespace
 
@@ -66,6 +67,13 @@ std::string RealPlace(const std::string& path) {
     target = target.parent_path() / next;
   }
   return "";
+}
+
+void StoreFolder(const std::string& folder) {
+  const int fd = open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+  if (fd < 0) return;
+  fsync(fd);
+  close(fd);
 }
 
 void RemoveLeftover(const std::string& path) {
@@ -158,9 +166,22 @@ std::size_t OutputFile::WriteSome(std::string_view bytes) {
   return static_cast<std::size_t>(taken);
 }
 
-void OutputFile::Commit() {
-  Flush();
-  if (!Sync(fd_)) throw NotWritten(RuntimeFault::DeviceIOError, target_, errno);
+void OutputFile::StoreBytes() {
+  if (!Synced(fsync(fd_))) throw NotWritten(RuntimeFault::DeviceIOError, target_, errno);
+}
+
+void OutputFile::StoreBytesOfAll(const std::list<OutputFile*>& files) {
+  std::map<dev_t, const OutputFile*> disks;  // one of the files on each
+  for (const OutputFile* file : files) {
+    struct stat found {};
+    if (fstat(file->fd_, &found) == 0) disks.emplace(found.st_dev, file);
+  }
+  for (const auto& [disk, file] : disks) {
+    if (!Synced(syncfs(file->fd_))) throw NotWritten(RuntimeFault::DeviceIOError, file->target_, errno);
+  }
+}
+
+void OutputFile::TakePlace() {
   // The last errors of some file systems come with a close; the lock stays with the other descriptor.
   const int locked = fcntl(fd_, F_DUPFD_CLOEXEC, 0);
   const bool closed = close(std::exchange(fd_, locked)) == 0;
@@ -169,11 +190,6 @@ void OutputFile::Commit() {
     throw NotWritten(RuntimeFault::PathFileAccessError, target_, errno);
   }
   temporary_.clear();
-  // The file is in its place, and what the folder's disk has to say about it is no failure of this save.
-  const int folder = open(FolderOf(target_).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-  if (folder < 0) return;
-  fsync(folder);
-  close(folder);
 }
 
 }  // namespace vk32

@@ -261,20 +261,22 @@ bool PosixSerialDriver::Write(Handle handle, std::string_view data, std::uint32_
   if (port == nullptr) return false;
   const Time earliestEnd = loop_.Now() + port->byteTime * static_cast<std::int64_t>(data.size());
   const Time until = EndOfWrite(port->timeouts, data.size());
-  port->outgoing = Outgoing{Bytes(data), 0, earliestEnd, until, INT_MAX, Time{0}};
-  return Progress(*port, written, ErrorIoPending);
+  port->outgoing = Outgoing{{}, 0, earliestEnd, until, INT_MAX, Time{0}};
+  const bool done = Progress(*port, data, written, ErrorIoPending);
+  if (port->outgoing) port->outgoing->data = data;
+  return done;
 }
 
 bool PosixSerialDriver::PendingResult(Handle handle, std::uint32_t& count) {
   count = 0;
   Port* port = Live(handle);
   if (port == nullptr) return false;
-  return port->outgoing ? Progress(*port, count, ErrorIoIncomplete) : Fail(EINVAL);
+  return port->outgoing ? Progress(*port, port->outgoing->data, count, ErrorIoIncomplete) : Fail(EINVAL);
 }
 
-bool PosixSerialDriver::Progress(Port& port, std::uint32_t& written, std::int32_t pending) {
+bool PosixSerialDriver::Progress(Port& port, std::string_view data, std::uint32_t& written, std::int32_t pending) {
   Outgoing& outgoing = *port.outgoing;
-  const std::int32_t code = Push(port);
+  const std::int32_t code = Push(port, data);
   const int left = code != 0 ? 0 : port.pseudo ? 0 : Unsent(port.fd);
   written = outgoing.handed - std::min(outgoing.handed, static_cast<std::uint32_t>(std::max(left, 0)));
   if (code != 0 || left < 0) {
@@ -284,7 +286,7 @@ bool PosixSerialDriver::Progress(Port& port, std::uint32_t& written, std::int32_
   }
   const Time now = loop_.Now();
   const bool late = now >= outgoing.until;
-  if (!late && written < outgoing.data.size()) {
+  if (!late && written < data.size()) {
     outgoing.patience = left < outgoing.left ? port.byteTime * left : std::min(outgoing.patience * 2, HeldPause);
     outgoing.patience = std::min(std::max(outgoing.patience, outgoing.earliestEnd - now), SendingPause);
     outgoing.left = left;
@@ -296,13 +298,13 @@ bool PosixSerialDriver::Progress(Port& port, std::uint32_t& written, std::int32_
   return true;
 }
 
-std::int32_t PosixSerialDriver::Push(Port& port) {
+std::int32_t PosixSerialDriver::Push(Port& port, std::string_view data) {
   Outgoing& outgoing = *port.outgoing;
-  const std::size_t left = outgoing.data.size() - outgoing.handed;
+  const std::size_t left = data.size() - outgoing.handed;
   if (left == 0) return 0;
   ssize_t taken = 0;
   do {
-    taken = write(port.fd, outgoing.data.data() + outgoing.handed, left);
+    taken = write(port.fd, data.data() + outgoing.handed, left);
   } while (taken < 0 && errno == EINTR);
   if (taken > 0) {
     outgoing.handed += static_cast<std::uint32_t>(taken);

@@ -40,7 +40,7 @@ class PosixSerialDriver : public SystemDriver {
 
   /// Bytes on their way out.
   struct Outgoing {
-    Bytes data;
+    Bytes data;               // once they have not left at once
     std::uint32_t handed;     // to the kernel
     Time earliestEnd, until;  // when the line can have carried them; when the rest is taken back
     int left;                 // of them with the kernel, when it was last looked at
@@ -67,10 +67,10 @@ class PosixSerialDriver : public SystemDriver {
   Port* Live(Handle handle);
   using SystemDriver::Fail;
   bool Fail(Port& port, std::int32_t code);
-  /// Goes on with the write under way. True once it is done; else fails with the device's error or `pending`.
-  bool Progress(Port& port, std::uint32_t& written, std::int32_t pending);
+  /// Goes on with the write of `data` under way. True once it is done; else fails with the device's error or `pending`.
+  bool Progress(Port& port, std::string_view data, std::uint32_t& written, std::int32_t pending);
   /// Hands to the kernel what it takes. 0, or the device's error.
-  static std::int32_t Push(Port& port);
+  static std::int32_t Push(Port& port, std::string_view data);
   void CloseDevice(const Port& port);
 
   std::map<Handle, Port> ports_;

@@ -52,6 +52,9 @@ std::string RealPlace(const std::string& path) {
   return place.empty() ? path : NarrowOf(place);
 }
 
+/// The move into a place is written through.
+void StoreFolder(const std::string&) {}
+
 void RemoveLeftover(const std::string& path) {
   // A file whose save goes on is open, and so can't be had alone.
   const HANDLE file = OpenExisting(WideOf(path), {DELETE, 0, FILE_FLAG_DELETE_ON_CLOSE | FILE_FLAG_OPEN_REPARSE_POINT});
@@ -131,9 +134,16 @@ std::size_t OutputFile::WriteSome(std::string_view bytes) {
   return taken;
 }
 
-void OutputFile::Commit() {
-  Flush();
+void OutputFile::StoreBytes() {
   if (FlushFileBuffers(HandleOf(fd_)) == 0) throw NotWrittenNow(RuntimeFault::DeviceIOError, target_);
+}
+
+/// A whole disk can be told to store what it has by an administrator alone.
+void OutputFile::StoreBytesOfAll(const std::list<OutputFile*>& files) {
+  for (OutputFile* file : files) file->StoreBytes();
+}
+
+void OutputFile::TakePlace() {
   const std::wstring target = WideOf(target_), temporary = WideOf(temporary_);
   const bool replaces = GetFileAttributesW(target.c_str()) != INVALID_FILE_ATTRIBUTES;
   // The replaced file's rights go to the new one. A disk that can't do that gets it moved over the old one.
