@@ -8,8 +8,11 @@
 namespace vk32 {
 namespace {
 
-constexpr DWORD Patience = 1000;            // ms, for the system to let go of what was taken back
-constexpr DWORD LongRead = 0x7FFFFFFF;      // ms; then it begins anew
+using namespace std::chrono_literals;
+
+constexpr DWORD Patience = 1000;        // ms, for the system to let go of what was taken back
+constexpr DWORD LongRead = 0x7FFFFFFF;  // ms; then it begins anew
+constexpr Time ShortPause = 1ms, LongPause = 50ms;
 constexpr std::uint32_t LeastQueue = 4096;  // bytes
 constexpr std::size_t MostInput = 1 << 16;  // bytes that are taken from a device which nobody reads
 constexpr DWORD LineErrors = CE_RXOVER | CE_OVERRUN | CE_RXPARITY | CE_FRAME | CE_BREAK;
@@ -194,7 +197,6 @@ bool Win32SerialDriver::Write(Handle handle, std::string_view data, std::uint32_
   port->outgoing = std::make_unique<Outgoing>();
   Outgoing& outgoing = *port->outgoing;
   outgoing.data = data;
-  outgoing.earliestEnd = loop_.Now() + port->byteTime * static_cast<std::int64_t>(data.size());
   outgoing.until = EndOfWrite(port->timeouts, data.size());
   outgoing.begun = true;
   if (WriteFile(port->file.get(), outgoing.data.data(), static_cast<DWORD>(data.size()), nullptr, &outgoing.system) ==
@@ -221,9 +223,13 @@ bool Win32SerialDriver::Progress(Port& port, std::uint32_t& written, std::int32_
     written = Abort(port);
     return true;
   }
-  // The system has taken them; a driver says so when they are in its own store. They have left when the line can have
-  // carried them.
-  if (now < std::min(outgoing.earliestEnd, outgoing.until)) return Fail(pending);
+  COMSTAT status;
+  if (!Look(port, status)) return Fail(port);
+  // A driver may say so when they are in its own queue.
+  if (status.cbOutQue > 0 && now < outgoing.until) {
+    outgoing.patience = std::clamp<Time>(port.byteTime * status.cbOutQue, ShortPause, LongPause);
+    return Fail(pending);
+  }
   DWORD count = 0;
   const bool well = GetOverlappedResult(port.file.get(), &outgoing.system, &count, FALSE) != 0;
   written = count;
@@ -256,7 +262,7 @@ WaitFor Win32SerialDriver::PendingWait(Handle handle) const {
   if (port == nullptr || !port->outgoing) return {-1};
   const Outgoing& outgoing = *port->outgoing;
   if (!outgoing.IsDone()) return {NumberOf(outgoing.done.get()), WaitFor::ToWrite, outgoing.until};
-  return {-1, WaitFor::ToWrite, std::min(outgoing.earliestEnd, outgoing.until)};
+  return {-1, WaitFor::ToWrite, std::min(loop_.Now() + outgoing.patience, outgoing.until)};
 }
 
 bool Win32SerialDriver::Close(Handle handle) {

@@ -49,7 +49,8 @@ class Win32SerialDriver : public SystemDriver {
 
   struct Outgoing : Operation {
     Bytes data;
-    Time earliestEnd{0}, until{0};  // when the line can have carried them; when the rest is taken back
+    Time until{0};     // when the rest is taken back
+    Time patience{0};  // until the driver's queue is looked at again
   };
 
   /// The read that waits for the next bytes. There is always one, for drivers tell of what comes by no other means that

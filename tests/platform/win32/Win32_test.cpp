@@ -97,12 +97,10 @@ class Win32SerialDriverTest : public testing::Test {
   SerialDriver::Handle handle_ = 0;
 };
 
-TEST_F(Win32SerialDriverTest, AllBytesPassInTheTimeOfTheLine) {
+TEST_F(Win32SerialDriverTest, AllBytesPassUnchangedUntilAPurge) {
   Bytes all;
   for (int byte = 0; byte < 256; ++byte) all += static_cast<char>(byte);
-  const Time start = loop_.Now();
   EXPECT_EQ(Write(all), 256);
-  EXPECT_GE(loop_.Now() - start, 133ms);
   EXPECT_EQ(Come(10), all.substr(0, 10));
   EXPECT_EQ(Come(246), all.substr(10));
   EXPECT_EQ(Write("late") + Come(1).size(), 5);
