@@ -3,6 +3,7 @@
 Target amd64-unicode
 !define UNINSTALL "Software\Microsoft\Windows\CurrentVersion\Uninstall\VK32"
 SetCompressor /SOLID lzma
+BrandingText "VK32 ${VERSION}"
 SetDateSave off
 ManifestDPIAware true
 Name "VK32 ${VERSION}"
@@ -17,8 +18,6 @@ InstallDirRegKey HKCU "${UNINSTALL}" "InstallLocation"
 
 !insertmacro MUI_PAGE_DIRECTORY
 !insertmacro MUI_PAGE_INSTFILES
-!define MUI_FINISHPAGE_RUN "$INSTDIR\vk32.exe"
-!insertmacro MUI_PAGE_FINISH
 !insertmacro MUI_UNPAGE_CONFIRM
 !insertmacro MUI_UNPAGE_INSTFILES
 !insertmacro MUI_LANGUAGE English
@@ -82,6 +81,7 @@ Section Uninstall
   Delete "$INSTDIR\uninstall.exe"
   SetOutPath "$TEMP"
   RMDir "$INSTDIR"
+  RMDir "$LOCALAPPDATA\Programs"  ; which stays if others are in it
   Delete "$SMPROGRAMS\VK32\VK32.lnk"
   Delete "$SMPROGRAMS\VK32\VK32 Manual.lnk"
   RMDir "$SMPROGRAMS\VK32"
