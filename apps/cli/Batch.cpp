@@ -159,7 +159,7 @@ void WriteRow(World& world, const Row& row, bool asks, Results& results) {
   world.LeaveIfStopped(row.name + " has not been written.");
   results.Keep(row, "begun");  // for the case that nothing comes any more
   try {
-    WriteConfiguration(world, {row.file, row.port, {}, true});
+    WriteConfiguration(world, {row.file, row.port, row.name, {}, true});
     results.Keep(row, Verified);
   } catch (const Failure& failure) {
     results.Keep(row, failure.what());

@@ -17,7 +17,7 @@ std::string Percent(const ProgressBar& bar) {
 }  // namespace
 
 void CliScreen::FormLoaded(Form& form) {
-  if (world_.console.showsProgress) form.Observe(this);
+  if (talks && world_.console.showsProgress) form.Observe(this);
 }
 
 Answer CliScreen::Ask(const MessageBoxRequest& request) {
@@ -26,6 +26,7 @@ Answer CliScreen::Ask(const MessageBoxRequest& request) {
     const bool cancels = world_.stopped && request.buttons == MessageButtons::YesNo;
     return cancels ? Answer::Yes : Declining(request.buttons);
   }
+  EndProgress();
   if (!expected_.empty() && request.text.starts_with(expected_.front().beginning)) {
     const auto then = std::move(expected_.front().then);
     expected_.pop_front();

@@ -31,6 +31,8 @@ class CliScreen : public ScriptScreen, private FormObserver {
   /// Takes the progress off the terminal.
   void EndProgress();
 
+  bool talks = false;  // to a device: its forms tell how far it is
+
  private:
   void FormChanged(const PropertyBase&) override {}
   void FocusWanted(const Control&) override {}

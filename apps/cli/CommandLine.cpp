@@ -79,7 +79,7 @@ class Parser {
     read.add_option("-o,--output", output_, "the file; without it, the standard output")->type_name("FILE");
 
     CLI::App& write = Add("write", "Write a configuration file to a gateway", [this] {
-      WriteConfiguration(world_, {file_, port_, backup_, verify_});
+      WriteConfiguration(world_, {file_, port_, file_, backup_, verify_});
     });
     write.add_option("FILE", file_, "the file; it says which product and model it is for")->required();
     Port(write);

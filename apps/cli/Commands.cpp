@@ -34,7 +34,8 @@ void ReadInto(World& world, const Target& target, const std::string& port, const
 
 std::string BackUp(World& world, const Target& target, const std::string& port, const std::string& folder) {
   MakeFolder(folder);
-  std::string path = TextOf(PathOf(folder) / (target.product + "-" + DateAndTime(world.loop) + ".cfg"));
+  const std::string name = target.product + "-" + FileNameOf(port) + "-" + DateAndTime(world.loop) + ".cfg";
+  std::string path = TextOf(PathOf(folder) / name);
   ReadInto(world, target, port, path);
   return path;
 }
@@ -67,7 +68,7 @@ void WriteConfiguration(World& world, const WriteOptions& options) {
   program.Open(options.file);
   program.GoToApply();
   program.Download(options.verify);
-  world.console.err << options.file << " has been written to the " << target.product << " on " << options.port
+  world.console.err << options.name << " has been written to the " << target.product << " on " << options.port
                     << (options.verify ? ", which holds what was sent: verified.\n" : ".\n");
 }
 

@@ -17,6 +17,7 @@ void ReadConfiguration(World& world, const ReadOptions& options);
 
 struct WriteOptions {
   std::string file, port;
+  std::string name;     // of the file to the user
   std::string backup;   // folder that takes what the device had before; empty: none
   bool verify = false;  // reads it back
 };

@@ -177,7 +177,8 @@ void CheckFiles(World& world, const std::vector<std::string>& files) {
       if (!misfits.empty() && !first) first = Failure(ExitStatus::DoesNotFit, misfits[0]);
     } catch (const Failure& failure) {
       if (failure.status == ExitStatus::Stopped) throw;
-      world.console.out << file << ": " << failure.what() << "\n";
+      const std::string why = failure.what();
+      world.console.out << (why.starts_with(file) ? why : file + ": " + why) << "\n";
       if (!first) first = failure;
     }
   }

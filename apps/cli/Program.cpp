@@ -113,6 +113,7 @@ void Program::Stop() {
 }
 
 void Program::ChoosePort(const std::string& port) {
+  screen_.talks = true;
   port_ = FindPort(world_.names, port);
   Do("select ProductMenu.COMCbo " + port_, ExitStatus::NoPort);
 }

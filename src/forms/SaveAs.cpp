@@ -11,7 +11,7 @@ std::string SaveAs(FileDialog& dialog, const std::string& title, const std::stri
                    const std::function<std::string(const std::string& path)>& content) {
   dialog.Prepare(title, filter);
   dialog.ShowSave();
-  const std::string path = dialog.FileName;
+  std::string path = dialog.FileName;
   if (path.empty()) return {};
   try {
     const std::string bytes = content(path);

@@ -205,6 +205,12 @@ TEST(CommandLine, ATerminalShowsHowFarItIsEachStepOnce) {
     const auto steps = Split(seen, '\r');
     EXPECT_TRUE(std::ranges::adjacent_find(steps) == steps.end()) << seen;
   }
+  EXPECT_EQ(cli.Run("check %/a.cfg"), "0: ") << "nothing passes";
+  cli.world.console.waitForEnter = [&](const std::string&) {
+    const std::string before = cli.err.str();
+    return before.empty() || before.ends_with("\r\033[K");  // the question has a line of its own
+  };
+  EXPECT_EQ(cli.Run("write %/a.cfg --port COM3 --verify")[0], '0');
 }
 
 TEST(CommandLine, FilesAreListedComparedAndChangedByTheNamesOfTheirFields) {
