@@ -78,12 +78,11 @@ std::wstring PlaceOf(const std::string& path) {
   return WideOf(path.find('\\') == std::string::npos ? R"(\\.\)" + path : path);
 }
 
+/// Drivers have many codes for a device that has gone. The others are those of a call that they can't carry out.
 bool MeansGone(DWORD code) {
-  constexpr DWORD Codes[] = {ERROR_ACCESS_DENIED,    ERROR_INVALID_HANDLE,       ERROR_BAD_COMMAND,
-                             ERROR_GEN_FAILURE,      ERROR_DEV_NOT_EXIST,        ERROR_FILE_NOT_FOUND,
-                             ERROR_IO_DEVICE,        ERROR_DEVICE_NOT_CONNECTED, ERROR_DEVICE_REMOVED,
-                             ERROR_OPERATION_ABORTED};
-  return std::find(std::begin(Codes), std::end(Codes), code) != std::end(Codes);
+  constexpr DWORD Refusals[] = {ERROR_INVALID_FUNCTION,  ERROR_INVALID_PARAMETER,   ERROR_NOT_SUPPORTED,
+                                ERROR_NOT_ENOUGH_MEMORY, ERROR_NO_SYSTEM_RESOURCES, ERROR_CALL_NOT_IMPLEMENTED};
+  return std::find(std::begin(Refusals), std::end(Refusals), code) == std::end(Refusals);
 }
 
 }  // namespace
@@ -326,7 +325,7 @@ bool Win32SerialDriver::Collect(Port& port) {
 }
 
 PortTrouble Win32SerialDriver::TroubleOf(std::int32_t code, bool opening) const {
-  if (!opening) return MeansGone(static_cast<DWORD>(code)) ? PortTrouble::Gone : PortTrouble::None;
+  if (!opening) return code == ERROR_DEVICE_NOT_CONNECTED ? PortTrouble::Gone : PortTrouble::None;
   switch (code) {
     case ERROR_FILE_NOT_FOUND:
     case ERROR_PATH_NOT_FOUND: return PortTrouble::Missing;
@@ -335,7 +334,13 @@ PortTrouble Win32SerialDriver::TroubleOf(std::int32_t code, bool opening) const 
     case ERROR_INVALID_FUNCTION:
     case ERROR_INVALID_HANDLE:
     case ERROR_INVALID_PARAMETER: return PortTrouble::NoSerialPort;
-    default: return MeansGone(static_cast<DWORD>(code)) ? PortTrouble::NoHardware : PortTrouble::None;
+    case ERROR_GEN_FAILURE:
+    case ERROR_NOT_READY:
+    case ERROR_BAD_COMMAND:
+    case ERROR_IO_DEVICE:
+    case ERROR_SEM_TIMEOUT:
+    case ERROR_DEVICE_NOT_CONNECTED: return PortTrouble::NoHardware;
+    default: return PortTrouble::None;
   }
 }
 
