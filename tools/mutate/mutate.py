@@ -289,11 +289,14 @@ class Tests:
             sys.exit('The code does not build as it stands.')
         os.environ['CCACHE_READONLY'] = '1'  # it gives back what is put right, and keeps no fault
         told = subprocess.run(['ctest', '--test-dir', self.build_folder, '--show-only=json-v1'], capture_output=True, check=True)
+        commands = []
         for test in json.loads(told.stdout)['tests']:
             properties = {p['name']: p['value'] for p in test['properties']}
-            environment = dict(setting.split('=', 1) for setting in properties.get('ENVIRONMENT', []))
+            environment = dict(setting.split('=', 1) for setting in properties.get('ENVIRONMENT', [])
+                               if not setting.startswith('GTEST_'))  # a program that is tested in parts runs whole
             built = [part for part in test['command'] if part.startswith(self.build_folder)]  # it may be started by another
-            if built:
+            if built and test['command'] not in commands:
+                commands.append(test['command'])
                 folder = properties.get('WORKING_DIRECTORY', self.build_folder)
                 self.find_suites(Program(os.path.basename(built[-1]), test['command'], environment, folder), wanted)
 

@@ -17,6 +17,7 @@ std::tm EventLoop::LocalTime() const {
 
 std::vector<bool> WaitForAny(std::span<const WaitFor> whats) {
   std::vector<pollfd> descriptors;
+  descriptors.reserve(whats.size());
   Time until = Never;
   for (const WaitFor& what : whats) {
     descriptors.push_back({what.fd, static_cast<short>(what.ready == WaitFor::ToWrite ? POLLOUT : POLLIN), 0});
@@ -30,6 +31,7 @@ std::vector<bool> WaitForAny(std::span<const WaitFor> whats) {
   }
   const bool any = ppoll(descriptors.data(), descriptors.size(), until != Never ? &left : nullptr, nullptr) > 0;
   std::vector<bool> ready;
+  ready.reserve(descriptors.size());
   for (const pollfd& descriptor : descriptors) ready.push_back(any && descriptor.revents != 0);
   return ready;
 }

@@ -36,6 +36,7 @@ std::vector<std::string> TakeArguments(int, char**) {
   int count = 0;
   const std::unique_ptr<wchar_t*, decltype(&LocalFree)> wide(CommandLineToArgvW(GetCommandLineW(), &count), &LocalFree);
   std::vector<std::string> arguments;
+  arguments.reserve(static_cast<std::size_t>(count));
   for (int i = 0; i < count; ++i) arguments.push_back(NarrowOf(wide.get()[i]));
   return arguments;
 }

@@ -8,8 +8,13 @@
 namespace vk32 {
 namespace {
 
-constexpr DWORD Patience = 1000;            // ms, for the system to let go of what was taken back
+using namespace std::chrono_literals;
+
+constexpr DWORD Patience = 1000;        // ms, for the system to let go of what was taken back
+constexpr DWORD LongRead = 0x7FFFFFFF;  // ms; then it begins anew
+constexpr Time ShortPause = 1ms, LongPause = 50ms;
 constexpr std::uint32_t LeastQueue = 4096;  // bytes
+constexpr std::size_t MostInput = 1 << 16;  // bytes that are taken from a device which nobody reads
 constexpr DWORD LineErrors = CE_RXOVER | CE_OVERRUN | CE_RXPARITY | CE_FRAME | CE_BREAK;
 
 /// Raw, without flow control but for XOFF from the device; both control lines say that the program is there.
@@ -55,7 +60,7 @@ bool StateOf(HANDLE file, DCB& line) {
   return GetCommState(file, &line) != 0;
 }
 
-/// Makes an opened device a raw line whose reads never wait, and which tells of each byte that comes.
+/// Makes an opened device a raw line whose reads are done as soon as there is a byte.
 bool Claim(HANDLE file) {
   DCB now, line;
   if (!StateOf(file, now)) return false;
@@ -65,21 +70,19 @@ bool Claim(HANDLE file) {
   raw.Parity = 'N', raw.ByteSize = 8, raw.StopBits = 1, raw.fOutX = false;
   raw.XonChar = 17, raw.XoffChar = 19;
   if (raw.BaudRate <= 0) raw.BaudRate = 9600;
-  COMMTIMEOUTS timeouts{MAXDWORD, 0, 0, 0, 0};
-  return Encode(raw, line) && Apply(file, line, now) && SetCommTimeouts(file, &timeouts) != 0 &&
-         SetCommMask(file, EV_RXCHAR) != 0;
+  COMMTIMEOUTS timeouts{MAXDWORD, MAXDWORD, LongRead, 0, 0};
+  return Encode(raw, line) && Apply(file, line, now) && SetCommTimeouts(file, &timeouts) != 0;
 }
 
 std::wstring PlaceOf(const std::string& path) {
   return WideOf(path.find('\\') == std::string::npos ? R"(\\.\)" + path : path);
 }
 
+/// Drivers have many codes for a device that has gone. The others are those of a call that they can't carry out.
 bool MeansGone(DWORD code) {
-  constexpr DWORD Codes[] = {ERROR_ACCESS_DENIED,    ERROR_INVALID_HANDLE,       ERROR_BAD_COMMAND,
-                             ERROR_GEN_FAILURE,      ERROR_DEV_NOT_EXIST,        ERROR_FILE_NOT_FOUND,
-                             ERROR_IO_DEVICE,        ERROR_DEVICE_NOT_CONNECTED, ERROR_DEVICE_REMOVED,
-                             ERROR_OPERATION_ABORTED};
-  return std::find(std::begin(Codes), std::end(Codes), code) != std::end(Codes);
+  constexpr DWORD Refusals[] = {ERROR_INVALID_FUNCTION,  ERROR_INVALID_PARAMETER,   ERROR_NOT_SUPPORTED,
+                                ERROR_NOT_ENOUGH_MEMORY, ERROR_NO_SYSTEM_RESOURCES, ERROR_CALL_NOT_IMPLEMENTED};
+  return std::find(std::begin(Refusals), std::end(Refusals), code) == std::end(Refusals);
 }
 
 }  // namespace
@@ -125,7 +128,12 @@ bool Win32SerialDriver::Purge(Handle handle, std::uint32_t flags) {
   // A driver with nothing queued would take back what is on its way to the device already.
   DWORD purged = flags & (PURGE_RXABORT | PURGE_RXCLEAR);
   if (status.cbOutQue > 0) purged |= flags & (PURGE_TXABORT | PURGE_TXCLEAR);
-  return purged == 0 || PurgeComm(port->file.get(), purged) != 0 || Fail(*port);
+  if (purged != 0 && PurgeComm(port->file.get(), purged) == 0) return Fail(*port);
+  if ((flags & PURGE_RXCLEAR) != 0) {
+    port->input.clear();
+    if (port->incoming->IsDone()) port->incoming->begun = false;
+  }
+  return true;
 }
 
 bool Win32SerialDriver::SetTimeouts(Handle handle, const CommTimeouts& timeouts) {
@@ -164,9 +172,8 @@ bool Win32SerialDriver::ClearError(Handle handle, std::uint32_t& errors, CommSta
   Port* port = Live(handle);
   if (port == nullptr) return false;
   COMSTAT found;
-  // Awaited before it looks: what comes in between is then told as well.
-  if (!AwaitArrival(*port) || !Look(*port, found)) return Fail(*port);
-  status.cbInQue = static_cast<std::int32_t>(found.cbInQue);
+  if (!Look(*port, found) || !Collect(*port)) return Fail(*port);
+  status.cbInQue = static_cast<std::int32_t>(port->input.size());
   errors = std::exchange(port->errors, 0) & LineErrors;
   return true;
 }
@@ -175,26 +182,10 @@ bool Win32SerialDriver::Read(Handle handle, std::uint32_t count, Bytes& data) {
   data.clear();
   Port* port = Live(handle);
   if (port == nullptr) return false;
-  COMSTAT found;
-  if (!AwaitArrival(*port) || !Look(*port, found)) return Fail(*port);
-  const DWORD wanted = std::min<DWORD>(count, found.cbInQue);
-  if (wanted == 0) return true;
-  DWORD taken = 0;
-  auto incoming = std::make_unique<Incoming>();
-  incoming->data.resize(wanted);
-  incoming->begun = true;
-  const HANDLE file = port->file.get();
-  // What waits already is given at once; the patience is with a driver that hands it over by itself.
-  const bool begun = ReadFile(file, incoming->data.data(), wanted, nullptr, &incoming->system) != 0 ||
-                     GetLastError() == ERROR_IO_PENDING;
-  if (begun && !incoming->IsDone()) WaitForSingleObject(incoming->done.get(), Patience);
-  if (begun && GetOverlappedResult(file, &incoming->system, &taken, FALSE) != 0) {
-    data = incoming->data.substr(0, taken);
-    return true;
-  }
-  Fail(*port);
-  Abandon(std::move(incoming));
-  return false;
+  if (!Collect(*port) && port->input.empty()) return Fail(*port);
+  data = port->input.substr(0, count);
+  port->input.erase(0, data.size());
+  return true;
 }
 
 bool Win32SerialDriver::Write(Handle handle, std::string_view data, std::uint32_t& written) {
@@ -205,7 +196,6 @@ bool Win32SerialDriver::Write(Handle handle, std::string_view data, std::uint32_
   port->outgoing = std::make_unique<Outgoing>();
   Outgoing& outgoing = *port->outgoing;
   outgoing.data = data;
-  outgoing.earliestEnd = loop_.Now() + port->byteTime * static_cast<std::int64_t>(data.size());
   outgoing.until = EndOfWrite(port->timeouts, data.size());
   outgoing.begun = true;
   if (WriteFile(port->file.get(), outgoing.data.data(), static_cast<DWORD>(data.size()), nullptr, &outgoing.system) ==
@@ -232,9 +222,13 @@ bool Win32SerialDriver::Progress(Port& port, std::uint32_t& written, std::int32_
     written = Abort(port);
     return true;
   }
-  // The system has taken them; a driver says so when they are in its own store. They have left when the line can have
-  // carried them.
-  if (now < std::min(outgoing.earliestEnd, outgoing.until)) return Fail(pending);
+  COMSTAT status;
+  if (!Look(port, status)) return Fail(port);
+  // A driver may say so when they are in its own queue.
+  if (status.cbOutQue > 0 && now < outgoing.until) {
+    outgoing.patience = std::clamp<Time>(port.byteTime * status.cbOutQue, ShortPause, LongPause);
+    return Fail(pending);
+  }
   DWORD count = 0;
   const bool well = GetOverlappedResult(port.file.get(), &outgoing.system, &count, FALSE) != 0;
   written = count;
@@ -267,7 +261,7 @@ WaitFor Win32SerialDriver::PendingWait(Handle handle) const {
   if (port == nullptr || !port->outgoing) return {-1};
   const Outgoing& outgoing = *port->outgoing;
   if (!outgoing.IsDone()) return {NumberOf(outgoing.done.get()), WaitFor::ToWrite, outgoing.until};
-  return {-1, WaitFor::ToWrite, std::min(outgoing.earliestEnd, outgoing.until)};
+  return {-1, WaitFor::ToWrite, std::min(loop_.Now() + outgoing.patience, outgoing.until)};
 }
 
 bool Win32SerialDriver::Close(Handle handle) {
@@ -283,22 +277,20 @@ void Win32SerialDriver::CloseDevice(Port& port) {
   COMSTAT status;
   // The system would wait for bytes that a held line keeps.
   if (Look(port, status) && status.cbOutQue > 0) PurgeComm(port.file.get(), PURGE_TXABORT | PURGE_TXCLEAR);
-  if (!port.arrival->IsDone()) {
-    // Nothing else ends the wait for a byte.
-    SetCommMask(port.file.get(), 0);
-    WaitForSingleObject(port.arrival->done.get(), Patience);
+  if (!port.incoming->IsDone()) {
+    CancelIoEx(port.file.get(), &port.incoming->system);
+    WaitForSingleObject(port.incoming->done.get(), Patience);
   }
   port.file.reset();
-  Abandon(std::move(port.arrival));
+  Abandon(std::move(port.incoming));
 }
 
 int Win32SerialDriver::WaitHandle(Handle handle) const {
   Port* port = Find(handle);
-  COMSTAT status;
   if (port == nullptr || port->gone) return -1;
-  // What waits already is told of once only, and may have been told before. That a device has gone the next verb tells.
-  const bool ready = !AwaitArrival(*port) || !Look(*port, status) || status.cbInQue > 0;
-  return NumberOf(ready ? always_.get() : port->arrival->done.get());
+  // That a device has gone the next verb tells.
+  const bool ready = !Collect(*port) || !port->input.empty();
+  return NumberOf(ready ? always_.get() : port->incoming->done.get());
 }
 
 bool Win32SerialDriver::Look(Port& port, COMSTAT& status) {
@@ -308,21 +300,32 @@ bool Win32SerialDriver::Look(Port& port, COMSTAT& status) {
   return true;
 }
 
-bool Win32SerialDriver::AwaitArrival(Port& port) {
-  Arrival& arrival = *port.arrival;
-  if (!arrival.IsDone()) return true;  // a second wait is more than drivers bear
-  DWORD ignored = 0;
-  if (std::exchange(arrival.begun, false) &&
-      GetOverlappedResult(port.file.get(), &arrival.system, &ignored, FALSE) == 0) {
-    return false;
+bool Win32SerialDriver::Collect(Port& port) {
+  Incoming& incoming = *port.incoming;
+  const HANDLE file = port.file.get();
+  bool aborted = false;
+  while (incoming.IsDone() && port.input.size() < MostInput) {
+    DWORD count = 0;
+    if (std::exchange(incoming.begun, false)) {
+      const bool well = GetOverlappedResult(file, &incoming.system, &count, FALSE) != 0;
+      // A purge ends it as well, once.
+      if (!well && (std::exchange(aborted, true) || GetLastError() != ERROR_OPERATION_ABORTED)) return false;
+      port.input.append(incoming.data, count);
+    }
+    COMSTAT status;
+    if (!Look(port, status)) return false;
+    // What is there at once, or else the next byte: some drivers give nothing before all is there that was asked for.
+    const DWORD wanted = std::clamp<DWORD>(status.cbInQue, 1, sizeof incoming.data);
+    ResetEvent(incoming.done.get());
+    incoming.begun =
+        ReadFile(file, incoming.data, wanted, nullptr, &incoming.system) != 0 || GetLastError() == ERROR_IO_PENDING;
+    if (!incoming.begun) return false;
   }
-  ResetEvent(arrival.done.get());
-  arrival.begun = true;
-  return WaitCommEvent(port.file.get(), &arrival.events, &arrival.system) != 0 || GetLastError() == ERROR_IO_PENDING;
+  return true;
 }
 
 PortTrouble Win32SerialDriver::TroubleOf(std::int32_t code, bool opening) const {
-  if (!opening) return MeansGone(static_cast<DWORD>(code)) ? PortTrouble::Gone : PortTrouble::None;
+  if (!opening) return code == ERROR_DEVICE_NOT_CONNECTED ? PortTrouble::Gone : PortTrouble::None;
   switch (code) {
     case ERROR_FILE_NOT_FOUND:
     case ERROR_PATH_NOT_FOUND: return PortTrouble::Missing;
@@ -331,7 +334,13 @@ PortTrouble Win32SerialDriver::TroubleOf(std::int32_t code, bool opening) const 
     case ERROR_INVALID_FUNCTION:
     case ERROR_INVALID_HANDLE:
     case ERROR_INVALID_PARAMETER: return PortTrouble::NoSerialPort;
-    default: return MeansGone(static_cast<DWORD>(code)) ? PortTrouble::NoHardware : PortTrouble::None;
+    case ERROR_GEN_FAILURE:
+    case ERROR_NOT_READY:
+    case ERROR_BAD_COMMAND:
+    case ERROR_IO_DEVICE:
+    case ERROR_SEM_TIMEOUT:
+    case ERROR_DEVICE_NOT_CONNECTED: return PortTrouble::NoHardware;
+    default: return PortTrouble::None;
   }
 }
 

@@ -49,16 +49,14 @@ class Win32SerialDriver : public SystemDriver {
 
   struct Outgoing : Operation {
     Bytes data;
-    Time earliestEnd{0}, until{0};  // when the line can have carried them; when the rest is taken back
+    Time until{0};     // when the rest is taken back
+    Time patience{0};  // until the driver's queue is looked at again
   };
 
+  /// The read that waits for the next bytes. There is always one, for drivers tell of what comes by no other means that
+  /// all of them have.
   struct Incoming : Operation {
-    Bytes data;
-  };
-
-  /// The wait for the next byte.
-  struct Arrival : Operation {
-    DWORD events = 0;
+    char data[4096];
   };
 
   struct Port {
@@ -67,7 +65,8 @@ class Win32SerialDriver : public SystemDriver {
     Time byteTime{0};
     CommTimeouts timeouts;
     DWORD errors = 0;  // of the line, that nobody has asked for yet
-    std::unique_ptr<Arrival> arrival = std::make_unique<Arrival>();
+    std::unique_ptr<Incoming> incoming = std::make_unique<Incoming>();
+    Bytes input;  // what has come and was not taken yet
     std::unique_ptr<Outgoing> outgoing;
   };
 
@@ -83,8 +82,8 @@ class Win32SerialDriver : public SystemDriver {
   bool Fail(Port& port);
   /// What waits in the queues; false if the device does not tell.
   static bool Look(Port& port, COMSTAT& status);
-  /// Makes the system tell of the next byte that comes, unless it is going to already.
-  static bool AwaitArrival(Port& port);
+  /// Takes what has come, and waits for what comes next. False if the device does not give it.
+  static bool Collect(Port& port);
   /// Goes on with the write under way. True once it is done; else fails with the device's error or `pending`.
   bool Progress(Port& port, std::uint32_t& written, std::int32_t pending);
   /// Takes the rest of a write back; how much of it has left.
