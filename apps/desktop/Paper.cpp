@@ -39,9 +39,13 @@ QPageSize UsualPaper() {
 QString ForPaper(const std::string& html) {
   QString text = QString::fromStdString(html);
   text.remove(QRegularExpression(QStringLiteral("<style>.*</style>"), QRegularExpression::DotMatchesEverythingOption));
-  text.replace(QStringLiteral("<table "), QStringLiteral("<table width=\"100%\" cellspacing=\"0\" "));
-  text.replace(QStringLiteral("<tr><th>"), QStringLiteral("<tr><th width=\"30%\">"));
-  return text;
+  QStringList tables = text.split(QStringLiteral("<table "));
+  for (QString& table : tables) {
+    // The first column of rows holds a sign or a slot alone.
+    const int width = table.startsWith(QStringLiteral("class=\"rows\"")) ? 8 : 30;
+    table.replace(QStringLiteral("<tr><th>"), QStringLiteral("<tr><th width=\"%1%\">").arg(width));
+  }
+  return tables.join(QStringLiteral("<table width=\"100%\" cellspacing=\"0\" "));
 }
 
 /// Where the cells of a row stand, in dots of the whole document.
