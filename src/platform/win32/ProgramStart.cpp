@@ -28,8 +28,11 @@ HANDLE Errors() { return GetStdHandle(STD_ERROR_HANDLE); }
 
 std::vector<std::string> TakeArguments(int, char**) {
   // A line ends as it does in a file of this program, also when it is compared with one of another system.
-  _setmode(_fileno(stdout), _O_BINARY);
-  _setmode(_fileno(stderr), _O_BINARY);
+  for (std::FILE* const stream : {stdout, stderr}) {
+    _setmode(_fileno(stream), _O_BINARY);
+    // Else a console gets byte by byte, and shows none of a letter that takes two.
+    std::setvbuf(stream, nullptr, _IOFBF, BUFSIZ);
+  }
   SpeakUtf8();
   DWORD mode = 0;
   if (GetConsoleMode(Errors(), &mode) != 0) SetConsoleMode(Errors(), mode | ENABLE_VIRTUAL_TERMINAL_PROCESSING);
@@ -43,7 +46,8 @@ std::vector<std::string> TakeArguments(int, char**) {
 
 bool ErrorsAreOnTerminal() {
   DWORD mode = 0;
-  return GetConsoleMode(Errors(), &mode) != 0;
+  // One that can't take a line back shows no progress.
+  return GetConsoleMode(Errors(), &mode) != 0 && (mode & ENABLE_VIRTUAL_TERMINAL_PROCESSING) != 0;
 }
 
 }  // namespace vk32
