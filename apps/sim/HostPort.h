@@ -29,6 +29,9 @@ class HostPort {
   virtual WaitFor Sending() const { return {-1}; }
 };
 
+/// For the user: what a simulated gateway stands on, and what ends it and presses its Configure button.
+std::string_view PortHelp();
+
 /// A port that needs no hardware, under a port name if one is told. std::runtime_error, with words for the user, if the
 /// name can't be had, or the system has no such ports.
 std::unique_ptr<HostPort> VirtualPort(const std::string& portName);

@@ -99,6 +99,10 @@ WaitFor PseudoTerminal::Sending() const {
   return {-1, WaitFor::ToWrite, wantsHold_ == held_ ? Never : again};
 }
 
+std::string_view PortHelp() {
+  return "A simulated gateway on a pseudo-terminal. Ends on Ctrl-C; SIGUSR1 presses its Configure button.";
+}
+
 std::unique_ptr<HostPort> VirtualPort(const std::string& portName) {
   auto terminal = std::make_unique<PseudoTerminal>();
   if (!portName.empty()) terminal->RegisterAs(portName);

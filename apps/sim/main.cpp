@@ -230,9 +230,9 @@ void AddOptions(CLI::App& parser, Options& options, std::vector<std::string>& mi
 int main(int argc, char** argv) {
   std::vector<std::string> arguments = vk32::TakeArguments(argc, argv);
   CLI::App parser(
-      "A simulated gateway on a pseudo-terminal. Ends on Ctrl-C; SIGUSR1 presses its Configure button. Exit status: 0, "
-      "1 "
-      "when the port can't be used, 2 for wrong usage, 3 when something else than the replayed trace was asked.",
+      std::string(vk32::sim::PortHelp()) +
+          " Exit status: 0, 1 when the port can't be used, 2 for wrong usage, 3 when something else than the replayed "
+          "trace was asked.",
       arguments.front());
   parser.allow_windows_style_options(false);
   Options options;

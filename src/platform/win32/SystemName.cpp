@@ -14,6 +14,19 @@ std::string VersionText(const wchar_t* name) {
   return status == ERROR_SUCCESS ? NarrowOf(text) : "";
 }
 
+/// Empty if the system has none in that language.
+std::string WordsIn(WORD language, std::int32_t code) {
+  wchar_t* words = nullptr;
+  const DWORD length =
+      FormatMessageW(FORMAT_MESSAGE_ALLOCATE_BUFFER | FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS,
+                     nullptr, static_cast<DWORD>(code), language, reinterpret_cast<wchar_t*>(&words), 0, nullptr);
+  std::string text = NarrowOf({words, length});
+  LocalFree(words);
+  // The program's own sentence goes on behind it.
+  while (!text.empty() && std::string_view(" .\r\n").find(text.back()) != std::string_view::npos) text.pop_back();
+  return text;
+}
+
 }  // namespace
 
 std::string SystemName() {
@@ -25,15 +38,11 @@ std::string SystemName() {
 }
 
 std::string SystemWords(std::int32_t code) {
-  wchar_t* words = nullptr;
-  const DWORD length =
-      FormatMessageW(FORMAT_MESSAGE_ALLOCATE_BUFFER | FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS,
-                     nullptr, static_cast<DWORD>(code), 0, reinterpret_cast<wchar_t*>(&words), 0, nullptr);
-  std::string text = NarrowOf({words, length});
-  LocalFree(words);
-  // The program's own sentence goes on behind it.
-  while (!text.empty() && std::string_view(" .\r\n").find(text.back()) != std::string_view::npos) text.pop_back();
-  return text.empty() ? "Unknown error " + std::to_string(code) : text;
+  // In the program's own language, where the system has it.
+  for (const int language : {MAKELANGID(LANG_ENGLISH, SUBLANG_ENGLISH_US), MAKELANGID(LANG_NEUTRAL, SUBLANG_NEUTRAL)}) {
+    if (std::string words = WordsIn(static_cast<WORD>(language), code); !words.empty()) return words;
+  }
+  return "Unknown error " + std::to_string(code);
 }
 
 }  // namespace vk32
