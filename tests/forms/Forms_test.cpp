@@ -67,6 +67,17 @@ TEST_F(ControlsTest, ATextRunsItsHandlerAtEachAssignmentAndKey) {
   EXPECT_EQ(text.TakeChange(), 1u);
 }
 
+TEST(TimerQueue, WhatATickStartsWaitsForTheNextRoundAndHoldsUpNobody) {
+  TimerQueue timers;
+  std::string ran;
+  timers.Start(0ms, [&] { ran += "a", timers.Start(0ms, [&] { ran += "c"; }); });
+  timers.Start(1ms, [&] { ran += "b"; });
+  timers.RunDue(1ms);
+  EXPECT_EQ(ran, "ab");
+  timers.RunDue(1ms);
+  EXPECT_EQ(ran, "abc");
+}
+
 TEST(Pictures, EachShowsOneStateOfOneButton) {
   std::set<int> numbers;
   for (const PictureButtonRow& row : PictureTable()) {
