@@ -30,6 +30,7 @@ struct Wizard : Harness {
 TEST(Firmware, ChecksTheFileInOrder) {
   GatewayDevice device("VK-RTX-Modbus");
   Wizard h(device);
+  EXPECT_EQ(h.Get("Firmware.BackCmd.Shown") + h.Get("Firmware.InstallFrame.Shown"), "FalseFalse");
   const TemporaryFile wrong("wrong.rom", "x:");
   const std::pair<std::string, std::string> rows[] = {
       {"", "box information \"VK32\" \"Must select a firmware file to continue."},
