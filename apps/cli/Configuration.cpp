@@ -178,7 +178,8 @@ void CheckFiles(World& world, const std::vector<std::string>& files) {
     } catch (const Failure& failure) {
       if (failure.status == ExitStatus::Stopped) throw;
       const std::string why = failure.what();
-      world.console.out << (why.starts_with(file) ? why : file + ": " + why) << "\n";
+      if (!why.starts_with(file)) world.console.out << file << ": ";
+      world.console.out << why << "\n";
       if (!first) first = failure;
     }
   }

@@ -138,7 +138,7 @@ TEST_F(BoxesTest, AFileDialogGivesTheChosenFileAndNoneThatCanNotBeWritten) {
       dialog.close();  // if it did not take it
     });
     const auto path = screen.AskFile({kind, "Pick", "Settings (*.cfg)|*.cfg"});
-    EXPECT_EQ(path.value_or(""), given.isEmpty() ? "" : (folder + "/" + given).toStdString());
+    EXPECT_EQ(path.value_or(""), given.isEmpty() ? "" : QDir::toNativeSeparators(folder + "/" + given).toStdString());
     EXPECT_EQ(boxes.Seen(), told) << typed.toStdString();
   }
 }

@@ -49,6 +49,7 @@ TEST(DeviceInfo, ShowsWhatTheDeviceSaysOfItself) {
     EXPECT_EQ(h.Elapsed(), lasts) << seen;
     EXPECT_EQ(ToHex(h.driver.written), sent);
     EXPECT_FALSE(h.app.comm.IsOpen(3));
+    EXPECT_EQ(std::count(h.driver.calls.begin(), h.driver.calls.end(), "SetState 19200 XON"), 1);
     h.Do("click DeviceInfo.CloseCmd");
     EXPECT_EQ(h.Do("forms"), "form ProductMenu visible\n");
   }

@@ -30,6 +30,7 @@ struct Wizard : Harness {
 TEST(Firmware, ChecksTheFileInOrder) {
   GatewayDevice device("VK-RTX-Modbus");
   Wizard h(device);
+  EXPECT_EQ(h.Get("Firmware.BackCmd.Shown") + h.Get("Firmware.InstallFrame.Shown"), "FalseFalse");
   const TemporaryFile wrong("wrong.rom", "x:");
   const std::pair<std::string, std::string> rows[] = {
       {"", "box information \"VK32\" \"Must select a firmware file to continue."},
@@ -69,6 +70,8 @@ TEST(Firmware, TheProbeWantsTheWholeBannerInASecondAndErasesNothingOnceItWasLeft
     if (reply.bytes[0] != 'x') continue;
     EXPECT_TRUE(h.details.ends_with("what came is not from the Offline Manager.\nSent last: 1B\nCame then: " +
                                     Split(h.details, ':').back().substr(1)));
+    h.driver.Fail("Write", 13);
+    h.Next();
     h.Next();  // of a device that says nothing any more
     EXPECT_TRUE(
         h.details.ends_with("nothing came within 1 s after the question for the Offline Manager.\nSent last: 1B\n"));
@@ -113,6 +116,8 @@ TEST(Firmware, ErasesAndStreamsInPieces) {
     EXPECT_EQ(h.Get("Firmware.ProgressInfoLbl.Caption"),
               installed ? "Firmware has been successfully installed." : Failed);
     EXPECT_EQ(h.Get("Firmware.DetailLbl.Caption"), "new.rom: " + row.detail);
+    h.Do("click ProductMenu.UpgradeCmd");  // comes in front as it is
+    EXPECT_EQ(h.Get("Firmware.NextCmd.Picture"), "117");
     EXPECT_EQ(h.Get("Firmware.ResultMark.Picture"), installed ? "Tick" : "Cross");
     EXPECT_TRUE(h.Get("Firmware.NextStepLbl.Caption").starts_with(installed ? "" : "The gateway " + row.state));
     EXPECT_EQ(h.Get("Firmware.ProgressBar.Value") + h.Get("Firmware.CancelCmd.Shown"), "1000False");

@@ -2,8 +2,10 @@
 // acts and ticks enter.
 #include "forms/Forms.h"
 
+#include <set>
 #include <tuple>
 
+#include "resources/Pictures.h"
 #include "support/EveryControl.h"
 #include "support/Harness.h"
 
@@ -63,6 +65,24 @@ TEST_F(ControlsTest, ATextRunsItsHandlerAtEachAssignmentAndKey) {
   EXPECT_EQ(text.TakeChange(), 3u);
   text.Key('d'), text.SelStart = 1, text.Key('c');
   EXPECT_EQ(text.TakeChange(), 1u);
+}
+
+TEST(TimerQueue, WhatATickStartsWaitsForTheNextRoundAndHoldsUpNobody) {
+  TimerQueue timers;
+  std::string ran;
+  timers.Start(0ms, [&] { ran += "a", timers.Start(0ms, [&] { ran += "c"; }); });
+  timers.Start(1ms, [&] { ran += "b"; });
+  timers.RunDue(1ms);
+  EXPECT_EQ(ran, "ab");
+  timers.RunDue(1ms);
+  EXPECT_EQ(ran, "abc");
+}
+
+TEST(Pictures, EachShowsOneStateOfOneButton) {
+  std::set<int> numbers;
+  for (const PictureButtonRow& row : PictureTable()) {
+    EXPECT_TRUE(numbers.insert(row.raised).second && numbers.insert(row.pressed).second) << row.name;
+  }
 }
 
 TEST(TextRows, BreakAtLineEndsAndWhereTheyAreFullInWhateverPiecesTheTextCame) {
@@ -237,6 +257,7 @@ TEST(Dispatcher, TheProgramEndsWhenTheLastWindowHasGone) {
   a.UserCloses();
   EXPECT_EQ(h.Do("forms"), "form B visible\n");
   h.forms.Load("A").UserCloses();  // it does not show
+  EXPECT_EQ(h.forms.Load("A").Help(), Act::Hidden);
   // One that goes from window to window by itself.
   EXPECT_EQ(h.Click("A", [&] { h.Click("B", [&] { h.forms.UnloadAll(); }), h.Show("B"); }), "");
   EXPECT_EQ(h.Click("B", [&] { h.Show("B").Visible = false; }), "ended\n");

@@ -17,6 +17,9 @@ TEST(Exchange, TellsHowFarItIsHowItEndedAndWhatIsKnownOfAFailure) {
        "RB2000|UploadCmd|1|Reading from COM3 0|What came is no configuration of the RB2000: 15 FF 00 3F"},
       {{.shortBy = 406},
        "RB2000|UploadCmd|200|Reading from COM3: 54 of 460 bytes 54|54 of 460 bytes came; what came was taken"},
+      {{.shortBy = 462},
+       "RB2000|UploadCmd|200|Reading from COM3 0|2 of 4 bytes came within 3 s after the request of the "
+       "configuration"},
       {{.unplugAfter = 300},
        "RB2000|UploadCmd|200|Reading from COM3: 185 of 460 bytes 185|293 of 460 bytes came; what came was taken. COM3 "
        "has failed: words of 5"},

@@ -5,6 +5,7 @@
 
 #include "app/Backstage.h"
 #include "listing/Report.h"
+#include "listing/SaveReport.h"
 #include "models/WizardUser.h"
 #include "models/wizard/WizardForm.h"
 
@@ -64,7 +65,7 @@ TEST(Listing, IsReportedPageByPageAndItsTablesRowByRow) {
     return ListedValue{field, page, group, field, value, unit, nullptr, shown};
   };
   const Listing listing{row("Ports", "", "Speed", "9600", "Baud"),
-                        row("Ports", "CHA", "a<b", "\xE9"),
+                        row("Ports", "CHA", "a<\"b", "\xE9"),
                         row("Ports", "CHA", "Hidden", "1", "", false),
                         row("Table", "", "Empty", "", "s"),
                         row("Table", "Slot 1", "From", "1"),
@@ -77,7 +78,7 @@ TEST(Listing, IsReportedPageByPageAndItsTablesRowByRow) {
                         row("Last", "Client 1", "Address", "y")};
   EXPECT_EQ(
       TextReport(listing),
-      "\nPorts\n  Speed: 9600 Baud\n  CHA\n    a<b: \u00E9\n\nTable\n  Empty: \n  Slot 1\n    From: 1\n    To: 2 m\n"
+      "\nPorts\n  Speed: 9600 Baud\n  CHA\n    a<\"b: \u00E9\n\nTable\n  Empty: \n  Slot 1\n    From: 1\n    To: 2 m\n"
       "  Slot 2\n    From: 3\n    To: No\n  Client 1\n    Address: x\n\nLast\n  Client 1\n    Address: y\n");
   const std::string html = HtmlReport({"P", "", "COM3", "", "V"}, listing), fields = "<table class=\"fields\">\n",
                     rows = "</table>\n<table class=\"rows\"><thead><tr><th></th>", end = "</tbody></table>\n";
@@ -86,7 +87,7 @@ TEST(Listing, IsReportedPageByPageAndItsTablesRowByRow) {
               std::string::npos);
   EXPECT_EQ(html.substr(html.find("<h2>")),
             "<h2>Ports</h2>\n" + fields + "<tr><th>Speed</th><td>9600 Baud</td></tr>\n</table>\n<h3>CHA</h3>\n" +
-                fields + "<tr><th>a&lt;b</th><td>\u00E9</td></tr>\n</table>\n<h2>Table</h2>\n" + fields +
+                fields + "<tr><th>a&lt;&quot;b</th><td>\u00E9</td></tr>\n</table>\n<h2>Table</h2>\n" + fields +
                 "<tr><th>Empty</th><td></td></tr>\n" + rows +
                 "<th>From</th><th>To</th></tr></thead><tbody>\n"
                 "<tr><th>Slot 1</th><td>1</td><td>2 m</td></tr>\n<tr><th>Slot 2</th><td>3</td><td>No</td></tr>\n" +
@@ -110,6 +111,7 @@ TEST(Listing, KnowsWhatPagesWillShow) {
   user.Use(Dhcp +
            "to SerProtoFrame(0)\nselect SerProtoLst(0) ASCII\nto RoutingFrame\nclick AddRouteCmd\n"
            "fill Route 1|Channel A|1|1|Ethernet|10.0.0.1\nclick Route.PerformRouteCmd");
+  EXPECT_EQ(ReportHeadOf(user.app, "").model, "AB Ethernet, ASCII, DF1");
   const Listing before = WizardOf(user).List();
   user.Use("to ApplyFrame");
   EXPECT_EQ(Lines(Compare(Shown(before), Shown(WizardOf(user).List()))), "");

@@ -222,7 +222,9 @@ TEST(Wizards, CompareWithTheDevice) {
     EXPECT_EQ(summary.starts_with("All "), !ethernet) << summary;
     // The end of the wizard is the end of the reading.
     user.Do("click Compare.CompareCloseCmd\nafter 1 click " + user.form + ".CancelCmd");
+    user.Elapsed();
     user.Use("click CompareDeviceCmd");
+    EXPECT_LT(user.Elapsed(), 100ms);
     EXPECT_FALSE(user.app.comm.IsOpen(3) || user.app.forms.Find("Compare"));
   }
 }

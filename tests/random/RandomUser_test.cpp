@@ -115,6 +115,7 @@ class RandomUser {
         EXPECT_TRUE(!bar || bar->Max == 0 || bar->LargeChange > bar->SmallChange) << Path(*control);
         if (!used.contains(control->GetKind()) || !control->Shown()) continue;
         Place place = PlaceOf(*control);
+        EXPECT_EQ(place.left % 15 + place.top % 15, 0) << Path(*control);  // between two pixels
         for (const Frame* frame = control->Parent(); frame; frame = frame->Parent()) place = In(PlaceOf(*frame), place);
         if (place.width * place.height == 0) continue;
         const Place inForm = In({0, 0, form->Width, form->Height}, place);
