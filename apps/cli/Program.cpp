@@ -195,9 +195,14 @@ void Program::Download(bool verifies) {
       world_.Confirm(text);
     };
   }
-  state_ = "The " + target.product + " has not acknowledged the configuration: read it to see what it holds.";
+  state_ = "Nothing has been sent.";
+  const auto atReminder = [this](const std::string& text) {
+    world_.Confirm(text);
+    if (world_.stopped) return;
+    state_ = "The " + target.product + " has not acknowledged the configuration: read it to see what it holds.";
+  };
   try {
-    FinishDownload([this](const std::string& text) { world_.Confirm(text); }, readBack);
+    FinishDownload(atReminder, readBack);
     if (screen_.TakeMissing() > 0) throw Failure(ExitStatus::NoAnswer, "The download has not come to its end.");
   } catch (const Failure& failure) {
     if (failure.status != ExitStatus::NoAnswer) throw;
