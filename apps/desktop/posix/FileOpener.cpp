@@ -18,8 +18,8 @@ constexpr qint64 Opening = 20000;  // ms
 
 bool OpenFile(const QString& path, const std::function<void()>& failed) {
   const QString opener = QStandardPaths::findExecutable(QStringLiteral("xdg-open"));
-  // On Wayland only Qt can hand on the right to come to the front.
-  if (opener.isEmpty() || QGuiApplication::platformName() == QStringLiteral("wayland")) {
+  // Without X it takes more: on Wayland only Qt can hand on the right to come to the front.
+  if (opener.isEmpty() || QGuiApplication::platformName() != QStringLiteral("xcb")) {
     return QDesktopServices::openUrl(QUrl::fromLocalFile(path));
   }
   auto* const process = new QProcess;  // not of the application, whose end would end it
