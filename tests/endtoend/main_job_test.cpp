@@ -291,7 +291,8 @@ TEST(EndToEnd, CtrlCEndsACommandThatWaits) {
 
 TEST(EndToEnd, ExitStatuses) {
   const TemporaryFile commands("commands.vks");
-  commands.Fill("# comment\r\n\r\nclick Splash\r\nget MainMenu.ProductModelLbl.Caption\r\nquit\r\nclick Nothing\r\n");
+  commands.Fill(
+      "\xEF\xBB\xBF# comment\r\n\r\nclick Splash\r\nget MainMenu.ProductModelLbl.Caption\r\nquit\r\nclick Nothing\r\n");
   const std::string folder = fs::path(commands.Path()).parent_path(), none = "error no form Nothing is loaded\n";
   // `prints`: all, or the beginning if it does not end a line.
   const auto run = [&](const char* program, const std::vector<std::string>& arguments, const char* input, int status,
@@ -308,7 +309,7 @@ TEST(EndToEnd, ExitStatuses) {
   run("vk32-script", {}, "click Nothing\nquit\n", 1, none);
   run("vk32-script", {"--keep-going"}, "click Nothing\nquit", 1, none + "ok\n");
   run("vk32-script", {}, "after 1 click Nothing\nwait 20\n", 1, "ok\nafter-" + none + "ok\n");
-  run("vk32-script", {"--port", "COM33=/x"}, "", 2, "--port takes COMn=PATH with n from 1 to 32, not COM33=/x\n");
+  run("vk32-script", {"--port", "COM3="}, "", 2, "--port takes COMn=PATH with n from 1 to 32, not COM3=\n");
   run("vk32-script", {"--nonsense"}, "", 2, "");
   run("vk32-script", {"--trace", folder}, "quit\n", 2, "The trace " + folder + " can't be written.");
   run("vk32-script", {"/nowhere/rb2000.vks"}, "", 2, "The script /nowhere/rb2000.vks can't be read (No such");
