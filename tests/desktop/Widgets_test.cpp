@@ -40,7 +40,7 @@ TEST_F(WidgetsTest, PropertiesAreFollowed) {
   EXPECT_EQ(As<LabelWidget>(form.AreaLbl[1]).Tip(), "a text that its cell can't hold");
   EXPECT_EQ(As<LabelWidget>(form.SlotLbl[1]).Tip() + As<LabelWidget>(form.LineLbl).Tip(), "");
   const QString line = "COM3, /dev/serial/by-id/usb-a-name-of-some-length, free";
-  form.TwoOpt.Caption = form.AddCmd.Caption = form.TwoOpt.Caption.Value() + "!";
+  form.TwoOpt.Caption = form.TwoOpt.Caption.Value() + "!";
   form.BareChk.ForeColor = 255;
   form.FlagChk.Height = form.LineLbl.Height;
   form.FlagChk.Caption = std::string(99, 'x');
@@ -77,7 +77,7 @@ TEST_F(WidgetsTest, FieldsShowWhatTheFormMakesOfWhatWasEntered) {
   field.setSelection(0, 2);
   Type(field, "7");
   EXPECT_EQ(field.text() + QString::number(field.cursorPosition()), "721");
-  form.NameTxt.SelStart = 0, form.NameTxt.SelLength = 1;
+  form.NameTxt.SelStart = 0, form.NameTxt.SelLength = 1, form.AddCmd.Caption = "Other";
   Settle();
   EXPECT_EQ(field.selectedText(), "7");
   auto& list = As<QComboBox>(form.PortCbo);
