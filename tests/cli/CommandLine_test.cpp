@@ -122,6 +122,7 @@ TEST(CommandLine, WhatCanNotBeDoneIsToldByItsStatus) {
       {"info VK5300", "2: --port is required"},
       {"firmware %/f.rom", "2: --port is required"},
       {"show", "2: SOURCE is required"},
+      {"show %/a.cfg --html --json", "2: --json excludes --html"},
       {"show vk-rtx-df1", "2: There is no file vk-rtx-df1. Name the product VK-RTX with --port P."},
       {"diff %/a.cfg RB2000", "2: There is no file RB2000. Name the product RB2000 with its port, as in RB2000@COM3."},
       {"diff %/a.cfg", "2: B is required"},

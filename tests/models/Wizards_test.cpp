@@ -262,6 +262,7 @@ TEST(Wizards, VerifyWhatTheDeviceHolds) {
       };
       user.Use("check VerifyChk on");
       EXPECT_NE(user.Do("click " + user.form + ".NextCmd").find(told), std::string::npos);
+      EXPECT_EQ(user.details.empty(), what != "silent") << "the cause";
       EXPECT_EQ(boxes, count);
       EXPECT_EQ(user.Use("page"), page);
       EXPECT_EQ(user.Use("see ProductMenu.StatusLbl").ends_with(", and verified"), what == "good");
