@@ -38,10 +38,10 @@ void AwaitPicture(const Display& display, const std::string& before, bool shown,
   });
 }
 
-/// Until it has used no processor for a while.
+/// Until it has used no processor for longer than until a wizard's time-out timer ticks, which it does once.
 void AwaitRest(const Child& child) {
   Time used{0};
-  Await("a program does not come to rest", 1s,
+  Await("a program does not come to rest", 4s,
         [&] { return std::exchange(used, child.ProcessorTime()) == child.ProcessorTime(); });
 }
 
