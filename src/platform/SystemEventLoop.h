@@ -14,6 +14,7 @@ class SystemEventLoop : public EventLoop {
  public:
   Time Now() const override;
   void RunDue() override;
+  void RunPasses(int passes) override;
   void Wait(const WaitFor& what) override;
 };
 

@@ -197,7 +197,7 @@ bool Win32SerialDriver::Write(Handle handle, std::string_view data, std::uint32_
   port->outgoing = std::make_unique<Outgoing>();
   Outgoing& outgoing = *port->outgoing;
   outgoing.data = data;
-  outgoing.until = EndOfWrite(port->timeouts, data.size());
+  outgoing.until = EndOfWrite(loop_.Now(), port->timeouts, data.size());
   outgoing.begun = true;
   if (WriteFile(port->file.get(), outgoing.data.data(), static_cast<DWORD>(data.size()), nullptr, &outgoing.system) ==
           0 &&
