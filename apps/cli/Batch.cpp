@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "cli/Commands.h"
+#include "cli/Configuration.h"
 #include "cli/Csv.h"
 #include "cli/Edit.h"
 #include "cli/FileContent.h"
@@ -68,6 +69,24 @@ std::vector<Row> ReadRows(const BatchOptions& options) {
     if (!names.insert(rows.back().name).second) RefuseTable(options, "two rows are named " + rows.back().name + ".");
   }
   return rows;
+}
+
+/// Before the rows have their turn, each of which would tell the same.
+void CheckColumns(World& world, const BatchOptions& options, const std::vector<Row>& rows) {
+  const Listing listing = LoadFile(world, options.configuration).listing;
+  std::set<std::string> known;
+  std::string unknown;
+  for (const Row& row : rows) {
+    for (const Assignment& assignment : row.assignments) {
+      if (!known.insert(assignment.field).second) continue;
+      try {
+        FindField(listing, assignment.field);
+      } catch (const Failure& failure) {
+        unknown += "\n" + options.table + ": " + failure.what();
+      }
+    }
+  }
+  if (!unknown.empty()) throw Failure(ExitStatus::WrongUsage, unknown.substr(1));
 }
 
 /// Two names of one port are one.
@@ -197,6 +216,7 @@ void RunBatch(World& world, const BatchOptions& options) {
     throw Failure(ExitStatus::WrongUsage, "Give --out DIR for files, or --write for gateways.");
   }
   std::vector<Row> rows = ReadRows(options);
+  CheckColumns(world, options, rows);
   if (options.write) CheckPorts(world, options, rows);
   const TemporaryFolder temporary;
   MakeFiles(world, options, options.out.empty() ? temporary.path : options.out, rows);

@@ -65,6 +65,9 @@ class Parser {
     command.add_option("PRODUCT", product_, "RB2000, RB3000, RBCard, VK5300 or VK-RTX")->required();
     command.add_option("--model", model_, "of the VK-RTX: DF1 or Modbus");
   }
+  void Output(CLI::App& command) {
+    command.add_option("-o,--output", output_, "the file; without it, the standard output")->type_name("FILE");
+  }
   void Json(CLI::App& command) { command.add_flag("--json", json_, "as one JSON document"); }
 
   void AddDeviceCommands() {
@@ -76,7 +79,7 @@ class Parser {
     });
     Product(read);
     Port(read);
-    read.add_option("-o,--output", output_, "the file; without it, the standard output")->type_name("FILE");
+    Output(read);
 
     CLI::App& write = Add("write", "Write a configuration file to a gateway", [this] {
       WriteConfiguration(world_, {file_, port_, file_, backup_, verify_});
@@ -108,6 +111,7 @@ class Parser {
     Yes(show);
     Json(show);
     show.add_flag("--html", html_, "as a report to be printed");
+    Output(show);
 
     CLI::App& diff = Add("diff", "Compare two configurations: files, or PRODUCT@PORT",
                          [this] { ShowDifferences(world_, file_, other_, json_); });
@@ -142,12 +146,14 @@ class Parser {
     for (const std::string& word : words_) assignments.push_back(ParseAssignment(word));
     Program program(world_, TargetOfFile(file_));
     Store(output_, Edited(program, file_, assignments, TemporaryFolder()));
+    world_.console.err << output_ << " has been written.\n";
   }
 
   void Show() const {
     const bool device = !port_.empty();
+    if (!device) RefuseProduct(file_, "with --port P");
     const Configuration shown = device ? LoadDevice(world_, FindTarget(file_, model_), port_) : LoadFile(world_, file_);
-    ShowConfiguration(world_, shown, html_ ? ShowAs::Html : json_ ? ShowAs::Json : ShowAs::Text);
+    ShowConfiguration(world_, shown, html_ ? ShowAs::Html : json_ ? ShowAs::Json : ShowAs::Text, output_);
   }
 
   World& world_;

@@ -7,6 +7,7 @@
 #include <optional>
 #include <set>
 
+#include "cli/FileContent.h"
 #include "cli/Program.h"
 #include "listing/SaveReport.h"
 #include "models/wizard/WizardForm.h"
@@ -18,8 +19,8 @@ namespace {
 using Json = nlohmann::ordered_json;
 
 /// For a terminal, on which a device's bytes must command nothing.
-void Print(World& world, const Json& document) {
-  world.console.out << document.dump(2, ' ', false, Json::error_handler_t::replace) << "\n";
+std::string Printed(const Json& document) {
+  return document.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
 }
 
 Json HeadOf(const Configuration& configuration) {
@@ -29,7 +30,7 @@ Json HeadOf(const Configuration& configuration) {
   return head;
 }
 
-void PrintJson(World& world, const Configuration& configuration) {
+std::string AsJson(const Configuration& configuration) {
   Json document = HeadOf(configuration);
   Json& fields = document["fields"] = Json::array();
   for (const ListedValue& row : Shown(configuration.listing)) {
@@ -40,17 +41,15 @@ void PrintJson(World& world, const Configuration& configuration) {
     if (!row.unit.empty()) field["unit"] = ToUtf8(row.unit);
     fields.push_back(field);
   }
-  Print(world, document);
+  return Printed(document);
 }
 
-void PrintText(World& world, const Configuration& configuration) {
-  std::ostream& out = world.console.out;
+std::string AsText(const Configuration& configuration) {
   const Target& target = configuration.target;
-  out << target.product << (target.model.empty() ? "" : ", " + target.model) << "\n"
-      << TextReport(configuration.listing);
+  return target.product + (target.model.empty() ? "" : ", " + target.model) + "\n" + TextReport(configuration.listing);
 }
 
-std::string HtmlOf(World& world, const Configuration& configuration) {
+std::string AsHtml(World& world, const Configuration& configuration) {
   const Target& target = configuration.target;
   return HtmlReport(ReportHeadOf(target.product, target.model, configuration.source, world.loop),
                     configuration.listing);
@@ -124,16 +123,23 @@ Configuration LoadDevice(World& world, const Target& target, const std::string& 
 
 Configuration Load(World& world, const std::string& what) {
   const std::size_t at = what.find('@');
-  if (at == std::string::npos || IsThere(what)) return LoadFile(world, what);
+  if (at == std::string::npos || IsThere(what)) {
+    RefuseProduct(what, "with its port, as in " + what + "@COM3");
+    return LoadFile(world, what);
+  }
   return LoadDevice(world, FindTarget(what.substr(0, at)), what.substr(at + 1));
 }
 
-void ShowConfiguration(World& world, const Configuration& configuration, ShowAs as) {
-  switch (as) {
-    case ShowAs::Text: return PrintText(world, configuration);
-    case ShowAs::Json: return PrintJson(world, configuration);
-    case ShowAs::Html: world.console.out << HtmlOf(world, configuration);
+void ShowConfiguration(World& world, const Configuration& configuration, ShowAs as, const std::string& output) {
+  const std::string shown = as == ShowAs::Html   ? AsHtml(world, configuration)
+                            : as == ShowAs::Json ? AsJson(configuration)
+                                                 : AsText(configuration);
+  if (output.empty()) {
+    world.console.out << shown;
+    return;
   }
+  Store(output, shown);
+  world.console.err << "What " << configuration.source << " holds is listed in " << output << ".\n";
 }
 
 std::string DifferenceLines(const std::vector<Difference>& differences) {
@@ -158,11 +164,14 @@ void ShowDifferences(World& world, const std::string& left, const std::string& r
                                          {"left", JsonOf(row.left)},
                                          {"right", JsonOf(row.right)}});
     }
-    Print(world, document);
+    world.console.out << Printed(document);
   } else {
     world.console.out << DifferenceLines(differences);
   }
-  if (differences.empty()) return;
+  if (differences.empty()) {
+    world.console.err << "No field differs.\n";
+    return;
+  }
   throw Failure(ExitStatus::Different,
                 std::to_string(differences.size()) + (differences.size() == 1 ? " field differs." : " fields differ."));
 }

@@ -21,7 +21,8 @@ Configuration LoadDevice(World& world, const Target& target, const std::string& 
 Configuration Load(World& world, const std::string& what);
 
 enum class ShowAs { Text, Json, Html };
-void ShowConfiguration(World& world, const Configuration& configuration, ShowAs as);
+/// `output`: the file that takes it; empty: it goes to `out`.
+void ShowConfiguration(World& world, const Configuration& configuration, ShowAs as, const std::string& output);
 /// Failure Different if they are.
 void ShowDifferences(World& world, const std::string& left, const std::string& right, bool json);
 /// Finishes each file without sending. Failure of the first one that is refused, after all have had their turn.

@@ -192,7 +192,7 @@ void Program::Download(bool verifies) {
     readBack = [&](const std::string& text) {
       acknowledged = true;
       state_ = "The " + target.product + " has acknowledged the configuration; it is not verified.";
-      world_.Confirm(text);
+      world_.Confirm("The " + target.product + " has acknowledged the configuration. Next it is read back.\n" + text);
     };
   }
   state_ = "Nothing has been sent.";

@@ -6,6 +6,7 @@
 
 #include "app/Backstage.h"
 #include "platform/Fault.h"
+#include "platform/Paths.h"
 #include "shell/Products.h"
 
 namespace vk32 {
@@ -21,6 +22,23 @@ std::string FindModel(std::string_view part) {
     found = model.name;
   }
   return found;
+}
+
+/// The product of "RB2000", or of "VK-RTX-Modbus"; empty: the text names none.
+std::string ProductNamed(const std::string& text) {
+  const std::string wanted = Lower(text);
+  for (const Product& product : Products()) {
+    const bool models = product.name == ProductWithModels;
+    const std::string name = Lower(product.name);
+    if (wanted == name || (models && wanted.starts_with(name + "-"))) return std::string(product.name);
+  }
+  return {};
+}
+
+std::string ProductNames() {
+  std::string names;
+  for (const Product& product : Products()) names += (names.empty() ? "" : ", ") + std::string(product.name);
+  return names;
 }
 
 std::string ModelNames() {
@@ -39,20 +57,21 @@ std::string Lower(std::string_view text) {
 }
 
 Target FindTarget(const std::string& text, const std::string& model) {
-  std::string names;
-  for (const Product& product : Products()) {
-    const std::string name(product.name);
-    names += (names.empty() ? "" : ", ") + name;
-    const bool whole = Lower(text) == Lower(name);
-    const bool models = name == ProductWithModels;
-    if (!whole && !(models && Lower(text).starts_with(Lower(name) + "-"))) continue;
-    if (!models) return {name, {}};
-    const std::string found = FindModel(whole ? model : text.substr(name.size() + 1));
-    if (!found.empty()) return {name, found};
-    throw Failure(ExitStatus::WrongUsage,
-                  "Which model of the " + name + "? Give it as --model " + ModelNames() + ", or a part of that.");
+  std::string name = ProductNamed(text);
+  if (name.empty()) {
+    throw Failure(ExitStatus::WrongUsage, "There is no product " + text + ". Choose one of " + ProductNames() + ".");
   }
-  throw Failure(ExitStatus::WrongUsage, "There is no product " + text + ". Choose one of " + names + ".");
+  if (name != ProductWithModels) return {name, {}};
+  const std::string found = FindModel(text.size() == name.size() ? model : text.substr(name.size() + 1));
+  if (!found.empty()) return {name, found};
+  throw Failure(ExitStatus::WrongUsage,
+                "Which model of the " + name + "? Give it as --model " + ModelNames() + ", or a part of that.");
+}
+
+void RefuseProduct(const std::string& file, const std::string& how) {
+  const std::string name = ProductNamed(file);
+  if (name.empty() || IsThere(file)) return;
+  throw Failure(ExitStatus::WrongUsage, "There is no file " + file + ". Name the product " + name + " " + how + ".");
 }
 
 Target TargetOfFile(const std::string& path) {

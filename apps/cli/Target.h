@@ -19,6 +19,8 @@ std::string Lower(std::string_view text);
 /// "RB2000", "VK-RTX-Modbus", or "VK-RTX" with a model "Modbus": a part of the model's name will do, in any case.
 /// Failure if that names no product, or leaves its model open.
 Target FindTarget(const std::string& text, const std::string& model = {});
+/// Failure if a product stands where a file should, and there is no such file. `how`: how the product is named there.
+void RefuseProduct(const std::string& file, const std::string& how);
 /// Of the product and the model that a configuration file names. Failure if it is none.
 Target TargetOfFile(const std::string& path);
 

@@ -14,6 +14,7 @@
 
 #include "Accessibility.h"
 #include "FileDialogs.h"
+#include "FileOpener.h"
 #include "FormWindow.h"
 #include "MessageBox.h"
 #include "Paper.h"
@@ -39,16 +40,6 @@ QString ManualPath(std::string_view page) {
     if (file.exists()) return file.canonicalFilePath();
   }
   return {};
-}
-
-std::string OpenManualPage(std::string_view page) {
-  const QString path = ManualPath(page);
-  if (path.isEmpty()) {
-    return "The manual is not installed. Its place is the folder manual beside the program, or share/doc/vk32/manual "
-           "beside the program's folder.";
-  }
-  if (QDesktopServices::openUrl(QUrl::fromLocalFile(path))) return {};
-  return "No program on this computer opens the manual. It is in the file\n" + path.toStdString();
 }
 
 }  // namespace
@@ -160,6 +151,21 @@ std::string DesktopScreen::Description() const {
 }
 
 std::optional<std::string> DesktopScreen::MakePdf(const std::string& html) { return PdfOf(html); }
+
+std::string DesktopScreen::OpenManualPage(std::string_view page) {
+  const QString path = ManualPath(page);
+  if (path.isEmpty()) {
+    return "The manual is not installed. Its place is the folder manual beside the program, or share/doc/vk32/manual "
+           "beside the program's folder.";
+  }
+  const std::string reason = "No program on this computer opens the manual. It is in the file\n" + path.toStdString();
+  const auto tellOnce = [this, reason] {
+    if (std::exchange(tellsReason_, true)) return;
+    Tell(reason);
+    tellsReason_ = false;
+  };
+  return OpenFile(path, tellOnce) ? "" : reason;
+}
 
 std::string DesktopScreen::OpenManual(const std::string& form) { return OpenManualPage(ManualPage(form)); }
 

@@ -52,13 +52,16 @@ class DesktopScreen : public Screen {
   /// The window that the user is at, or nullptr.
   QWidget* ActiveWindow() const;
   void Leave(const QWidget& window);
-  /// A box on top of a box or a dialog.
+  /// Empty, or why it can't be opened; what shows only later is told in a box.
+  std::string OpenManualPage(std::string_view page);
+  /// A box on top of whatever shows.
   void Tell(const std::string& reason);
 
   Theme theme_;
   std::vector<Opened> windows_;  // topmost last
   QPoint middle_;                // of the window that the user was at
   QString folder_;               // of the last file
+  bool tellsReason_ = false;     // why the manual can't be opened
   bool ended_ = false;
   bool faulted_ = false;
   ContrastSetting contrast_{[this](bool high) { ShowHighContrast(high); }};

@@ -144,10 +144,10 @@ void FormWindow::Open(QPoint middle, const QWidget* below) {
     place.moveCenter(middle);
     place.moveLeft(std::max(room.left(), std::min(place.left(), room.right() + 1 - width())));
     place.moveTop(std::max(room.top(), std::min(place.top(), room.bottom() + 1 - height())));
+    setWindowFlags(Flags(below != nullptr));  // moves it
     // Not moved there, which would be the place of the frame: window after window would sink by its title bar.
     setGeometry(place);
     FocusFirst({});
-    setWindowFlags(Flags(below != nullptr));
     create();
     windowHandle()->setTransientParent(below ? below->windowHandle() : nullptr);
     show();

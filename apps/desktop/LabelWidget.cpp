@@ -29,6 +29,7 @@ bool MayWrap(const Label& label) {
     case TextRole::Title:
     case TextRole::Product:
     case TextRole::TableText:
+    case TextRole::TablePath:
     case TextRole::TableName:
     case TextRole::MutedRight:
     case TextRole::SplashName:
@@ -39,6 +40,11 @@ bool MayWrap(const Label& label) {
     case TextRole::Link: break;
   }
   return false;
+}
+
+Wrapping WrappingOf(const Label& label) {
+  if (MayWrap(label)) return Wrapping::Words;
+  return label.role == TextRole::TablePath ? Wrapping::NoneCutAtStart : Wrapping::None;
 }
 
 }  // namespace
@@ -62,8 +68,7 @@ void LabelWidget::Sync() {
 }
 
 const TextBlock& LabelWidget::Block() const {
-  if (!block_)
-    block_.emplace(text(), theme_.Font(label_.role), width(), MayWrap(label_) ? Wrapping::Words : Wrapping::None);
+  if (!block_) block_.emplace(text(), theme_.Font(label_.role), width(), WrappingOf(label_));
   return *block_;
 }
 

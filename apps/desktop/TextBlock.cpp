@@ -31,8 +31,9 @@ void TextBlock::Break(const QString& paragraph, int width, Wrapping wrapping) {
     lines_ += WithoutTrailingBlanks(paragraph);
     return;
   }
-  if (wrapping == Wrapping::None) {
-    lines_ += metrics.elidedText(paragraph, Qt::ElideRight, width);
+  if (wrapping != Wrapping::Words) {
+    const auto cut = wrapping == Wrapping::NoneCutAtStart ? Qt::ElideLeft : Qt::ElideRight;
+    lines_ += metrics.elidedText(paragraph, cut, width);
     cut_ = true;
     return;
   }

@@ -10,12 +10,13 @@
 
 namespace vk32 {
 
-enum class Wrapping { Words, None };
+/// Without wrapping, a line that is too wide has an ellipsis at its end, or at its start.
+enum class Wrapping { Words, None, NoneCutAtStart };
 
 class TextBlock {
  public:
-  /// Line ends in the text (CR LF, LF) always break. All blanks stand as they are. Without wrapping, a line wider than
-  /// `width` ends in an ellipsis.
+  /// Line ends in the text (CR LF, LF) always break. All blanks stand as they are. `width`: of the longest
+  /// line, in pixels.
   TextBlock(const QString& text, const QFont& font, int width, Wrapping wrapping);
 
   const QStringList& Lines() const { return lines_; }

@@ -55,6 +55,7 @@ QColor OfRole(TextRole role) {
     case TextRole::HeadingLink:
     case TextRole::Step:
     case TextRole::TableText:
+    case TextRole::TablePath:
     case TextRole::TableName:
     case TextRole::SplashName:
     case TextRole::SplashSubtitle: break;
@@ -106,6 +107,7 @@ const QFont& Theme::Font(TextRole role) const {
     case TextRole::Step: return step_;
     case TextRole::TableHead:
     case TextRole::TableText:
+    case TextRole::TablePath:
     case TextRole::Small: return small_;
     case TextRole::TableName: return smallBold_;
     case TextRole::SplashName: return splashName_;

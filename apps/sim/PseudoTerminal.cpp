@@ -18,6 +18,23 @@
 
 namespace vk32::sim {
 
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr int Tries = 10;
+
+void MakeFolder(const fs::path& folder, const std::string& portName) {
+  fs::create_directories(folder.parent_path());
+  mkdir(folder.c_str(), 0700);
+  const std::string why = PortNames::WhyNotTrusted(folder);
+  if (why.empty()) return;
+  throw std::runtime_error(portName + " can't be taken: " + folder.string() + " " + why +
+                           ". Remove it, or set XDG_RUNTIME_DIR to a folder of your own.");
+}
+
+}  // namespace
+
 PseudoTerminal::PseudoTerminal() {
   master_ = posix_openpt(O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC);
   char name[128];
@@ -34,28 +51,31 @@ PseudoTerminal::PseudoTerminal() {
 }
 
 PseudoTerminal::~PseudoTerminal() {
-  if (!link_.empty()) unlink(link_.c_str());
+  if (!link_.empty()) {
+    unlink(link_.c_str());
+    rmdir(fs::path(link_).parent_path().c_str());  // behind the last link; another one holds it
+  }
   close(slave_);
   close(master_);
 }
 
 void PseudoTerminal::RegisterAs(const std::string& portName) {
-  const std::filesystem::path folder = PortNames::RuntimeFolder();
-  std::filesystem::create_directories(folder.parent_path());
-  mkdir(folder.c_str(), 0700);
-  if (const std::string why = PortNames::WhyNotTrusted(folder); !why.empty()) {
-    throw std::runtime_error(portName + " can't be taken: " + folder.string() + " " + why +
-                             ". Remove it, or set XDG_RUNTIME_DIR to a folder of your own.");
+  const fs::path folder = PortNames::RuntimeFolder();
+  const fs::path link = folder / portName;
+  // A simulator that ends may take the empty folder away before there is a link in it.
+  bool made = false;
+  for (int i = 0; i < Tries && !made; ++i) {
+    MakeFolder(folder, portName);
+    std::error_code ignored;
+    // A link that leads nowhere was left behind by a simulator that was killed.
+    // Or to this very terminal: the number of a dead one goes to the next.
+    if (fs::is_symlink(link, ignored) && (!fs::exists(link, ignored) || fs::read_symlink(link, ignored) == path_)) {
+      unlink(link.c_str());
+    }
+    made = symlink(path_.c_str(), link.c_str()) == 0;
+    if (!made && errno != ENOENT) break;
   }
-  const std::filesystem::path link = folder / portName;
-  std::error_code ignored;
-  // A link that leads nowhere was left behind by a simulator that was killed.
-  // Or to this very terminal: the number of a dead one goes to the next.
-  if (std::filesystem::is_symlink(link, ignored) &&
-      (!std::filesystem::exists(link, ignored) || std::filesystem::read_symlink(link, ignored) == path_)) {
-    unlink(link.c_str());
-  }
-  if (symlink(path_.c_str(), link.c_str()) != 0) {
+  if (!made) {
     throw std::runtime_error(portName + " can't be taken: " + std::generic_category().message(errno) + " (" +
                              link.string() + "). Choose another port number, or end the simulator that holds it.");
   }

@@ -16,7 +16,8 @@ class PseudoTerminal : public HostPort {
   PseudoTerminal(const PseudoTerminal&) = delete;
   PseudoTerminal& operator=(const PseudoTerminal&) = delete;
 
-  /// Makes it known as COMn by a link in the user's runtime folder; the link goes with this object. Throws
+  /// Makes it known as COMn by a link in the user's runtime folder; the link goes with this object,
+  /// and the folder with its last link. Throws
   /// std::runtime_error, with words for the user, if the name is taken or the folder is not the user's own.
   void RegisterAs(const std::string& portName);
 

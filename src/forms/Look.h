@@ -32,6 +32,7 @@ enum class TextRole {
   Step,         // line of a side menu
   TableHead,    // above a column, bottom-aligned
   TableText,    // row of a dense table
+  TablePath,    // the same, of which the end says most: what its place can't hold is left out at the start
   TableName,    // by which a row is called
   Muted,        // units and second lines
   MutedRight,   // the same, right-aligned

@@ -28,8 +28,7 @@ void CompareForm::ShowRows() {
   ValueRightLbl[0].Caption = right_.name + "\r\n" + right_.state;
   std::vector<std::vector<TextCell>> cells;
   for (const Difference& field : ShownFields()) {
-    const char* const sign = field.left == field.right ? "" : "≠";
-    cells.push_back({{sign}, {field.Words()}, ValueCell(field.left), ValueCell(field.right)});
+    cells.push_back({{field.differs ? "≠" : ""}, {field.Words()}, ValueCell(field.left), ValueCell(field.right)});
   }
   rows.Show(std::move(cells));
 }

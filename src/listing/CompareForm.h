@@ -38,12 +38,13 @@ class CompareForm : public Form {
 
   static int LineTop(int line) { return 1770 + ListRowHeight * (line - 1); }
   /// Element 0 is the head of the column, if it has one.
-  ControlArray<Label> Column(const char* name, int left, int width, const char* head) {
+  ControlArray<Label> Column(const char* name, int left, int width, const char* head,
+                             TextRole role = TextRole::TableText) {
     return {name, head == nullptr ? 1 : 0, Lines, [=, this](ControlName element, int line) {
-              return line == 0 ? std::make_unique<Label>(*this, element, Place{left, 1200, width, 495}, head,
-                                                         TextRole::TableHead)
-                               : std::make_unique<Label>(*this, element, Place{left, LineTop(line), width, 240}, "",
-                                                         TextRole::TableText);
+              return line == 0
+                         ? std::make_unique<Label>(*this, element, Place{left, 1200, width, 495}, head,
+                                                   TextRole::TableHead)
+                         : std::make_unique<Label>(*this, element, Place{left, LineTop(line), width, 240}, "", role);
             }};
   }
 
@@ -60,7 +61,7 @@ class CompareForm : public Form {
     return std::make_unique<Frame>(*this, element, Place{240, LineTop(line) + 255, 9540, 15}, Fill::Hairline);
   }};
   ControlArray<Label> DiffSignLbl   = Column("DiffSignLbl",    360,  240, nullptr);
-  ControlArray<Label> ValueFieldLbl = Column("ValueFieldLbl",  720, 4320, "Page and field");
+  ControlArray<Label> ValueFieldLbl = Column("ValueFieldLbl",  720, 4320, "Page and field", TextRole::TablePath);
   ControlArray<Label> ValueLeftLbl  = Column("ValueLeftLbl",  5160, 2280, "");
   ControlArray<Label> ValueRightLbl = Column("ValueRightLbl", 7560, 2160, "");
   VScrollBar    CompareVScroll  {*this, "CompareVScroll",    {9780, 1740,  300, 5100}, [this] { rows.Draw(); }};

@@ -4,9 +4,11 @@
 #include <algorithm>
 #include <functional>
 #include <map>
+#include <set>
 #include <string_view>
 #include <tuple>
 #include <unordered_map>
+#include <utility>
 
 #include "forms/FieldNames.h"
 
@@ -159,6 +161,8 @@ void ListPage(const ListedPage& page, const std::vector<Foretold>& foretold, Nam
   }
 }
 
+using FilledRows = std::set<std::pair<std::string_view, std::string_view>>;  // by page and group
+
 using Places = std::unordered_map<std::string_view, std::size_t>;
 
 Places PlacesOf(const Listing& listing) {
@@ -200,7 +204,7 @@ bool Differ(const ListedValue* left, const ListedValue* right) {
 
 Difference FieldOf(const ListedValue* left, const ListedValue* right) {
   const ListedValue& named = right ? *right : *left;
-  Difference field{named.page, named.group, named.field, {}, {}};
+  Difference field{named.page, named.group, named.field, {}, {}, Differ(left, right)};
   if (left) field.left = left->Text();
   if (right) field.right = right->Text();
   return field;
@@ -245,16 +249,25 @@ void SetValue(Control& control, const std::string& value) {
 }
 
 std::vector<Difference> Pair(const Listing& left, const Listing& right) {
+  FilledRows filled;
+  for (const Listing* side : {&left, &right}) {
+    for (const ListedValue& row : *side) {
+      if (!row.IsBlank()) filled.insert({row.page, row.group});
+    }
+  }
   std::vector<Difference> fields;
-  ForEachField(left, right, [&](const ListedValue* a, const ListedValue* b) { fields.push_back(FieldOf(a, b)); });
+  ForEachField(left, right, [&](const ListedValue* a, const ListedValue* b) {
+    fields.push_back(FieldOf(a, b));
+    // An empty slot is sent the same, with the field or without.
+    const ListedValue* const only = a && b ? nullptr : a ? a : b;
+    if (only && only->IsInTable() && !filled.contains({only->page, only->group})) fields.back().differs = false;
+  });
   return fields;
 }
 
 std::vector<Difference> Compare(const Listing& left, const Listing& right) {
-  std::vector<Difference> differences;
-  ForEachField(left, right, [&](const ListedValue* a, const ListedValue* b) {
-    if (Differ(a, b)) differences.push_back(FieldOf(a, b));
-  });
+  std::vector<Difference> differences = Pair(left, right);
+  std::erase_if(differences, [](const Difference& field) { return !field.differs; });
   return differences;
 }
 

@@ -20,6 +20,10 @@ struct ListedValue {
 
   /// With its unit, as a person reads it.
   std::string Text() const { return value.empty() || unit.empty() ? value : value + " " + unit; }
+  /// Of a row of a table: "Slot 3".
+  bool IsInTable() const { return !group.empty() && group.back() >= '0' && group.back() <= '9'; }
+  /// In a row of a table, nothing has been entered there.
+  bool IsBlank() const { return value.empty() || value == "No"; }
   /// "Serial Settings/Channel A/Baud Rate": what a person names the field by.
   std::string Path() const { return page + "/" + (group.empty() ? "" : group + "/") + field; }
 };
@@ -65,6 +69,7 @@ void SetValue(Control& control, const std::string& value);
 struct Difference {
   std::string page, group, field;
   std::optional<std::string> left, right;  // with their units; nothing: only the other side has the field
+  bool differs = true;  // False: equal, or of a table's row that is empty on the side that has the field
 
   /// "Serial Settings: Channel A, Baud Rate"
   std::string Words() const { return page + ": " + (group.empty() ? "" : group + ", ") + field; }

@@ -61,11 +61,6 @@ bool SamePage(const ListedValue& a, const ListedValue& b) { return a.page == b.p
 bool SameGroup(const ListedValue& a, const ListedValue& b) { return SamePage(a, b) && a.group == b.group; }
 bool SameField(const ListedValue& a, const ListedValue& b) { return a.field == b.field; }
 
-/// "Slot 3"
-bool IsTableRow(Rows group) {
-  return !group[0].group.empty() && group[0].group.back() >= '0' && group[0].group.back() <= '9';
-}
-
 std::string TableOf(const std::vector<Rows>& groups) {
   std::string html = "<table class=\"rows\"><thead><tr><th></th>";
   for (const ListedValue& value : groups[0]) html += Cell("th", value.field);
@@ -96,7 +91,7 @@ std::string PageOf(Rows page) {
   while (!page.empty()) {
     const Rows group = TakeWhile(page, SameGroup);
     if (!table.empty() && !std::ranges::equal(table[0], group, SameField)) endTable();
-    if (IsTableRow(group)) {
+    if (group[0].IsInTable()) {
       table.push_back(group);
     } else {
       endTable();
@@ -159,9 +154,8 @@ Listing ForReading(Listing listing) {
   Listing kept;
   for (Rows rows = listing; !rows.empty();) {
     const Rows group = TakeWhile(rows, SameGroup);
-    const bool empty =
-        std::ranges::all_of(group, [](const auto& row) { return row.value.empty() || row.value == "No"; });
-    if (!IsTableRow(group) || !empty) kept.insert(kept.end(), group.begin(), group.end());
+    if (!group[0].IsInTable() || !std::ranges::all_of(group, &ListedValue::IsBlank))
+      kept.insert(kept.end(), group.begin(), group.end());
   }
   return kept;
 }
@@ -180,7 +174,7 @@ std::string HtmlComparison(const ReportHead& head, const std::string& summary, c
     content += "<th>" + Escaped(title) + "</th>";
   content += "</tr></thead><tbody>\n";
   for (const Difference& field : fields) {
-    content += std::string("<tr><td>") + (field.left == field.right ? "" : "≠") + "</td>" + Cell("td", field.Words()) +
+    content += std::string("<tr><td>") + (field.differs ? "≠" : "") + "</td>" + Cell("td", field.Words()) +
                Cell("td", ValueCell(field.left).text) + Cell("td", ValueCell(field.right).text) + "</tr>\n";
   }
   return Document("Comparison", head, content + "</tbody></table>\n");

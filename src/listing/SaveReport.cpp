@@ -38,7 +38,9 @@ ReportHead ReportHeadOf(const App& app, const std::string& source) {
 
 std::string SaveReport(FileDialog& dialog, const std::string& html) {
   Screen& screen = dialog.OwnerForm().Registry().GetScreen();
-  return FileNameOf(SaveAs(dialog, "Save Report", "Web Pages (*.html)|*.html|PDF Documents (*.pdf)|*.pdf",
+  return FileNameOf(SaveAs(dialog, "Save Report",
+                           "Web Pages and PDF Documents (*.html;*.pdf)|*.html;*.pdf|"
+                           "Web Pages (*.html)|*.html|PDF Documents (*.pdf)|*.pdf",
                            [&](const std::string& path) { return IsPdf(path) ? AsPdf(screen, html) : html; }));
 }
 

@@ -51,7 +51,7 @@ TEST(CommandLine, WhatIsReadComesBackFromTheDeviceThatItIsWrittenTo) {
     EXPECT_EQ(cli.Run("read " + kind + " --port COM3 -y -o %/a.cfg")[0], '0') << cli.err.str();
     cli.driver.Plug("COM3", &other);
     EXPECT_EQ(cli.Run("write %/a.cfg --port COM3 -y --verify --backup %/old")[0], '0') << cli.err.str();
-    EXPECT_EQ(cli.Run("diff %/a.cfg " + kind + "@COM3 -y"), "0: ") << cli.out.str();
+    EXPECT_EQ(cli.Run("diff %/a.cfg " + kind + "@COM3 -y"), "0: No field differs.\n") << cli.out.str();
     EXPECT_EQ(cli.Run("check %/a.cfg")[0], '0') << cli.out.str();
     EXPECT_EQ(cli.Run("read " + kind + " --port COM3 -y")[0], '0') << cli.err.str();
     EXPECT_EQ(cli.out.str(), cli.Content("a.cfg")) << kind;
@@ -122,6 +122,8 @@ TEST(CommandLine, WhatCanNotBeDoneIsToldByItsStatus) {
       {"info VK5300", "2: --port is required"},
       {"firmware %/f.rom", "2: --port is required"},
       {"show", "2: SOURCE is required"},
+      {"show vk-rtx-df1", "2: There is no file vk-rtx-df1. Name the product VK-RTX with --port P."},
+      {"diff %/a.cfg RB2000", "2: There is no file RB2000. Name the product RB2000 with its port, as in RB2000@COM3."},
       {"diff %/a.cfg", "2: B is required"},
       {"check", "2: FILE is required"},
       {"set %/a.cfg -o %/x", "2: ASSIGNMENT is required"},
@@ -286,7 +288,7 @@ TEST(CommandLine, ABatchKnowsTheStateOfEachGateway) {
   for (const char* port : {"COM4", "COM5"}) cli.names.Assign(port, "/dev/null");
   const std::string write = "batch %/t.cfg " + table.Path() + " --write --port COM3";
   const std::tuple<const char*, std::string, const char*, const char*> rows[] = {
-      {"Name;Specific Addres\na;5\n", write, "2: ", ""},
+      {"Name;Specific Addres\na;5\nb;6\n", write, "/t.csv: There is no field Specific Addres. Near", ""},
       {"Name,Specific Address\na,5,6\n", write, "5: ", ""},
       {"Name,Specific Address\na,5\na,6\n", write, "5: ", ""},
       {"Name,Specific Address\na,5\nb,999\n", write, "6: ", ""},
@@ -305,7 +307,7 @@ TEST(CommandLine, ABatchKnowsTheStateOfEachGateway) {
   EXPECT_EQ(boxes,
             "Connect the gateway a, one to COM3.;Connect the gateway b to COM3.;Connect the gateway b to COM3.;");
   EXPECT_EQ(cli.Run("batch %/t.cfg " + table.Path() + " --out %/out")[0], '0') << cli.err.str();
-  EXPECT_EQ(cli.Run("diff %/out/b.cfg RB2000@COM3 -y"), "0: ") << cli.out.str();
+  EXPECT_EQ(cli.Run("diff %/out/b.cfg RB2000@COM3 -y"), "0: No field differs.\n") << cli.out.str();
 }
 
 }  // namespace

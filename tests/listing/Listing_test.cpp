@@ -57,6 +57,11 @@ TEST(Listing, ComparesByFieldInTheOrderOfThePages) {
   EXPECT_EQ(Lines(Compare({row("a", "1"), row("gone", ""), row("c", "3"), row("d", "4")},
                           {row("new", "9"), row("a", "1"), row("c", "5"), row("last", "7")})),
             "Page: new - > 9 s\nPage: gone  > -\nPage: c 3 s > 5 s\nPage: d 4 s > -\nPage: last - > 7 s\n");
+  const auto slot = [](const char* field, const char* value) {
+    return ListedValue{field, "Page", "Slot 1", field, value, "", nullptr};
+  };
+  EXPECT_EQ(Lines(Compare({slot("a", "")}, {slot("a", ""), slot("b", "No")})), "") << "an empty slot";
+  EXPECT_EQ(Lines(Compare({slot("a", "1")}, {slot("a", "1"), slot("b", "No")})), "Page: Slot 1, b - > No\n");
 }
 
 TEST(Listing, IsReportedPageByPageAndItsTablesRowByRow) {
@@ -96,8 +101,8 @@ TEST(Listing, IsReportedPageByPageAndItsTablesRowByRow) {
                 "<th>Address</th></tr></thead><tbody>\n"
                 "<tr><th>Client 1</th><td>y</td></tr>\n" +
                 end + "</body>\n</html>\n");
-  const std::string both =
-      HtmlComparison({}, "1 differs", "A", "B", {{"Ports", "", "Speed", "1", {}}, {"Ports", "", "Size", "", ""}});
+  const std::string both = HtmlComparison({}, "1 differs", "A", "B",
+                                          {{"Ports", "", "Speed", "1", {}}, {"Ports", "", "Size", "", "", false}});
   EXPECT_EQ(both.substr(both.find("<h2>")),
             "<h2>1 differs</h2>\n<table class=\"rows\"><thead><tr><th></th><th>Page and "
             "field</th><th>A</th><th>B</th></tr></thead>"
@@ -155,8 +160,11 @@ TEST(Listing, SaysWhereTheValuesComeFrom) {
                      "ChangeBeforeLbl(1) ChangeAfterLbl(1) ChangeFieldLbl(2)"),
             "reminder\nsince it was read from COM3 at 21:40|"
             "Protocol Settings: CHB - Modbus Protocol Settings, Modbus Protocol|RTU|ASCII|");
-  EXPECT_EQ(user.Use("file " + user.file.Path() + "\nclick BackupCmd\nsee ChbModProtocolLst"), "ASCII");
+  EXPECT_EQ(user.Use("file " + user.file.Path() + "\nclick BackupCmd\nsee ChbModProtocolLst StatusLbl"),
+            "ASCII|What the device had has been saved as plant.cfg");
   EXPECT_EQ(user.Use("open\nsee ChbModProtocolLst"), "RTU") << "as the device had it";
+  EXPECT_EQ(user.Use("finish DownSaveOpt\nsee ProductMenu.StatusLbl"),
+            "reminder\nsuccess\nWritten to COM3, 21:40\r\nSaved as plant.cfg");
 }
 
 }  // namespace

@@ -260,6 +260,7 @@ TEST(Wizards, VerifyWhatTheDeviceHolds) {
       EXPECT_NE(user.Do("click " + user.form + ".NextCmd").find(told), std::string::npos);
       EXPECT_EQ(boxes, count);
       EXPECT_EQ(user.Use("page"), page);
+      EXPECT_EQ(user.Use("see ProductMenu.StatusLbl").ends_with(", and verified"), what == "good");
       EXPECT_TRUE(count == 2 || what == "good" || user.Use("see SourceLbl").starts_with("Written to COM3, 21:4"));
       EXPECT_EQ(user.app.forms.Find("Compare") != nullptr, what == "other");
       EXPECT_EQ(user.driver.WaitHandle(1), -1);

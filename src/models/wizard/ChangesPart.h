@@ -19,12 +19,13 @@ class ChangesPart {
 
   static int LineTop(int line) { return 4470 + ListRowHeight * (line - 1); }
   /// Element 0 is the head of the column.
-  ControlArray<Label> Column(const char* name, int left, int width, const char* head) {
+  ControlArray<Label> Column(const char* name, int left, int width, const char* head,
+                             TextRole role = TextRole::TableText) {
     return {name, 0, Lines, [=, this](ControlName element, int line) {
-              return line == 0 ? std::make_unique<Label>(page_, element, Place{left, 4140, width, 240}, head,
-                                                         TextRole::TableHead)
-                               : std::make_unique<Label>(page_, element, Place{left, LineTop(line), width, 240}, "",
-                                                         TextRole::TableText);
+              return line == 0
+                         ? std::make_unique<Label>(page_, element, Place{left, 4140, width, 240}, head,
+                                                   TextRole::TableHead)
+                         : std::make_unique<Label>(page_, element, Place{left, LineTop(line), width, 240}, "", role);
             }};
   }
 
@@ -38,7 +39,7 @@ class ChangesPart {
   ControlArray<Frame> ChangeLineFrame   {"ChangeLineFrame", 1, Lines, [this](ControlName element, int line) {
     return std::make_unique<Frame>(page_, element, Place{360, LineTop(line) + 255, 7980, 15}, Fill::Hairline);
   }};
-  ControlArray<Label> ChangeFieldLbl    = Column("ChangeFieldLbl",   480, 4200, "Page and field");
+  ControlArray<Label> ChangeFieldLbl    = Column("ChangeFieldLbl",   480, 4200, "Page and field", TextRole::TablePath);
   ControlArray<Label> ChangeBeforeLbl   = Column("ChangeBeforeLbl", 4800, 1680, "Before");
   ControlArray<Label> ChangeAfterLbl    = Column("ChangeAfterLbl",  6600, 1680, "After");
   VScrollBar          ChangesVScroll    {page_, "ChangesVScroll",    {8340, 4440,  300, 2400}, [this] { rows.Draw(); }};

@@ -50,6 +50,7 @@ void ComparePart::CompareDeviceCmd_Click() {
 bool ComparePart::Verify(const Conversation& conversation, const SentParameters& sent) {
   const std::string acknowledged = "The " + conversation.product + " has acknowledged the configuration, but ",
                     written = "written at " + app_.forms.dispatcher.Loop().TimeOfDay();
+  wizard_.status.Tell("Written to COM" + Str(conversation.port) + ". Now it is read back, to verify what is there");
   auto read = ReadDevice(conversation, acknowledged + "it could not be read back: it is not verified.");
   if (!read) return false;
   Listing shown = app_.lookElsewhere()->ShowSent(sent, Kind());

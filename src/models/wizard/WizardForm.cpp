@@ -13,6 +13,7 @@
 #include "link/VKComSubs.h"
 #include "listing/SaveReport.h"
 #include "platform/Paths.h"
+#include "shell/ProductMenu.h"
 #include "shell/Subs.h"
 
 namespace vk32 {
@@ -191,6 +192,10 @@ void WizardForm::ReportCmd_Click() {
   if (!file.empty() && !Busy && IsLoaded()) status.Tell("The report has been saved as " + file);
 }
 
+void WizardForm::BackupCmd_Click() {
+  if (SaveAskedFor(&*had_) && !Busy && IsLoaded()) status.Tell("What the device had has been saved as " + FileName());
+}
+
 void WizardForm::Came(Origin from) {
   origin.Set(std::move(from));
   stale_ = true;
@@ -244,6 +249,7 @@ void WizardForm::Finish() {
   if (downloads) ShowConfigureReminder(app);
   if (saves && !SaveConfigFile(app, *this, app.globals.CurrentProduct, ModelTag())) return;
   if (saves) Came({"Saved as " + FileName(), "since it was saved as " + FileName(), taken});
+  std::string done = saves ? "Saved as " + FileName() : "";
   if (downloads) {
     if (!Download(*conversation) || !IsLoaded()) return;
     const std::string product = conversation->product, port = "COM" + Str(conversation->port);
@@ -253,9 +259,16 @@ void WizardForm::Finish() {
     conversation.reset();
     if (verifies) status.Tell("Written to " + port + " and verified: the " + product + " holds what was sent");
     app.forms.MsgBox("Configuration has been downloaded to the " + product, MessageIcon::Information, "Success!");
+    done = origin.SourceLbl.Caption.Value() + (verifies ? ", and verified" : "") + (saves ? "\r\n" + done : "");
   }
+  TellInMenu(done);
   if (HasChanged()) Keep();  // what was entered while the others went to the device
   UnloadMe();
+}
+
+void WizardForm::TellInMenu(const std::string& words) {
+  auto* const menu = static_cast<ProductMenu*>(app.forms.Find(ProductMenu::FormName));
+  if (menu && !menu->Busy) menu->status.Tell(words);
 }
 
 bool WizardForm::TakeOver(const std::function<void()>& step) {

@@ -116,6 +116,8 @@ class WizardForm : public ConfigurationForm {
   void SetTabOrder();
   /// Carries out the selected option; unloads the form when it is done.
   void Finish();
+  /// For the user who has the product's menu before him again.
+  void TellInMenu(const std::string& words);
   /// Changes count from there.
   void Came(Origin from);
   /// The values that the pages show now come from there.
@@ -126,7 +128,7 @@ class WizardForm : public ConfigurationForm {
   bool SaveChanged();
   /// False if no file was written. `held`: in place of the present parameters.
   bool SaveAskedFor(const Parameters* held = nullptr);
-  void BackupCmd_Click() { SaveAskedFor(&*had_); }
+  void BackupCmd_Click();
   void ReportCmd_Click();
   /// For the welcome page of the next wizard of this product and model.
   void Keep();
