@@ -27,12 +27,19 @@ std::optional<std::string> LineReader::Next(const std::function<bool()>& stop) {
   }
 }
 
+void LineReader::DropTyped() {
+  text_.clear();
+  input_.DropTyped();
+}
+
 Terminal::Terminal(EventLoop& loop) : input_(TextInput::Terminal()) {
   if (input_) lines_.emplace(*input_, loop);
 }
 
 std::optional<std::string> Terminal::Ask(const std::string& text, const std::function<bool()>& stop) {
   try {
+    // What was typed before is no answer to a question that nobody could see.
+    lines_->DropTyped();
     return input_->Show(text) ? lines_->Next(stop) : std::nullopt;
   } catch (const std::system_error&) {
     return std::nullopt;  // it hung up

@@ -19,6 +19,8 @@ class LineReader {
   /// Without its end; nothing at the end of the input, or when `stop` says so. std::system_error if the input can't be
   /// read.
   std::optional<std::string> Next(const std::function<bool()>& stop);
+  /// Drops what has been typed and not been given yet.
+  void DropTyped();
 
  private:
   TextInput& input_;
@@ -33,7 +35,8 @@ class Terminal {
   explicit Terminal(EventLoop& loop);
 
   bool IsThere() const { return lines_.has_value(); }
-  /// Shows a text and waits for a line of the user. Nothing if the terminal has gone, or `stop` says so.
+  /// Shows a text and waits for a line that the user types from now on. Nothing if the terminal has gone, or `stop`
+  /// says so.
   std::optional<std::string> Ask(const std::string& text, const std::function<bool()>& stop);
 
  private:

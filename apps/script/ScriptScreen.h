@@ -41,7 +41,7 @@ class ScriptScreen : public Screen {
   /// is no terminal.
   std::function<bool(const std::string& text)> WaitForEnter;
   bool strict = false;  // a critical box that is not expected fails the command under way
-  /// Why the command under way fails; empty if nothing went wrong. The new value takes its place.
+  /// Why the command under way, or the next one, fails; empty if nothing went wrong. The new value takes its place.
   std::string ExchangeFailure(std::string failure = {});
   bool Faulted() const { return faulted_; }
 

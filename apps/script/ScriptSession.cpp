@@ -4,6 +4,7 @@
 #include <charconv>
 #include <map>
 #include <optional>
+#include <utility>
 
 #include "forms/Tables.h"
 #include "script/Quoting.h"
@@ -31,20 +32,25 @@ std::optional<int> ParseInt(std::string_view text) {
 bool ScriptSession::RunLine(std::string_view line) {
   if (!line.empty() && line.back() == '\r') line.remove_suffix(1);
   if (line.find_first_not_of(" \t") == std::string_view::npos || line.front() == '#') return true;
-  const std::string failure = Run(line);
+  // What has failed since the last command stops a script ahead of this one; RunEnd tells it behind `quit`.
+  std::string failure = underWay_ || line == "quit" ? "" : screen_.ExchangeFailure();
+  failure = failure.empty() ? Run(line) : "not carried out: " + failure;
   screen_.Print(failure.empty() ? "ok" : "error " + failure);
   return failure.empty();
 }
 
-bool ScriptSession::RunEnd() const {
+bool ScriptSession::RunEnd() {
+  std::string failure = screen_.ExchangeFailure();
   const auto missing = screen_.Missing();
-  if (missing) screen_.Print("error no box has come with " + Quote(*missing));
-  return !missing;
+  if (failure.empty() && missing) failure = "no box has come with " + Quote(*missing);
+  if (!failure.empty()) screen_.Print("error " + failure);
+  return failure.empty();
 }
 
 std::string ScriptSession::Run(std::string_view line) {
   // A command run by `after` must not take the blame from, or leave it to, the one that it runs in.
   const std::string outer = screen_.ExchangeFailure();
+  const bool inner = std::exchange(underWay_, true);
   std::string failure;
   try {
     const std::string_view name = TakeWord(line);
@@ -54,6 +60,7 @@ std::string ScriptSession::Run(std::string_view line) {
   } catch (const Refused& refused) {
     failure = refused.what();
   }
+  underWay_ = inner;
   const std::string asked = screen_.ExchangeFailure(outer);
   if (failure.empty()) failure = asked;
   if (failure.empty() && screen_.Faulted()) failure = "the program ended by a fault";

@@ -17,10 +17,11 @@ class ScriptSession {
   ScriptSession(App& app, ScriptScreen& screen) : app_(app), screen_(screen) {}
 
   /// Carries out one line and prints `ok` or `error MESSAGE` behind what happened; nothing for a blank line and a
-  /// comment. False if the command failed.
+  /// comment. False if the command failed, or was not carried out since something had failed before it.
   bool RunLine(std::string_view line);
-  /// At the end of all lines. False, and printed, if a box that was expected has not come.
-  bool RunEnd() const;
+  /// At the end of all lines. False, and printed, if something has failed since the last one, or a box that was
+  /// expected has not come.
+  bool RunEnd();
   /// No further command is to be run: by `quit`, or since the program has ended.
   bool Finished() const { return quit_ || app_.forms.dispatcher.Ended(); }
   /// A command that ran by `after` has failed.
@@ -85,6 +86,7 @@ class ScriptSession {
   App& app_;
   ScriptScreen& screen_;
   bool quit_ = false;
+  bool underWay_ = false;  // a command
   bool afterFailed_ = false;
 };
 

@@ -20,6 +20,8 @@ class TextInput {
   virtual int Handle() const = 0;
   /// Adds what has come to `text`, if anything has. False at the end. std::system_error if it can't be read.
   virtual bool Take(std::string& text) = 0;
+  /// Drops what the user has typed at the terminal and nobody has taken yet.
+  virtual void DropTyped() = 0;
   /// Shows a text on the terminal; false if it has gone.
   virtual bool Show(const std::string& text) = 0;
 };

@@ -427,8 +427,10 @@ TEST(Examples, FailWithASilentGateway) {
     Harness h;
     for (const char* port : {"COM27", "COM28", "COM29", "COM30", "COM31", "COM32"}) h.driver.Plug(port, &gateway);
     std::ifstream script(example.path());
-    EXPECT_NE(h.Do(std::string(std::istreambuf_iterator<char>(script), {})).find("error "), std::string::npos)
-        << example.path();
+    const std::string printed = h.Do(std::string(std::istreambuf_iterator<char>(script), {})), asked = "Press the Conf";
+    const std::size_t failed = printed.find("error ");
+    EXPECT_NE(failed, std::string::npos) << example.path();
+    EXPECT_EQ(printed.rfind(asked, failed), printed.find(asked)) << "it writes what was never read: " << example.path();
   }
   fs::current_path(home);
 }

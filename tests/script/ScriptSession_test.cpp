@@ -166,6 +166,14 @@ TEST_F(ScriptSessionTest, BoxesAreTheExpectedOnesAndWaitForEnter) {
   h.screen.WaitForEnter = [](const std::string&) { return false; };
   EXPECT_EQ(ClickAdd(act), box + "error Enter was not pressed\n");
   EXPECT_TRUE(h.session.RunEnd());
+  // Between two commands.
+  h.screen.strict = true;
+  for (const char* command : {"click Every.AddCmd", "quit", "click Every.AddCmd"}) {
+    act();
+    EXPECT_EQ(h.Do(command),
+              *command == 'q' ? "" : "error not carried out: a critical box came that was not expected\n");
+    EXPECT_EQ(h.session.RunEnd(), *command != 'q');
+  }
 }
 
 TEST_F(ScriptSessionTest, UntilEndsAtTheText) {

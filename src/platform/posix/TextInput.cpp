@@ -3,6 +3,7 @@
 
 #include <fcntl.h>
 #include <poll.h>
+#include <termios.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -31,6 +32,8 @@ class DescriptorInput : public TextInput {
     if (count < 0 && errno != EINTR && errno != EAGAIN) throw std::system_error(errno, std::generic_category());
     return count != 0;
   }
+
+  void DropTyped() override { tcflush(fd_, TCIFLUSH); }
 
   bool Show(const std::string& text) override { return write(fd_, text.data(), text.size()) >= 0; }
 

@@ -86,6 +86,13 @@ class ThreadInput : public TextInput {
     return !source_->ended;
   }
 
+  void DropTyped() override {
+    const std::lock_guard lock(source_->mutex);
+    source_->text.clear();
+    if (!source_->ended) ResetEvent(source_->ready.get());
+    FlushConsoleInputBuffer(source_->handle.get());
+  }
+
   bool Show(const std::string& text) override {
     const std::wstring wide = WideOf(text);
     return WriteConsoleW(output_.get(), wide.data(), static_cast<DWORD>(wide.size()), nullptr, nullptr) != 0;
