@@ -116,7 +116,7 @@ Bytes ReadImage(Conversation& conversation, std::int32_t total, std::int32_t hea
   ReadBytes(conversation, data, total - headerLength);
   const int came = conversation.exchange.Done();
   if (came < total) {
-    conversation.exchange.Refuse(Str(came) + " of " + Str(total) + " bytes came; what came was taken");
+    conversation.exchange.Refuse(Str(came) + " of " + Str(total) + " bytes came");
   }
   Send(conversation, Bytes(1, Ack));
   data.resize(data.size() < 2 ? 0 : data.size() - 2);
