@@ -110,7 +110,7 @@ class Parser {
     show.add_option("--model", model_, "of the VK-RTX: DF1 or Modbus");
     Yes(show);
     Json(show);
-    show.add_flag("--html", html_, "as a report to be printed");
+    show.add_flag("--html", html_, "as a report to be printed")->excludes("--json");
     Output(show);
 
     CLI::App& diff = Add("diff", "Compare two configurations: files, or PRODUCT@PORT",

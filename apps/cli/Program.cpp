@@ -80,7 +80,7 @@ void Program::Judge(const std::string& refusal, ExitStatus ifRefused) {
   const std::string told = screen_.TakeTold();
   screen_.EndProgress();
   world_.LeaveIfStopped(state_);
-  if (!told.empty()) throw Failure(ifRefused, OnTerminal(told) + Hint());
+  if (!told.empty()) throw Failure(ifRefused, WithDevice(OnTerminal(told) + Hint()));
   if (!refusal.empty()) throw Failure(ifRefused, refusal);
 }
 
@@ -88,6 +88,11 @@ std::string Program::Hint() const {
   const Form* wizard = app_.forms.Find(wizard_);
   const auto* hint = wizard ? dynamic_cast<const Label*>(wizard->Find("PageHintLbl")) : nullptr;
   return hint && hint->Visible && !hint->Words().empty() ? "\n" + OnTerminal(hint->Words()) : "";
+}
+
+std::string Program::WithDevice(const std::string& words) const {
+  if (words.find(port_) == std::string::npos || words.find(givenPort_) != std::string::npos) return words;
+  return words + "\n" + port_ + " is " + givenPort_ + ".";
 }
 
 void Program::Do(const std::string& command, ExitStatus ifRefused) {
@@ -114,6 +119,7 @@ void Program::Stop() {
 
 void Program::ChoosePort(const std::string& port) {
   screen_.talks = true;
+  givenPort_ = port;
   port_ = FindPort(world_.names, port);
   Do("select ProductMenu.COMCbo " + port_, ExitStatus::NoPort);
 }
@@ -131,7 +137,7 @@ void Program::Upload() {
   const Form& wizard = Wizard();
   const bool read = wizard.Get<Label>("SourceLbl").Words().starts_with("Read from ");
   if (read && !wizard.Get<Image>("StatusMark").Visible) return;
-  throw Failure(ExitStatus::NoAnswer, wizard.Get<Label>("StatusLbl").Words());
+  throw Failure(ExitStatus::NoAnswer, WithDevice(wizard.Get<Label>("StatusLbl").Words()));
 }
 
 void Program::Open(const std::string& path) {

@@ -62,6 +62,8 @@ class Program {
   void Click(const std::string& control, ExitStatus ifRefused) { Do("click " + wizard_ + "." + control, ifRefused); }
   /// What the page says of a value that is refused, on a line of its own; empty if nothing.
   std::string Hint() const;
+  /// Says which device a port name stands for that the user has not given.
+  std::string WithDevice(const std::string& words) const;
   /// The box that asks to press the Configure button, which the user confirms.
   void ExpectReminder();
   /// Clicks FINISH to write. Whatever is refused before the device is asked for is a value. `atReadBack`: at the second
@@ -75,6 +77,7 @@ class Program {
   App app_;
   ScriptSession script_;
   std::string wizard_, port_;
+  std::string givenPort_;  // as the user names it
   std::string state_;  // of the device, for a user who stops the command
 };
 

@@ -77,6 +77,9 @@ TEST_F(WidgetsTest, FieldsShowWhatTheFormMakesOfWhatWasEntered) {
   field.setSelection(0, 2);
   Type(field, "7");
   EXPECT_EQ(field.text() + QString::number(field.cursorPosition()), "721");
+  form.NameTxt.SelStart = 0, form.NameTxt.SelLength = 1, form.AddCmd.Caption = "Other";
+  Settle();
+  EXPECT_EQ(field.selectedText(), "7");
   auto& list = As<QComboBox>(form.PortCbo);
   form.PortCbo.OnClick = Handler([this] { form.PortCbo.Show("None"); });
   Press(list, Qt::Key_Down);
@@ -157,6 +160,7 @@ TEST_F(WidgetsTest, ATableTakesTheFocusItsClicksAndItsKeys) {
   form.SetFocus(form.NameTxt);
   Settle();
   EXPECT_TRUE(HasFocus(form.NameTxt));
+  form.SetFocus(form.OffTxt), Settle();  // which can't have it
 }
 
 TEST_F(WidgetsTest, TheMouseReachesWhatWantsItOrElseTheForm) {
