@@ -292,10 +292,16 @@ TEST(CommandLine, ABatchKnowsTheStateOfEachGateway) {
       {"Name,Specific Address\na,5,6\n", write, "5: ", ""},
       {"Name,Specific Address\na,5\na,6\n", write, "5: ", ""},
       {"Name,Specific Address\na,5\nb,999\n", write, "6: ", ""},
+      {"Name,Specific Address\n\n\n\"a,5\nb,6\n", write, "/t.csv: a cell in line 4 opens with a quote", ""},
+      {"Name,Specific Address\n\"a\"b,5\n", write, "/t.csv: a cell in line 2 opens with a quote", ""},
+      {"Name,specific address,Specific Address\na,5,\n", write, "/t.csv: More than one column", ""},
+      {"Name,Specific Address\na,5\n", write + " --results " + table.Path(), "/t.csv holds something else", ""},
+      {"Name,Specific Address\na,5\n", write + " --results %/no/r.csv", "/no/r.csv can't be written", ""},
       {"Name,Port,Specific Address\na,COM4,5\nb,COM5,6\n", write, "5: ", ""},
       {"Name,Specific Address\na,5\nb,6\n", write + " -y", "5: ", ""},
       {"Name,Specific Address\n\"a, one\",5\nb,6\n", write, "3: ", "a, one: verified\nb: "},
-      {"Name,Specific Address\n\"a, one\",5\nb,6\n", write, "0: a, one is done already.", "b: verified\n"}};
+      {"Name,Specific Address\n\"a, one\",5\nb,6\n", write, "0: a, one is done already.", "b: verified\n"},
+      {"Name,Specific Address,Port\nb,6,COM4\n", write, "4: ", "b: "}};
   for (const auto& [content, command, told, result] : rows) {
     table.Fill(content);
     const std::string told_ = cli.Run(command);
