@@ -34,8 +34,11 @@ void ReadInto(World& world, const Target& target, const std::string& port, const
 
 std::string BackUp(World& world, const Target& target, const std::string& port, const std::string& folder) {
   MakeFolder(folder);
-  const std::string name = target.product + "-" + FileNameOf(port) + "-" + DateAndTime(world.loop) + ".cfg";
-  std::string path = TextOf(PathOf(folder) / name);
+  const std::string name = target.product + "-" + FileNameOf(port) + "-" + DateAndTime(world.loop);
+  const std::string start = TextOf(PathOf(folder) / name);
+  std::string path = start + ".cfg";
+  // There can be more than one in a second, and an hour comes twice when the clock is changed.
+  for (int number = 2; IsThere(path); ++number) path = start + "-" + std::to_string(number) + ".cfg";
   ReadInto(world, target, port, path);
   return path;
 }
