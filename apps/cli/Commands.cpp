@@ -3,18 +3,17 @@
 
 #include <algorithm>
 #include <ctime>
-#include <nlohmann/json.hpp>
 
 #include "cli/FileContent.h"
+#include "cli/Json.h"
 #include "forms/FieldNames.h"
+#include "listing/Report.h"
 #include "platform/Paths.h"
 #include "platform/PortHolder.h"
 #include "shell/Products.h"
 
 namespace vk32 {
 namespace {
-
-using Json = nlohmann::ordered_json;
 
 std::string DateAndTime(const EventLoop& loop) {
   const std::tm local = loop.LocalTime();
@@ -84,10 +83,10 @@ void ShowDeviceInfo(World& world, const std::string& product, const std::string&
   for (const Control* control : program.FormOf("DeviceInfo").Controls()) {
     if (control->GetKind() != Control::Kind::TextBox) continue;
     const std::string name = NameOf(*control);
-    values[name] = control->Words();
-    if (!json) world.console.out << name << ": " << control->Words() << "\n";
+    values[name] = ToUtf8(control->Words());
+    if (!json) world.console.out << name << ": " << Printable(control->Words()) << "\n";
   }
-  if (json) world.console.out << values.dump(2, ' ', false, Json::error_handler_t::replace) << "\n";
+  if (json) world.console.out << Printed(values);
 }
 
 void InstallFirmware(World& world, const std::string& file, const std::string& port) {
@@ -104,13 +103,17 @@ void ListPorts(World& world, bool json) {
   for (const auto& [name, device] : world.names.FindAll()) {
     const auto holder = HolderOf(device.path);
     const std::string words = holder ? holder->program + " (process " + std::to_string(holder->process) + ")" : "";
-    list.push_back({{"name", name}, {"device", device.path}, {"description", device.kind}, {"heldBy", words}});
+    const bool known = holder || TellsHolders();
+    list.push_back({{"name", name},
+                    {"device", device.path},
+                    {"description", device.kind},
+                    {"heldBy", known ? Json(words) : Json(nullptr)}});
     if (json) continue;
     world.console.out << name << "  " << device.Description();
-    if (holder || TellsHolders()) world.console.out << "  " << (holder ? "held by " + words : "free");
+    if (known) world.console.out << "  " << (holder ? "held by " + words : "free");
     world.console.out << "\n";
   }
-  if (json) world.console.out << list.dump(2, ' ', false, Json::error_handler_t::replace) << "\n";
+  if (json) world.console.out << Printed(list);
   if (list.empty()) world.console.err << "No serial device is plugged in.\n";
 }
 

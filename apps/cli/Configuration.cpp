@@ -3,11 +3,12 @@
 
 #include <algorithm>
 #include <ctime>
-#include <nlohmann/json.hpp>
+#include <map>
 #include <optional>
 #include <set>
 
 #include "cli/FileContent.h"
+#include "cli/Json.h"
 #include "cli/Program.h"
 #include "listing/SaveReport.h"
 #include "models/wizard/WizardForm.h"
@@ -15,13 +16,6 @@
 
 namespace vk32 {
 namespace {
-
-using Json = nlohmann::ordered_json;
-
-/// For a terminal, on which a device's bytes must command nothing.
-std::string Printed(const Json& document) {
-  return document.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
-}
 
 Json HeadOf(const Configuration& configuration) {
   Json head{{"product", configuration.target.product}};

@@ -193,7 +193,7 @@ std::string Edited(Program& program, const std::string& file, const std::vector<
     const ListedValue& row = kept[FindField(kept, assignment.field)];
     if (!row.shown && !assignment.value.empty()) Refuse(row, "does not show with the other values as they are.");
     if (Lower(row.value) == Lower(WithoutUnit(row, assignment.value))) continue;
-    Refuse(row, "would become \"" + ToUtf8(row.value) + "\" and not \"" + assignment.value + "\".");
+    Refuse(row, "would become \"" + Printable(row.value) + "\" and not \"" + assignment.value + "\".");
   }
   std::string content = ContentOf(edited);
   std::filesystem::remove(PathOf(edited));  // in place of another one, it would be written out to the disk at once

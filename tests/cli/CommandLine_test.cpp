@@ -229,8 +229,9 @@ TEST(CommandLine, FilesAreListedComparedAndChangedByTheNamesOfTheirFields) {
 10
 "10.0.0.1"
 "255.0.0.0"
-"<b>&"
-3
+)"
+                                            "\"<b>&\x9b\"\n"
+                                            R"(3
 0
 300
 )"));
@@ -241,9 +242,9 @@ TEST(CommandLine, FilesAreListedComparedAndChangedByTheNamesOfTheirFields) {
   const std::tuple<std::string, const char*, std::string> rows[] = {
       {"show %/rb2000", "0: ", "  CHB - Modbus Protocol Settings\n    Modbus Device Type: Slave\n"},
       {"show %/rb2000 --json", "0: ", "\"field\": \"Specific Address\",\n      \"value\": \"17\""},
-      {"show " + vk5300.Path() + " --html", "0: ", "<td>&lt;b&gt;&amp;</td>"},
+      {"show " + vk5300.Path() + " --html", "0: ", "<td>&lt;b&gt;&amp;?</td>"},
       {"check %/rb2000 " + vk5300.Path(), "6: Not all files",
-       "Default Gateway is \"<b>&\". Default Gateway: enter four numbers from 0 to 255, parted by points\n" +
+       "Default Gateway is \"<b>&?\". Default Gateway: enter four numbers from 0 to 255, parted by points\n" +
            vk5300.Path() + ": Ethernet Settings/Socket Timeout is \"300\". "},
       {"diff %/rb2000 %/vkrtx-df1", "1: ", "Gateway: Product\n  - RB2000\n  + VK-RTX\n"},
       {"diff %/rb2000 %/nothing", "5: ", ""},
