@@ -156,6 +156,7 @@ TEST(CommandLine, StoppedAtAnyTimeItEndsTheConversation) {
        {std::pair("read VK-RTX-DF1 --port COM3 -o %/b.cfg", std::vector{0ms, 20ms, 150ms}),
         {"write %/a.cfg --port COM3", {0ms, 20ms, 150ms}},
         {"batch %/a.cfg %/t.csv --out %/out", {0ms}},
+        {"check %/a.cfg", {0ms}},
         {"firmware %/f.rom --port COM3", {0ms, 500ms, 2000ms, 3500ms}}}) {
     for (const Time moment : moments) {
       GatewayDevice paced("VK-RTX-DF1", {}, true);
@@ -227,7 +228,7 @@ TEST(CommandLine, FilesAreListedComparedAndChangedByTheNamesOfTheirFields) {
 0
 63
 10
-"10.0.0.1"
+"10.0.0."
 "255.0.0.0"
 )"
                                             "\"<b>&\x9b\"\n"
