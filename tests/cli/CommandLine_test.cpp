@@ -258,15 +258,16 @@ TEST(CommandLine, FilesAreListedComparedAndChangedByTheNamesOfTheirFields) {
       {"set %/rb2000 specific@address=3 respond@to@specific@address=no -o %/x", "6: ", ""},
       {"set %/vkrtx-df1 message@timeout=ten -o %/x", "6: Routing Table Setup/Message Timeout would become \"0\"", ""},
       {"set %/vkrtx-df1 slot@4/source@port=Ethernet -o %/x", "6: Slot 4 can't be filled while slot 3 is empty", ""},
+      {"set %/vkrtx-df1 slot@3/source@port=x -o %/x", "6: Routing Table Setup/Slot 3/Source Port takes one of: ", ""},
       {"set %/rb2000 specific@address=3 -o %/x", "0: ", ""},
       {"diff %/rb2000 %/x", "1: 1 field differs.", "  - 17\n  + 3\n"},
-      {"set %/vkrtx-modbus slot@1/modbus@start=31005 slot@1/data@type=Float -o %/x", "0: ", ""},
+      {"set %/vkrtx-modbus slot@1/modbus@start=31005 slot@1/data@type=float -o %/x", "0: ", ""},
       {"diff %/vkrtx-modbus %/x --json", "1: 2 fields differ.", "\"left\": \"40001\",\n      \"right\": \"31005\""},
       {"set %/vkrtx-modbus slot@1/address@range=2@-@9 slot@1/allen@bradley@datafile=9:17 "
        "slot@1/data@points=20 slot@1/allen@bradley@function=ProtTypedRW -o %/x",
        "0: ", ""},
       {"show %/x", "0: ", "Address Range: 2 - 9\n    Modbus Start: 40001\n    Allen Bradley Datafile: 9:17\n"},
-      {"set %/vkrtx-df1 slot@3/source@port=Ethernet slot@3/destination@range@low=7 slot@3/destination@range@high=8 "
+      {"set %/vkrtx-df1 slot@3/source@port=ethernet slot@3/destination@range@low=7 slot@3/destination@range@high=8 "
        "slot@3/destination@port=Ethernet slot@3/ip@address=10.0.0.9 -o %/x",
        "0: ", ""},
       {"show %/x", "0: ", "    Destination Range High: 8\n    Destination Port: Ethernet\n    IP Address: 10.0.0.9\n"}};
