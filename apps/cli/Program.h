@@ -74,7 +74,7 @@ class Program {
   CliScreen screen_;
   App app_;
   ScriptSession script_;
-  std::string wizard_, port_;
+  std::string wizard_;
   std::string state_;  // of the device, for a user who stops the command
 };
 

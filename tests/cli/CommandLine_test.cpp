@@ -90,6 +90,8 @@ TEST(CommandLine, ADeviceThatDoesNotAcknowledgeIsNeverDone) {
       {"write %/a.cfg --port COM3 -y", at(&M::silent, true), "3: A timeout"},
       {"write %/a.cfg --port COM3 -y", at(&M::unplugAfter, 100), "3"},
       {"write %/a.cfg --port COM3 -y --backup %/old", at(&M::silent, true), "3: COM3 did not answer within 3 s"},
+      {"write %/a.cfg --port COM3 -y --verify", at(&M::shortBy, 9), "1: "},
+      {"read RB2000 --port /dev/null -y", at(&M::silent, true), "3: /dev/null did not answer within 3 s"},
       {"info VK5300 --port COM3 -y", at(&M::infoPieces, 1), "3: A timeout"},
       {"firmware %/f.rom --port COM3 -y", at(&M::silent, true), "3: Press the Configuration Button"},
       {"firmware %/f.rom --port COM3 -y", at(&M::noReady, true), "3: An error has occured"},
@@ -103,7 +105,7 @@ TEST(CommandLine, ADeviceThatDoesNotAcknowledgeIsNeverDone) {
     Cli cli(&good);
     cli.Run("read RB2000 --port COM3 -y -o %/a.cfg");
     std::filesystem::copy_file(VK32_EXAMPLES "/example.rom", cli.folder + "/f.rom");
-    cli.driver.Plug("COM3", &bad);
+    for (const char* port : {"COM3", "COM1"}) cli.driver.Plug(port, &bad);
     EXPECT_TRUE(cli.Run(command).starts_with(told)) << command << "\n" << cli.err.str();
     EXPECT_EQ(cli.err.str().find('\r'), std::string::npos) << "a terminal wants lines";
     EXPECT_EQ(cli.Content("b.cfg"), "") << command;
