@@ -74,9 +74,13 @@ void WriteConfiguration(World& world, const WriteOptions& options) {
                     << (options.verify ? ", which holds what was sent: verified.\n" : ".\n");
 }
 
-void ShowDeviceInfo(World& world, const std::string& product, const std::string& model, const std::string& port,
-                    bool json) {
-  Program program(world, FindTarget(product, model));
+void ShowDeviceInfo(World& world, const std::string& product, const std::string& port, bool json) {
+  // Whether a product tells what it is does not depend on the model.
+  const Target target = FindTarget(product, std::string(Models().front().name));
+  if (FindProduct(target.product).deviceInfoTop == Hidden) {
+    throw Failure(ExitStatus::WrongUsage, "The " + target.product + " does not tell what it is.");
+  }
+  Program program(world, target);
   program.ChoosePort(port);
   program.ReadDeviceInfo();
   Json values;

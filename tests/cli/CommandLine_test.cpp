@@ -137,7 +137,7 @@ TEST(CommandLine, WhatCanNotBeDoneIsToldByItsStatus) {
       {"read RB9999 --port COM3 -y", "2: There is no product RB9999. Choose one of VK5300, "},
       {"read VK-RTX --port COM3 -y", "2: Which model of the VK-RTX?"},
       {"read RB2000 --port COM3", "2: You are asked to make the device ready"},
-      {"info RB2000 --port COM3 -y", "2: The RB2000 does not tell what it is."},
+      {"info VK-RTX --port COM3 -y", "2: The VK-RTX does not tell what it is."},
       {"read RB2000 --port COM4 -y", "4: UNABLE TO OPEN COM PORT"},
       {"read RB2000 --port %/none -y", "4: There is no port "},
       {"read RB2000 --port COM3 -y -o %/none/a.cfg", "5: "},
@@ -249,6 +249,7 @@ TEST(CommandLine, FilesAreListedComparedAndChangedByTheNamesOfTheirFields) {
       {"check %/rb2000 " + vk5300.Path(), "6: Not all files",
        "Default Gateway is \"<b>&?\". Default Gateway: enter four numbers from 0 to 255, parted by points\n" +
            vk5300.Path() + ": Ethernet Settings/Socket Timeout is \"300\". "},
+      {"check [a,b]", "5: ", "[a,b] can't be read"},
       {"diff %/rb2000 %/vkrtx-df1", "1: ", "Gateway: Product\n  - RB2000\n  + VK-RTX\n"},
       {"diff %/rb2000 %/nothing", "5: ", ""},
       {"set %/rb2000 Stop=1 -o %/x", "2: There is no field Stop. Near to it:", ""},
