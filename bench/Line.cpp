@@ -105,6 +105,7 @@ void PacedLine::ToHost(Time now) {
 void PacedLine::Note(bool fromHost, const Bytes& bytes) {
   const Time now = MonotonicNow(), pause = use_.talk.empty() ? Time{0} : (now - noted_) / PauseUnit * PauseUnit;
   noted_ = now;
+  passed_ += static_cast<int>(bytes.size());
   const bool goesOn = !use_.talk.empty() && use_.talk.back().fromHost == fromHost && pause == Time{0};
   if (!goesOn) use_.talk.push_back({fromHost, {}, pause});
   use_.talk.back().bytes += bytes;

@@ -47,6 +47,8 @@ class PacedLine {
   LineUse Finish();
 
   Time ByteTime() const { return byteTime_; }
+  /// How many bytes have passed so far, in both directions.
+  int Passed() const { return passed_; }
   /// After Finish: the gateway has stored a configuration.
   bool HasStored() const { return stored_; }
 
@@ -66,6 +68,7 @@ class PacedLine {
   Time late_{0};                  // by which the gateway's last byte has come too late
   std::optional<Time> answered_;  // its moment, as long as nothing has come behind it
   std::atomic<bool> ending_ = false;
+  std::atomic<int> passed_ = 0;
   std::thread thread_;
 };
 

@@ -6,10 +6,10 @@
 
 #include "cli/FileContent.h"
 
+#include "platform/TextInput.h"
+
 namespace vk32 {
 namespace {
-
-constexpr std::string_view ByteOrderMark = "\xEF\xBB\xBF";
 
 char SeparatorOf(std::string_view firstLine) {
   char most = ',';

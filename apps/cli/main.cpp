@@ -26,8 +26,5 @@ int main(int argc, char** argv) {
   }
   if (const std::string ignored = names.Ignored(); !ignored.empty()) std::cerr << ignored << ".\n";
   const vk32::ExitStatus status = vk32::RunCommandLine(world, {arguments.begin() + 1, arguments.end()});
-  if (std::cout.flush()) return static_cast<int>(status);
-  std::cerr
-      << "The standard output can't be written: its reader has ended or its disk is full. Give it another place.\n";
-  return static_cast<int>(vk32::ExitStatus::WrongUsage);
+  return static_cast<int>(vk32::FinishOutput() ? status : vk32::ExitStatus::WrongUsage);
 }

@@ -20,9 +20,9 @@
 #include "Paper.h"
 #include "ProgramStyle.h"
 #include "Text.h"
+#include "WindowIcon.h"
 #include "app/ManualPages.h"
 #include "forms/Forms.h"
-#include "resources/Pictures.h"
 
 namespace vk32 {
 namespace {
@@ -45,15 +45,12 @@ QString ManualPath(std::string_view page) {
 }  // namespace
 
 DesktopScreen::DesktopScreen() : middle_(QGuiApplication::primaryScreen()->availableGeometry().center()) {
-  QApplication::setStyle(new ProgramStyle);
+  QApplication::setStyle(ProgramStyle::Make());
   QApplication::setPalette(colors::ProgramPalette());
   QApplication::setFont(theme_.Font(TextRole::Body));
   QApplication::setQuitOnLastWindowClosed(false);
   QToolTip::setFont(theme_.Font(TextRole::Body));
   QToolTip::setPalette(colors::ProgramPalette());
-  QIcon icon;
-  for (const int size : IconSizes) icon.addPixmap(theme_.Icon(QSize(size, size), 1));
-  QApplication::setWindowIcon(icon);
   InstallAccessibility();
 }
 
@@ -76,6 +73,10 @@ void DesktopScreen::FormShown(Form& form) {
   const QWidget* active = ActiveWindow();
   if (active) middle_ = active->geometry().center();
   auto at = std::find_if(windows_.begin(), windows_.end(), [&](const Opened& opened) { return opened.form == &form; });
+  // The splash page has no frame to show it in, and is not to wait until it is drawn.
+  if (form.style != FormStyle::Splash && QApplication::windowIcon().isNull()) {
+    QApplication::setWindowIcon(QIcon(new WindowIcon));
+  }
   if (at == windows_.end()) {
     windows_.push_back({&form, std::shared_ptr<FormWindow>(new FormWindow(form, theme_), DeleteLater)});
   } else {

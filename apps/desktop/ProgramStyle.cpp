@@ -103,6 +103,8 @@ void DrawScrollBar(QPainter& painter, const QStyleOptionSlider& bar, bool onBand
 
 ProgramStyle::ProgramStyle() : QProxyStyle(QStyleFactory::create(QStringLiteral("Fusion"))) {}
 
+QStyle* ProgramStyle::Make() { return new ProgramStyle; }
+
 void ProgramStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                                  const QWidget* widget) const {
   if (element == PE_PanelLineEdit) {

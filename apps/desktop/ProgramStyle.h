@@ -8,6 +8,8 @@ namespace vk32 {
 class ProgramStyle : public QProxyStyle {
  public:
   ProgramStyle();
+  /// A new one, which is Qt's once it is set.
+  static QStyle* Make();
 
   void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                      const QWidget* widget) const override;

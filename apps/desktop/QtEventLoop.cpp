@@ -12,17 +12,6 @@
 #include "platform/SystemEventLoop.h"
 
 namespace vk32 {
-namespace {
-
-using std::chrono::milliseconds;
-
-/// Whole milliseconds, never too few.
-int ToMilliseconds(Time span) {
-  return static_cast<int>(std::clamp<Time>(span + milliseconds(1) - Time(1), Time{0}, std::chrono::hours(24)) /
-                          milliseconds(1));
-}
-
-}  // namespace
 
 QtEventLoop::QtEventLoop() {
   alarm_.setSingleShot(true);
@@ -34,7 +23,7 @@ Time QtEventLoop::Now() const { return MonotonicNow(); }
 
 void QtEventLoop::TimersChanged() {
   if (const auto due = timers_.NextDue()) {
-    alarm_.start(ToMilliseconds(*due - Now()));
+    alarm_.start(RoundedUp(*due - Now()));
   } else {
     alarm_.stop();
   }
@@ -69,7 +58,7 @@ void QtEventLoop::Wait(const WaitFor& what) {
   if (until <= now) return;
   {
     const QScopedValueRollback waiting(waiting_, true);
-    if (until != Never) alarm_.start(ToMilliseconds(until - now));
+    if (until != Never) alarm_.start(RoundedUp(until - now));
     // Wakes the loop; what has come is for the caller to read.
     std::optional<Notifier> notifier;
     if (what.fd >= 0) notifier.emplace(what.fd, what.ready);

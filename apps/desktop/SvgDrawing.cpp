@@ -4,6 +4,7 @@
 #include <QPainterPath>
 #include <QString>
 #include <QXmlStreamReader>
+#include <charconv>
 #include <optional>
 
 namespace vk32 {
@@ -12,15 +13,15 @@ namespace {
 /// The data of a path: letters and numbers. A number ends also where a minus begins the next one.
 class PathReader {
  public:
-  explicit PathReader(QStringView data) : data_(data) {}
+  explicit PathReader(QStringView data) : data_(data.toLatin1()) {}
 
   /// Nothing if there is a letter that none of the pictures has, or a number is missing.
   std::optional<QPainterPath> Read() {
     QPainterPath path;
     path.setFillRule(Qt::WindingFill);
-    QChar letter;
+    char letter = 0;
     while (SkipBlanks()) {
-      if (data_[at_].isLetter()) letter = data_[at_++];
+      if (const char next = data_[at_]; next != '-' && (next < '0' || next > '9')) letter = data_[at_++];
       Add(path, letter);
       if (!good_) return std::nullopt;
     }
@@ -28,18 +29,18 @@ class PathReader {
   }
 
  private:
-  void Add(QPainterPath& path, QChar letter) {
-    switch (letter.unicode()) {
-      case u'M': path.moveTo(Point()); break;
-      case u'L': path.lineTo(Point()); break;
-      case u'l': path.lineTo(path.currentPosition() + Point()); break;
-      case u'h': path.lineTo(path.currentPosition() + QPointF(Number(), 0)); break;
-      case u'C': {
+  void Add(QPainterPath& path, char letter) {
+    switch (letter) {
+      case 'M': path.moveTo(Point()); break;
+      case 'L': path.lineTo(Point()); break;
+      case 'l': path.lineTo(path.currentPosition() + Point()); break;
+      case 'h': path.lineTo(path.currentPosition() + QPointF(Number(), 0)); break;
+      case 'C': {
         const QPointF first = Point(), second = Point();
         path.cubicTo(first, second, Point());
         break;
       }
-      case u'Z': path.closeSubpath(); break;
+      case 'Z': path.closeSubpath(); break;
       default: good_ = false;
     }
   }
@@ -49,21 +50,20 @@ class PathReader {
   }
   double Number() {
     SkipBlanks();
-    const qsizetype start = at_;
-    if (at_ < data_.size() && data_[at_] == u'-') ++at_;
-    while (at_ < data_.size() && (data_[at_].isDigit() || data_[at_] == u'.')) ++at_;
-    bool isNumber = false;
-    const double number = data_.mid(start, at_ - start).toDouble(&isNumber);
-    good_ = good_ && isNumber;
+    double number = 0;
+    const char* const begin = data_.data() + at_;
+    const auto [end, fault] = std::from_chars(begin, data_.data() + data_.size(), number, std::chars_format::fixed);
+    good_ = good_ && fault == std::errc{};
+    at_ += end - begin;
     return number;
   }
   /// False at the end.
   bool SkipBlanks() {
-    while (at_ < data_.size() && data_[at_].isSpace()) ++at_;
+    while (at_ < data_.size() && (data_[at_] == ' ' || data_[at_] == '\n')) ++at_;
     return at_ < data_.size();
   }
 
-  QStringView data_;
+  const QByteArray data_;
   qsizetype at_ = 0;
   bool good_ = true;
 };

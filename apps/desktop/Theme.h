@@ -69,7 +69,7 @@ class Theme {
 
   /// A numbered button picture at the screen's scale.
   const QPixmap& ButtonPicture(int number, QSize size, bool enabled, qreal scale);
-  QPixmap Icon(QSize size, qreal scale) const;
+  static QPixmap Icon(QSize size, qreal scale);
 
  private:
   using PictureKey = std::tuple<int, int, int, bool, int>;

@@ -27,15 +27,10 @@ bool AsksForWords(int argc, char** argv) {
 /// False if one of the options is no port name with a path.
 bool AssignPorts(const QStringList& options, vk32::PortNames& names) {
   for (const QString& option : options) {
-    const std::string text = option.toStdString();
-    const std::size_t sign = text.find('=');
-    const std::string name = text.substr(0, sign);
-    if (sign == std::string::npos || sign + 1 == text.size() || vk32::PortNames::Number(name) == 0) {
-      vk32::TellAtStart("--port wants COMn=PATH, n from 1 to " + std::to_string(vk32::MaxPorts) + ", but is \"" + text +
-                        '"');
-      return false;
-    }
-    names.Assign(name, text.substr(sign + 1));
+    if (names.AssignBy(option.toStdString())) continue;
+    vk32::TellAtStart("--port wants COMn=PATH, n from 1 to " + std::to_string(vk32::MaxPorts) + ", but is \"" +
+                      option.toStdString() + '"');
+    return false;
   }
   return true;
 }

@@ -16,6 +16,7 @@ std::optional<std::string> LineReader::Next(const std::function<bool()>& stop) {
     if (const std::size_t end = text_.find('\n'); end != std::string::npos) {
       std::string line = text_.substr(0, end);
       text_.erase(0, end + 1);
+      if (std::exchange(first_, false) && line.starts_with(ByteOrderMark)) line.erase(0, ByteOrderMark.size());
       return line;
     }
     if (ended_ && text_.empty()) return std::nullopt;

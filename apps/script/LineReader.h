@@ -27,6 +27,7 @@ class LineReader {
   EventLoop& loop_;
   std::string text_;
   bool ended_ = false;
+  bool first_ = true;  // no line has been given yet
 };
 
 /// The terminal that the program was started at, whatever its standard input and output are.

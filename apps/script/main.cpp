@@ -77,6 +77,7 @@ int Run(vk32::TextInput& input, vk32::PortNames& names, const Options& options) 
   } catch (const std::system_error& error) {
     throw std::runtime_error(Unreadable(options.file, error.code().value()));
   }
+  if (trace) trace->Finish();
   if (screen.Faulted()) return ProgramFault;
   return done && !session.AfterFailed() ? AllDone : CommandFailed;
 }
@@ -105,12 +106,9 @@ int Start(std::vector<std::string> arguments) {
 
   vk32::PortNames names;
   for (const std::string& port : options.ports) {
-    const std::size_t equals = port.find('=');
-    if (equals == std::string::npos || vk32::PortNames::Number(port.substr(0, equals)) == 0) {
-      std::cerr << "--port takes COMn=PATH with n from 1 to 32, not " << port << "\n";
-      return WrongUsage;
-    }
-    names.Assign(port.substr(0, equals), port.substr(equals + 1));
+    if (names.AssignBy(port)) continue;
+    std::cerr << "--port takes COMn=PATH with n from 1 to 32, not " << port << "\n";
+    return WrongUsage;
   }
   if (const std::string ignored = names.Ignored(); !ignored.empty()) std::cerr << ignored << ".\n";
   try {
@@ -126,8 +124,5 @@ int Start(std::vector<std::string> arguments) {
 
 int main(int argc, char** argv) {
   const int status = Start(vk32::TakeArguments(argc, argv));
-  if (std::cout.flush()) return status;
-  std::cerr
-      << "The standard output can't be written: its reader has ended or its disk is full. Give it another place.\n";
-  return WrongUsage;
+  return vk32::FinishOutput() ? status : WrongUsage;
 }

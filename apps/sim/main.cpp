@@ -100,6 +100,12 @@ class Meeting {
   /// Carries bytes until the user ends the program or the device has gone.
   void Serve(vk32::sim::FarEnd& farEnd, const std::function<void()>& pressConfigure) {
     Tell("on " + port_->Title());
+    Carry(farEnd, pressConfigure);
+    if (trace_) trace_->Finish();
+  }
+
+ private:
+  void Carry(vk32::sim::FarEnd& farEnd, const std::function<void()>& pressConfigure) {
     while (!farEnd.Gone()) {
       Sleep(*port_, farEnd.Room() > 0, signals_, farEnd.NextDue());
       if (const auto signal = signals_.Take()) {
@@ -119,7 +125,6 @@ class Meeting {
     Tell("has been unplugged");
   }
 
- private:
   std::string title_;
   vk32::UserSignals signals_;
   std::unique_ptr<vk32::sim::HostPort> port_;

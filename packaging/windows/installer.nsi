@@ -1,5 +1,5 @@
 ; The installer for Windows: for the user alone, so that nobody has to be an administrator.
-; makensis -DVERSION=... -DTREE=folder -DREMOVALS=file -DICON=file -DOUT=file
+; makensis -DVERSION=... -DFILES=file -DICON=file -DOUT=file
 Target amd64-unicode
 !define UNINSTALL "Software\Microsoft\Windows\CurrentVersion\Uninstall\VK32"
 SetCompressor /SOLID lzma
@@ -15,6 +15,7 @@ InstallDirRegKey HKCU "${UNINSTALL}" "InstallLocation"
 !define MUI_UNICON "${ICON}"
 !include MUI2.nsh
 !include FileFunc.nsh
+!include "${FILES}"
 
 !insertmacro MUI_PAGE_DIRECTORY
 !insertmacro MUI_PAGE_INSTFILES
@@ -55,8 +56,8 @@ Section
   ${If} ${FileExists} "$INSTDIR\uninstall.exe"
     ExecWait '"$INSTDIR\uninstall.exe" /S _?=$INSTDIR'
   ${EndIf}
-  SetOutPath "$INSTDIR"
-  File /r "${TREE}/*"
+  !insertmacro PutFiles
+  SetOutPath "$INSTDIR"  ; where what the shortcuts start begins
   WriteUninstaller "$INSTDIR\uninstall.exe"
   CreateDirectory "$SMPROGRAMS\VK32"
   CreateShortcut "$SMPROGRAMS\VK32\VK32.lnk" "$INSTDIR\vk32.exe"
@@ -77,7 +78,7 @@ SectionEnd
 ; File by file: what the user has put into the folder stays.
 Section Uninstall
   !insertmacro DemandNoneRunning
-  !include "${REMOVALS}"
+  !insertmacro TakeFiles
   Delete "$INSTDIR\uninstall.exe"
   SetOutPath "$TEMP"
   RMDir "$INSTDIR"

@@ -18,7 +18,8 @@ constexpr int FirstNakLimit = 60000, AnswerLimit = 5000;  // ms
 
 /// The message of a block, by its number from 1; a whole one of 00 behind the data's end.
 Bytes BlockMessage(const Bytes& data, std::size_t number) {
-  const Bytes block = data.substr(std::min((number - 1) * BlockLength, data.size()), BlockLength);
+  const std::string_view block =
+      std::string_view(data).substr(std::min((number - 1) * BlockLength, data.size()), BlockLength);
   Bytes message;
   message.reserve(BlockLength + 4);
   message.append({Soh, static_cast<char>(number & 255), static_cast<char>(255 - (number & 255))});
@@ -65,7 +66,7 @@ bool Xmodem::Fail(const std::string& why) {
   return true;
 }
 
-std::uint8_t Xmodem::XmodemChecksum(const Bytes& block) {
+std::uint8_t Xmodem::XmodemChecksum(std::string_view block) {
   std::int16_t sum = 0;
   for (const char byte : block) sum = static_cast<std::int16_t>(sum + static_cast<std::uint8_t>(byte));
   return static_cast<std::uint8_t>(sum & 255);

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include "link/Conversation.h"
 
@@ -31,7 +32,7 @@ class Xmodem {
   const std::string& WhyFailed() const { return whyFailed_; }
 
   /// The sum of the bytes, low 8 bits.
-  static std::uint8_t XmodemChecksum(const Bytes& block);
+  static std::uint8_t XmodemChecksum(std::string_view block);
 
  private:
   /// One byte within `limit` ms; 255 if none came.

@@ -30,8 +30,8 @@ void Dispatcher::Dispatch(const std::function<void()>& act) {
   }
 }
 
-void Dispatcher::DoEvents() {
-  loop_.RunDue();
+void Dispatcher::DoEvents(int passes) {
+  loop_.RunPasses(passes);
   LeaveIfEnded();
 }
 

@@ -17,8 +17,8 @@ class Dispatcher {
   /// Runs an act. Nothing that it throws gets out: a fault that nobody caught is told to the user and ends the program.
   void Dispatch(const std::function<void()>& act);
 
-  /// Lets pending events run, from inside an act.
-  void DoEvents();
+  /// Lets pending events run, from inside an act, in so many passes.
+  void DoEvents(int passes = 1);
   /// Sleeps until what is waited for has come or an event is due. The only sleep of the program's waits.
   void Idle(const WaitFor& what);
 

@@ -166,7 +166,7 @@ std::int32_t modCOMM::CommWrite(std::int32_t port, const Bytes& data, const std:
     dispatcher_.DoEvents();
   }
   // Room for the driver and the form's events behind each write.
-  for (int pass = 0; pass < 10; ++pass) dispatcher_.DoEvents();
+  dispatcher_.DoEvents(10);
   return static_cast<std::int32_t>(written);
 }
 

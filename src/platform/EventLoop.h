@@ -75,6 +75,10 @@ class EventLoop {
 
   /// Runs what is due - timers, acts of the user - and returns without waiting.
   virtual void RunDue() = 0;
+  /// The same, so many times in a row: what a pass has started at once runs in the next one.
+  virtual void RunPasses(int passes) {
+    while (passes-- > 0) RunDue();
+  }
   /// Sleeps until what it waits for has come, or a timer or an act of the user is due. Runs none of them.
   virtual void Wait(const WaitFor& what) = 0;
 

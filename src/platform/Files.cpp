@@ -18,13 +18,13 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr std::size_t BufferSize = 65536;
-constexpr std::string_view TemporaryStart = "/.vk32-", TemporaryEnd = ".tmp";
+constexpr std::string_view TemporaryStart = ".vk32-", TemporaryEnd = ".tmp";
 
 /// Removes what saves of this user's that were killed have left in a folder.
 void ClearLeftovers(const std::string& folder) {
   std::error_code fault;
   for (fs::directory_iterator entry(PathOf(folder), fault), end; !fault && entry != end; entry.increment(fault)) {
-    const std::string name = "/" + TextOf(entry->path().filename());
+    const std::string name = TextOf(entry->path().filename());
     if (name.size() == TemporaryStart.size() + 8 + TemporaryEnd.size() && name.starts_with(TemporaryStart) &&
         name.ends_with(TemporaryEnd)) {
       RemoveLeftover(TextOf(entry->path()));
@@ -60,6 +60,10 @@ std::string WordsFor(Obstacle obstacle, const std::string& place) {
   return "";
 }
 
+std::string NotReached(const std::string& folder, std::int32_t code) {
+  return "The folder \"" + folder + "\" can't be reached (" + SystemWords(code) + "): choose another one.";
+}
+
 std::string FolderOf(const std::string& target) {
   const std::string folder = TextOf(PathOf(target).parent_path());
   return folder.empty() ? "." : folder;
@@ -69,11 +73,15 @@ RuntimeFault NotWritten(RuntimeFault::Number number, const std::string& path, st
   return RuntimeFault(number, "\"" + path + "\" could not be written: " + SystemWords(code) + ".");
 }
 
-std::string TemporaryName(const std::string& folder) {
+std::string FreshDigits() {
   std::random_device random;
-  char number[9];
-  std::snprintf(number, sizeof number, "%08x", random());
-  return (folder + std::string(TemporaryStart)).append(number).append(TemporaryEnd);
+  char digits[9];
+  std::snprintf(digits, sizeof digits, "%08x", random());
+  return digits;
+}
+
+std::string TemporaryName(const std::string& folder) {
+  return TextOf(PathOf(folder) / std::string(TemporaryStart).append(FreshDigits()).append(TemporaryEnd));
 }
 
 std::string InputFile::Read(std::size_t count) {

@@ -14,6 +14,14 @@ void PortNames::Assign(std::string_view portName, std::string path) {
   assigned_.insert_or_assign(std::string(portName), std::move(path));
 }
 
+bool PortNames::AssignBy(std::string_view option) {
+  const std::size_t sign = std::min(option.find('='), option.size());
+  const std::string_view name = option.substr(0, sign), path = option.substr(std::min(sign + 1, option.size()));
+  if (Number(name) == 0 || path.empty()) return false;
+  Assign(name, std::string(path));
+  return true;
+}
+
 void PortNames::Choose(std::string_view portName) {
   chosen_.reset();
   if (const std::string place = Search(portName, RealDevices()); !place.empty()) {

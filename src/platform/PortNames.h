@@ -48,6 +48,8 @@ class PortNames {
 
   /// Puts a device behind a name for this run, ahead of the search.
   void Assign(std::string_view portName, std::string path);
+  /// The same by an option of a command line, "COM3=/dev/ttyUSB0"; false if it is no such thing.
+  bool AssignBy(std::string_view option);
   /// Searches anew, and from now on keeps to what it found behind this name, until the next call: the link that stood
   /// there, a USB adapter in its socket whatever its number, or the device. Nothing is kept if nothing was found.
   void Choose(std::string_view portName);

@@ -1,4 +1,4 @@
-// What a program without a window does first.
+// What a program without a window does first and last.
 #pragma once
 
 #include <string>
@@ -12,5 +12,9 @@ std::vector<std::string> TakeArguments(int argc, char** argv);
 
 /// The standard error is shown to a user as it comes.
 bool ErrorsAreOnTerminal();
+
+/// Sends what the standard output still has; false, with words on the standard error, if not all of it could be
+/// written.
+bool FinishOutput();
 
 }  // namespace vk32

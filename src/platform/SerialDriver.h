@@ -1,4 +1,4 @@
-// The seam to the serial ports: the verbs of a serial driver, one for each step of modCOMM.
+// The seam to the serial ports: the verbs of a serial driver, one for each step of a conversation with a port.
 #pragma once
 
 #include <cstdint>
@@ -13,7 +13,7 @@ namespace vk32 {
 /// A byte string: every character is one byte, 0 to 255, zero bytes included.
 using Bytes = std::string;
 
-/// The settings of a port, kept by modCOMM from call to call.
+/// The settings of a port, kept by its user from call to call.
 struct DeviceControlBlock {
   std::int32_t BaudRate = 0;  // bit/s
   char Parity = 'N';

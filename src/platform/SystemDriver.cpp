@@ -84,11 +84,11 @@ std::string_view SystemDriver::PortNameIn(std::string_view name) {
 
 Time SystemDriver::ByteTime(std::int32_t baud) { return baud > 0 ? Time{10'000'000'000 / baud} : Time{1ms}; }
 
-Time SystemDriver::EndOfWrite(const CommTimeouts& timeouts, std::size_t count) const {
+Time SystemDriver::EndOfWrite(Time begun, const CommTimeouts& timeouts, std::size_t count) {
   const std::uint64_t perByte = timeouts.WriteTotalTimeoutMultiplier;
   const std::uint64_t wanted = perByte * count + timeouts.WriteTotalTimeoutConstant;
   const bool endless = perByte == 0 && wanted == 0;
-  return loop_.Now() + std::chrono::milliseconds(endless ? MaxWriteMs : std::min(wanted, MaxWriteMs));
+  return begun + std::chrono::milliseconds(endless ? MaxWriteMs : std::min(wanted, MaxWriteMs));
 }
 
 std::string SystemDriver::Short(const std::string& path) {

@@ -44,8 +44,8 @@ class SystemDriver : public SerialDriver {
   static std::string_view PortNameIn(std::string_view name);
   /// The time of one byte on the line: start bit, eight bits, stop bit.
   static Time ByteTime(std::int32_t baud);
-  /// When a write of so many bytes that begins now has to be over.
-  Time EndOfWrite(const CommTimeouts& timeouts, std::size_t count) const;
+  /// When a write of so many bytes has to be over.
+  static Time EndOfWrite(Time begun, const CommTimeouts& timeouts, std::size_t count);
   /// The end of a path that is too long for the text of an error.
   static std::string Short(const std::string& path);
 

@@ -3,8 +3,12 @@
 
 #include <memory>
 #include <string>
+#include <string_view>
 
 namespace vk32 {
+
+/// What some editors put before a text in UTF-8.
+constexpr std::string_view ByteOrderMark = "\xEF\xBB\xBF";
 
 class TextInput {
  public:
@@ -16,7 +20,7 @@ class TextInput {
 
   virtual ~TextInput() = default;
 
-  /// Readable when Take has something to do.
+  /// Readable when Take has something to do. Asks for what comes next: to be called before each wait.
   virtual int Handle() const = 0;
   /// Adds what has come to `text`, if anything has. False at the end. std::system_error if it can't be read.
   virtual bool Take(std::string& text) = 0;

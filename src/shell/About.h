@@ -39,8 +39,8 @@ class About : public Form {
   Label       Fax            {*this, "Fax",            {3960, 4305, 3330, 315}, "Fax:  555-0102"};
   Label       Email          {*this, "Email",          {3960, 4620, 3330, 315}, "E-mail:  info@norvanta.example"};
   Label       SupportLbl     {*this, "SupportLbl",     { 240, 5115, 7050, 480},
-                              "When something goes wrong, a support file tells the maker what the program and the device have said last, "
-                              "and how the open configuration stands.", TextRole::Small};
+                              "When something goes wrong, a support file tells the maker what program and device said last, "
+                              "and how the configuration stands.", TextRole::Small};
   CommandButton SupportCmd   {*this, "SupportCmd",     { 240, 5955, 2640, 390}, "Save Support File...", &About::SupportCmd_Click};
   FileDialog  SupportDialog  {*this, "SupportDialog"};
   ImageButton CloseCmd       {*this, "CloseCmd",       {5865, 5925, 1425, 450}, &About::CloseCmd_Click, WindowKey::Escape};

@@ -65,13 +65,19 @@ std::optional<TraceRecord> ReadTraceLine(std::string_view line) {
   return record;
 }
 
-TraceFile::TraceFile(const std::string& path, Time start) : file_(PathOf(path), std::ios::binary), start_(start) {
+TraceFile::TraceFile(const std::string& path, Time start)
+    : path_(path), file_(PathOf(path), std::ios::binary), start_(start) {
   if (!file_)
     throw std::runtime_error("The trace " + path + " can't be written. Name a file in a folder that you may write to.");
 }
 
 void TraceFile::Passed(Time now, char direction, const Bytes& bytes) {
   if (!bytes.empty()) file_ << TraceLine({now - start_, direction, bytes}) << std::endl;
+}
+
+void TraceFile::Finish() {
+  file_.close();
+  if (!file_) throw std::runtime_error("The trace " + path_ + " is not whole: its disk is full or has gone.");
 }
 
 void TraceRing::Passed(Time now, char direction, const Bytes& bytes) {

@@ -39,8 +39,11 @@ class TraceFile : public TraceSink {
   TraceFile(const std::string& path, Time start);
 
   void Passed(Time now, char direction, const Bytes& bytes) override;
+  /// Closes the file. std::runtime_error, with words for the user, if not all of it could be written.
+  void Finish();
 
  private:
+  std::string path_;
   std::ofstream file_;
   Time start_;
 };

@@ -35,7 +35,8 @@ bool TracingDriver::Close(Handle handle) {
 }
 
 void TracingDriver::TraceOutgoing() {
-  if (gone_ > 0) trace_.Passed(loop_.Now(), '>', outgoing_.substr(0, gone_));
+  if (gone_ < outgoing_.size()) outgoing_.resize(gone_);
+  if (!outgoing_.empty()) trace_.Passed(loop_.Now(), '>', outgoing_);
   outgoing_.clear();
   gone_ = 0;
 }

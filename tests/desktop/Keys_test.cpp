@@ -159,7 +159,9 @@ TEST_F(KeysTest, NamesAndLettersComeFromTheWordsBesideAndAboveAndFromTheHeadsOfA
   EXPECT_EQ(AccessibleName(form.BareChk), "Beside a bare box");
   EXPECT_EQ(AccessibleName(form.Term), "Terminal");
   EXPECT_EQ(WidgetOf(form.NameTxt).accessibleName(), "Name");
-  for (const auto& [control, letter] : ChooseMnemonics(form).marks) {
+  const Mnemonics mnemonics = ChooseMnemonics(form);
+  EXPECT_EQ(mnemonics.marks.size(), mnemonics.targets.size());
+  for (const auto& [control, letter] : mnemonics.marks) {
     const QImage plain = Picture(*control);
     for (const auto type : {QEvent::KeyPress, QEvent::KeyRelease}) {
       SendKey(WidgetOf(form.NameTxt), type, Qt::Key_Alt, {}, {});
@@ -168,7 +170,7 @@ TEST_F(KeysTest, NamesAndLettersComeFromTheWordsBesideAndAboveAndFromTheHeadsOfA
     }
   }
   std::string letters;
-  for (const auto& [letter, control] : ChooseMnemonics(form).targets) {
+  for (const auto& [letter, control] : mnemonics.targets) {
     letters += QString(letter).toStdString() + ":" + control->FullName() + " ";
   }
   EXPECT_EQ(letters,

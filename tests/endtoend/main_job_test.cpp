@@ -232,7 +232,8 @@ TEST(EndToEnd, WhatAHostileDeviceSaysIsNeverCalledDone) {
     std::optional<Process> sim;
     std::optional<Hostile> hostile;
     const bool simulated = how.starts_with("--");
-    if (simulated) sim.emplace("vk32-sim", Split("VK5300 --port COM5 " + how), folder).Line();
+    const std::string kind = command.starts_with("read") ? Split(command)[1] : "VK5300";
+    if (simulated) sim.emplace("vk32-sim", Split(kind + " --port COM5 " + how), folder).Line();
     const std::string port = simulated ? "COM5" : hostile.emplace(how).path;
     Process cli("vk32-cli", Split(command + " -y --port " + port), folder);
     const std::string told = cli.Rest();
@@ -241,11 +242,11 @@ TEST(EndToEnd, WhatAHostileDeviceSaysIsNeverCalledDone) {
     EXPECT_TRUE(!fs::exists(file.Path()) && (!fs::exists(folder + "/old") || fs::is_empty(folder + "/old"))) << how;
   };
   const std::string write = "write " VK32_EXAMPLES "/batch/template.cfg";
-  const std::pair<std::string, const char*> rows[] = {{"read VK5300 -o read.cfg", "echo"},
+  const std::pair<std::string, const char*> rows[] = {{"read VK-RTX-DF1 -o read.cfg", "echo"},
                                                       {"read RB2000 -o read.cfg", "noise"},
-                                                      {"read VK-RTX-DF1 -o read.cfg", "nak"},
+                                                      {"read VK5300 -o read.cfg", "nak"},
                                                       {"read VK5300 -o read.cfg", "--misbehave unplug=60"},
-                                                      {"read VK5300 -o read.cfg", "--misbehave short=9"},
+                                                      {"read RB2000 -o read.cfg", "--misbehave short=9"},
                                                       {"info VK5300", "echo"},
                                                       {"firmware " VK32_EXAMPLES "/example.rom", "noise"},
                                                       {write, "echo"},
@@ -253,7 +254,7 @@ TEST(EndToEnd, WhatAHostileDeviceSaysIsNeverCalledDone) {
                                                       {write + " --verify", "nak"},
                                                       {write + " --verify", "--misbehave unplug=60"},
                                                       {write + " --verify", "--misbehave bad-checksum"},
-                                                      {write + " --backup old", "echo"},
+                                                      {write + " --backup old", "nak"},
                                                       {write + " --backup old", "--misbehave junk"}};
   std::vector<std::future<void>> jobs;  // side by side: most of their time is waiting
   for (const auto& [command, how] : rows) jobs.push_back(std::async(std::launch::async, run, command, how));
@@ -291,7 +292,8 @@ TEST(EndToEnd, CtrlCEndsACommandThatWaits) {
 
 TEST(EndToEnd, ExitStatuses) {
   const TemporaryFile commands("commands.vks");
-  commands.Fill("# comment\r\n\r\nclick Splash\r\nget MainMenu.ProductModelLbl.Caption\r\nquit\r\nclick Nothing\r\n");
+  commands.Fill(
+      "\xEF\xBB\xBF# comment\r\n\r\nclick Splash\r\nget MainMenu.ProductModelLbl.Caption\r\nquit\r\nclick Nothing\r\n");
   const std::string folder = fs::path(commands.Path()).parent_path(), none = "error no form Nothing is loaded\n";
   // `prints`: all, or the beginning if it does not end a line.
   const auto run = [&](const char* program, const std::vector<std::string>& arguments, const char* input, int status,
@@ -308,10 +310,11 @@ TEST(EndToEnd, ExitStatuses) {
   run("vk32-script", {}, "click Nothing\nquit\n", 1, none);
   run("vk32-script", {"--keep-going"}, "click Nothing\nquit", 1, none + "ok\n");
   run("vk32-script", {}, "after 1 click Nothing\nwait 20\n", 1, "ok\nafter-" + none + "ok\n");
-  run("vk32-script", {"--port", "COM33=/x"}, "", 2, "--port takes COMn=PATH with n from 1 to 32, not COM33=/x\n");
+  run("vk32-script", {"--port", "COM3="}, "", 2, "--port takes COMn=PATH with n from 1 to 32, not COM3=\n");
   run("vk32-script", {"--nonsense"}, "", 2, "");
   run("vk32-script", {"--trace", folder}, "quit\n", 2, "The trace " + folder + " can't be written.");
   run("vk32-script", {"/nowhere/rb2000.vks"}, "", 2, "The script /nowhere/rb2000.vks can't be read (No such");
+  run("/bin/sh", {"-c", VK32_PROGRAMS "/vk32-script >/dev/full"}, "click Splash\n", 2, "The standard output can't be");
   run("vk32-script", {folder}, "", 2, "The script " + folder + " can't be read (Is a directory).");
   run("vk32-sim", {"RB9999"}, "", 2, "There is no simulated RB9999.");
   run("vk32-sim", {"RB2000", "--port", "COM33"}, "", 2, "--port takes COM1 to COM32, not COM33.\n");

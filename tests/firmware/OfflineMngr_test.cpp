@@ -89,11 +89,15 @@ TEST(OfflineMngr, AFileGoesAsTextInThePiecesOfTheProductOrByXmodem) {
     EXPECT_TRUE(sent.empty() || h.driver.written == sent) << ToHex(h.driver.written);
     EXPECT_EQ(h.Get("OfflineMngr.ProgressBar.Visible"), "False");
     EXPECT_TRUE(h.app.comm.IsOpen(3) && h.driver.state.fOutX != xmodem);
-    h.Do("wait 2500");
+    h.Do("wait 2500\nkeys OfflineMngr.Term \"\\x1B\"\nwait 9\nkeys OfflineMngr.Term 1\nwait 100");
     const Bytes stored = content + Bytes(xmodem ? (128 - content.size() % 128) % 128 : 0, '\0');
     EXPECT_EQ(device.gateway.Firmware(), stored);
-    EXPECT_TRUE(h.Text().ends_with("\r\nReceived " + std::to_string(stored.size()) + " bytes" + Menu));
-    if (xmodem) h.Send("answer yes\nanswer no", text);
+    const std::string size = std::to_string(stored.size()) + " bytes",
+                      holds = stored.empty() ? "No system code" : "System code of " + size;
+    EXPECT_NE(h.Text().find("\r\nReceived " + size + Menu), Bytes::npos) << h.Text();
+    EXPECT_TRUE(h.Text().ends_with("1\r\n" + holds + Menu)) << h.Text();
+    const std::string value = "after 0 get OfflineMngr.ProgressBar.Value\nanswer yes\nanswer no";
+    EXPECT_TRUE(!xmodem || h.Send(value, text).find("value \"0\"") != Bytes::npos) << "it begins anew";
     EXPECT_TRUE(h.driver.state.fOutX) << "text goes by flow control, whatever went before";
   }
 }

@@ -104,6 +104,9 @@ TEST(modCOMM, ReadsWhatWaitsAndLetsEventsRunMeanwhile) {
   line.driver.Fail("Write", 0);
   EXPECT_EQ(Write(line), 1);  // a failure that is none
   EXPECT_EQ(line.driver.written, Odd + Odd);
+  line.driver.input = "x";
+  line.driver.MakePending(0);
+  EXPECT_EQ(Read(line), 1);
   EXPECT_EQ(std::ranges::count(line.app.trace.Text(), '>'), 3);
 }
 

@@ -60,7 +60,7 @@ TEST(Highway, ChoicesGoDownAndComeBack) {
 }
 
 TEST(Highway, TheVk5300RestartsBetweenItsHalves) {
-  for (const auto& [restart, gone] : {std::pair(0ms, false), {499ms, false}, {520ms, true}}) {
+  for (const auto& [restart, gone] : {std::pair(0ms, false), {500ms, false}, {520ms, true}}) {
     GatewayDevice device("VK5300");
     device.gateway.restartTime = restart;
     WizardUser user("VK5300", &device);

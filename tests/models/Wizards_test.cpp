@@ -75,7 +75,11 @@ TEST(Wizards, AskOnceBeforeChangedValuesGo) {
     for (const char* stays : {"answer cancel", "answer save\nfile cancel", "answer save\nfile /nowhere/plant.cfg"}) {
       EXPECT_TRUE(go(stays).ends_with("open")) << stays;
     }
-    EXPECT_TRUE(go("answer save\nfile " + user.file.Path()).ends_with("closed"));
+    for (const bool whole : {false, true}) {
+      user.Use(whole ? "type ModStartTxt(2) "
+                     : "to MappingFrame(0)\ntype ModStartTxt(2) 1\nclick ProductMenu.ReturnCmd");
+      EXPECT_TRUE(go("answer save\nfile " + user.file.Path()).ends_with(whole ? "closed" : "open"));
+    }
     EXPECT_NE(user.file.Content(), "");
     WizardUser same("RB2000");
     same.app.forms.Find(same.form)->UserCloses();
@@ -258,6 +262,7 @@ TEST(Wizards, VerifyWhatTheDeviceHolds) {
       };
       user.Use("check VerifyChk on");
       EXPECT_NE(user.Do("click " + user.form + ".NextCmd").find(told), std::string::npos);
+      EXPECT_EQ(user.details.empty(), what != "silent") << "the cause";
       EXPECT_EQ(boxes, count);
       EXPECT_EQ(user.Use("page"), page);
       EXPECT_EQ(user.Use("see ProductMenu.StatusLbl").ends_with(", and verified"), what == "good");

@@ -18,6 +18,7 @@
 static struct RealLine {
   bool real = false;
   // From one look to the next, the last one stays: what waits in the queue; behind a 0, whether the chip has sent all.
+  // -1: the port has gone.
   std::vector<int> unsent{0, 1};
   serial_icounter_struct counts{};
 } line;
@@ -35,7 +36,7 @@ extern "C" int ioctl(int fd, unsigned long request, ...) noexcept {
   if (line.real && (request == TIOCOUTQ || request == TIOCSERGETLSR)) {
     *static_cast<int*>(argument) = line.unsent.front();
     if (line.unsent.size() > 1) line.unsent.erase(line.unsent.begin());
-    return 0;
+    return *static_cast<int*>(argument) < 0 ? errno = ENODEV, -1 : 0;
   }
   if (line.real && request == TIOCGICOUNT) return *static_cast<serial_icounter_struct*>(argument) = line.counts, 0;
   return static_cast<int>(syscall(SYS_ioctl, fd, request, argument));
@@ -264,6 +265,8 @@ TEST_F(PosixSerialDriverTest, RealPortTellsWhatHasLeftAndWhatWentWrong) {
   for (const std::uint32_t expected : {2u | 8u | 16u, 0u}) {
     EXPECT_TRUE(driver_.ClearError(handle_, errors_, status_) && errors_ == expected) << errors_;
   }
+  line.unsent = {-1};
+  EXPECT_TRUE(Write("hello") == -1 && driver_.LastError() == EIO);
 }
 
 TEST_F(PosixSerialDriverTest, StateIsTakenStrictly) {

@@ -32,7 +32,9 @@ std::optional<Listing> ComparePart::ReadDevice(const Conversation& conversation,
   auto read = elsewhere->ReadDevice("COM" + Str(conversation.port), Kind(), wizard_.status);
   if (conversation.IsOver()) return std::nullopt;
   if (!read) {
-    app_.forms.MsgBox(failure + "\r\n" + elsewhere->Why(), MessageIcon::Critical, "Error!");
+    const StatusLine& status = wizard_.status;
+    const std::string cause = status.StatusMark.Visible ? status.StatusLbl.Caption.Value() : "";
+    app_.forms.MsgBox(failure + "\r\n" + elsewhere->Why(), MessageIcon::Critical, "Error!", cause);
   }
   return read;
 }

@@ -357,6 +357,7 @@ bool WizardForm::SaveChanged() {
   leadsAnywhere_ = true;
   const bool saved = LeaveAllPages() && TakeOver([this] { BuildParameters(false); }) && SaveAskedFor();
   leadsAnywhere_ = false;
+  if (saved) TellInMenu("Saved as " + FileName());
   return saved;
 }
 

@@ -92,8 +92,7 @@ std::string WhyNotNamed(const std::string& name) {
 std::string WhyNotInFolder(const std::string& folder) {
   struct stat found {};
   if (stat(folder.c_str(), &found) != 0) {
-    if (errno == ENOENT) return WordsFor(Obstacle::NoFolder, folder);
-    return "The folder \"" + folder + "\" can't be reached (" + SystemWords(errno) + "): choose another one.";
+    return errno == ENOENT ? WordsFor(Obstacle::NoFolder, folder) : NotReached(folder, errno);
   }
   if (!S_ISDIR(found.st_mode)) return WordsFor(Obstacle::IsNoFolder, folder);
   if (!Allowed(folder, W_OK | X_OK)) {

@@ -259,10 +259,10 @@ bool PosixSerialDriver::Write(Handle handle, std::string_view data, std::uint32_
   written = 0;
   Port* port = Live(handle);
   if (port == nullptr) return false;
-  const Time earliestEnd = loop_.Now() + port->byteTime * static_cast<std::int64_t>(data.size());
-  const Time until = EndOfWrite(port->timeouts, data.size());
+  const Time now = loop_.Now(), earliestEnd = now + port->byteTime * static_cast<std::int64_t>(data.size());
+  const Time until = EndOfWrite(now, port->timeouts, data.size());
   port->outgoing = Outgoing{{}, 0, earliestEnd, until, INT_MAX, Time{0}};
-  const bool done = Progress(*port, data, written, ErrorIoPending);
+  const bool done = Progress(*port, data, now, written, ErrorIoPending);
   if (port->outgoing) port->outgoing->data = data;
   return done;
 }
@@ -271,10 +271,11 @@ bool PosixSerialDriver::PendingResult(Handle handle, std::uint32_t& count) {
   count = 0;
   Port* port = Live(handle);
   if (port == nullptr) return false;
-  return port->outgoing ? Progress(*port, port->outgoing->data, count, ErrorIoIncomplete) : Fail(EINVAL);
+  return port->outgoing ? Progress(*port, port->outgoing->data, loop_.Now(), count, ErrorIoIncomplete) : Fail(EINVAL);
 }
 
-bool PosixSerialDriver::Progress(Port& port, std::string_view data, std::uint32_t& written, std::int32_t pending) {
+bool PosixSerialDriver::Progress(Port& port, std::string_view data, Time now, std::uint32_t& written,
+                                 std::int32_t pending) {
   Outgoing& outgoing = *port.outgoing;
   const std::int32_t code = Push(port, data);
   const int left = code != 0 ? 0 : port.pseudo ? 0 : Unsent(port.fd);
@@ -284,7 +285,6 @@ bool PosixSerialDriver::Progress(Port& port, std::string_view data, std::uint32_
     port.outgoing.reset();
     return Fail(port, error);
   }
-  const Time now = loop_.Now();
   const bool late = now >= outgoing.until;
   if (!late && written < data.size()) {
     outgoing.patience = left < outgoing.left ? port.byteTime * left : std::min(outgoing.patience * 2, HeldPause);

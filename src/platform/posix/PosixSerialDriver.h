@@ -68,7 +68,7 @@ class PosixSerialDriver : public SystemDriver {
   using SystemDriver::Fail;
   bool Fail(Port& port, std::int32_t code);
   /// Goes on with the write of `data` under way. True once it is done; else fails with the device's error or `pending`.
-  bool Progress(Port& port, std::string_view data, std::uint32_t& written, std::int32_t pending);
+  bool Progress(Port& port, std::string_view data, Time now, std::uint32_t& written, std::int32_t pending);
   /// Hands to the kernel what it takes. 0, or the device's error.
   static std::int32_t Push(Port& port, std::string_view data);
   void CloseDevice(const Port& port);

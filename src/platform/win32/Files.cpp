@@ -1,6 +1,8 @@
 // Files on the disk, by the system's own calls.
 #include "platform/Files.h"
 
+#include <utility>
+
 #include "platform/FileParts.h"
 #include "platform/Paths.h"
 #include "platform/SystemName.h"
@@ -31,6 +33,14 @@ HANDLE CreateBeside(const std::string& folder, std::string& path) {
   return INVALID_HANDLE_VALUE;
 }
 
+/// A place as a user writes it; one that is too long for that stays as the system gives it.
+std::string Plain(const std::string& place) {
+  constexpr std::string_view Start = R"(\\?\)", Network = R"(\\?\UNC\)";
+  if (place.size() >= MAX_PATH) return place;
+  if (place.starts_with(Network)) return R"(\\)" + place.substr(Network.size());
+  return place.starts_with(Start) ? place.substr(Start.size()) : place;
+}
+
 /// Whether a file could be made there: only the attempt tells.
 DWORD TryToCreate(const std::string& folder) {
   const HANDLE file = CreateFileW(WideOf(TemporaryName(folder)).c_str(), GENERIC_WRITE | DELETE, 0, nullptr, CREATE_NEW,
@@ -49,7 +59,7 @@ std::string RealPlace(const std::string& path) {
   const OwnedHandle owned(file);
   std::wstring place(GetFinalPathNameByHandleW(file, nullptr, 0, FILE_NAME_NORMALIZED), L'\0');
   place.resize(GetFinalPathNameByHandleW(file, place.data(), static_cast<DWORD>(place.size()), FILE_NAME_NORMALIZED));
-  return place.empty() ? path : NarrowOf(place);
+  return place.empty() ? path : Plain(NarrowOf(place));
 }
 
 /// The move into a place is written through.
@@ -75,7 +85,11 @@ std::string WhyNotReplaced(const std::string& target) {
 
 std::string WhyNotInFolder(const std::string& folder) {
   const DWORD attributes = AttributesOf(folder);
-  if (attributes == INVALID_FILE_ATTRIBUTES) return WordsFor(Obstacle::NoFolder, folder);
+  if (attributes == INVALID_FILE_ATTRIBUTES) {
+    const DWORD error = GetLastError();
+    const bool missing = error == ERROR_FILE_NOT_FOUND || error == ERROR_PATH_NOT_FOUND;
+    return missing ? WordsFor(Obstacle::NoFolder, folder) : NotReached(folder, static_cast<std::int32_t>(error));
+  }
   if (!Has(attributes, FILE_ATTRIBUTE_DIRECTORY)) return WordsFor(Obstacle::IsNoFolder, folder);
   ULARGE_INTEGER room{};
   if (GetDiskFreeSpaceExW(WideOf(folder).c_str(), &room, nullptr, nullptr) != 0 && room.QuadPart < SmallFile) {
@@ -145,14 +159,19 @@ void OutputFile::StoreBytesOfAll(const std::list<OutputFile*>& files) {
 
 void OutputFile::TakePlace() {
   const std::wstring target = WideOf(target_), temporary = WideOf(temporary_);
-  const bool replaces = GetFileAttributesW(target.c_str()) != INVALID_FILE_ATTRIBUTES;
+  const std::wstring old = WideOf(TemporaryName(FolderOf(target_)));
+  CloseHandle(HandleOf(std::exchange(fd_, -1)));  // an open file replaces nothing
   // The replaced file's rights go to the new one. A disk that can't do that gets it moved over the old one.
-  const bool replaced = replaces && ReplaceFileW(target.c_str(), temporary.c_str(), nullptr,
-                                                 REPLACEFILE_IGNORE_MERGE_ERRORS, nullptr, nullptr) != 0;
-  if (!replaced &&
-      MoveFileExW(temporary.c_str(), target.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) == 0) {
-    throw NotWrittenNow(RuntimeFault::PathFileAccessError, target_);
+  if (ReplaceFileW(target.c_str(), temporary.c_str(), old.c_str(), REPLACEFILE_IGNORE_MERGE_ERRORS, nullptr, nullptr) ==
+      0) {
+    const DWORD why = GetLastError();
+    if (MoveFileExW(temporary.c_str(), target.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) == 0) {
+      const DWORD error = why == ERROR_SHARING_VIOLATION ? why : GetLastError();
+      MoveFileExW(old.c_str(), target.c_str(), 0);  // where the first attempt has come half way
+      throw NotWritten(RuntimeFault::PathFileAccessError, target_, static_cast<std::int32_t>(error));
+    }
   }
+  DeleteFileW(old.c_str());
   temporary_.clear();
 }
 

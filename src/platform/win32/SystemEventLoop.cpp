@@ -8,13 +8,8 @@
 namespace vk32 {
 namespace {
 
-using std::chrono::milliseconds;
-
-/// Whole milliseconds, never too few.
 DWORD MillisecondsUntil(Time until) {
-  if (until == Never) return INFINITE;
-  const Time left = std::clamp<Time>(until - MonotonicNow(), Time{0}, std::chrono::hours(24));
-  return static_cast<DWORD>((left + milliseconds(1) - Time(1)) / milliseconds(1));
+  return until == Never ? INFINITE : static_cast<DWORD>(RoundedUp(until - MonotonicNow()).count());
 }
 
 }  // namespace

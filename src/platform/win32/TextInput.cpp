@@ -25,22 +25,25 @@ struct Source {
   DWORD error = 0;
 };
 
-/// Some bytes; none at the end.
-std::string ReadBytes(Source& source) {
+/// Some bytes; none at the end, and with an error.
+std::string ReadBytes(HANDLE handle, DWORD& error) {
   char bytes[4096];
   DWORD count = 0;
-  if (ReadFile(source.handle.get(), bytes, sizeof bytes, &count, nullptr) != 0) return {bytes, count};
-  const DWORD error = GetLastError();
-  if (error != ERROR_BROKEN_PIPE && error != ERROR_HANDLE_EOF) source.error = error;
+  while (ReadFile(handle, bytes, sizeof bytes, &count, nullptr) != 0) {
+    // A pipe also gives that nothing was written to it.
+    if (count > 0 || GetFileType(handle) != FILE_TYPE_PIPE) return {bytes, count};
+  }
+  const DWORD why = GetLastError();
+  if (why != ERROR_BROKEN_PIPE && why != ERROR_HANDLE_EOF) error = why;
   return {};
 }
 
 /// A line that the user has typed; none when he ends it by Ctrl+Z, or the console has gone.
-std::string ReadTyped(Source& source) {
+std::string ReadTyped(HANDLE console) {
   constexpr wchar_t CtrlZ = 26;
   wchar_t typed[1024];
   DWORD count = 0;
-  if (ReadConsoleW(source.handle.get(), typed, static_cast<DWORD>(std::size(typed)), &count, nullptr) == 0) return {};
+  if (ReadConsoleW(console, typed, static_cast<DWORD>(std::size(typed)), &count, nullptr) == 0) return {};
   return count > 0 && typed[0] == CtrlZ ? "" : NarrowOf({typed, count});
 }
 
@@ -50,8 +53,11 @@ void ReadAll(const std::shared_ptr<Source>& source) {
     // Two may read the same console, the script and its questions: each takes what it has asked for alone.
     source->asked.wait(lock, [&] { return source->wanted; });
     lock.unlock();
-    std::string some = source->console ? ReadTyped(*source) : ReadBytes(*source);
+    DWORD error = 0;
+    const HANDLE handle = source->handle.get();
+    std::string some = source->console ? ReadTyped(handle) : ReadBytes(handle, error);
     lock.lock();
+    source->error = error;
     source->wanted = false;
     source->ended = some.empty();
     std::erase(some, '\r');  // a line ends as on every system

@@ -172,7 +172,8 @@ bool Win32SerialDriver::ClearError(Handle handle, std::uint32_t& errors, CommSta
   Port* port = Live(handle);
   if (port == nullptr) return false;
   COMSTAT found;
-  if (!Look(*port, found) || !Collect(*port)) return Fail(*port);
+  // What has come is taken before the loss of its device is told.
+  if ((!Collect(*port) || !Look(*port, found)) && port->input.empty()) return Fail(*port);
   status.cbInQue = static_cast<std::int32_t>(port->input.size());
   errors = std::exchange(port->errors, 0) & LineErrors;
   return true;
@@ -196,7 +197,7 @@ bool Win32SerialDriver::Write(Handle handle, std::string_view data, std::uint32_
   port->outgoing = std::make_unique<Outgoing>();
   Outgoing& outgoing = *port->outgoing;
   outgoing.data = data;
-  outgoing.until = EndOfWrite(port->timeouts, data.size());
+  outgoing.until = EndOfWrite(loop_.Now(), port->timeouts, data.size());
   outgoing.begun = true;
   if (WriteFile(port->file.get(), outgoing.data.data(), static_cast<DWORD>(data.size()), nullptr, &outgoing.system) ==
           0 &&
@@ -216,22 +217,28 @@ bool Win32SerialDriver::PendingResult(Handle handle, std::uint32_t& count) {
 
 bool Win32SerialDriver::Progress(Port& port, std::uint32_t& written, std::int32_t pending) {
   Outgoing& outgoing = *port.outgoing;
-  const Time now = loop_.Now();
-  if (!outgoing.IsDone()) {
-    if (now < outgoing.until) return Fail(pending);
+  const DWORD size = static_cast<DWORD>(outgoing.data.size());
+  const bool done = outgoing.IsDone(), late = loop_.Now() >= outgoing.until;
+  COMSTAT status;
+  const bool tells = Look(port, status);
+  // The queue holds what a write under way has still to give; a driver that does not count that says 0.
+  if (tells && (done || status.cbOutQue > 0)) outgoing.left = size - std::min(size, status.cbOutQue);
+  written = outgoing.left;
+  if (!tells) return Fail(port);
+  if (!done && late) {
     written = Abort(port);
     return true;
   }
-  COMSTAT status;
-  if (!Look(port, status)) return Fail(port);
-  // A driver may say so when they are in its own queue.
-  if (status.cbOutQue > 0 && now < outgoing.until) {
+  // A driver may say that it is done when all is in its own queue.
+  if (!done || (status.cbOutQue > 0 && !late)) {
     outgoing.patience = std::clamp<Time>(port.byteTime * status.cbOutQue, ShortPause, LongPause);
     return Fail(pending);
   }
+  // What the caller is told has not left must not leave later.
+  if (status.cbOutQue > 0) PurgeComm(port.file.get(), PURGE_TXABORT | PURGE_TXCLEAR);
   DWORD count = 0;
   const bool well = GetOverlappedResult(port.file.get(), &outgoing.system, &count, FALSE) != 0;
-  written = count;
+  written = std::min<std::uint32_t>(written, count);
   const DWORD error = GetLastError();
   port.outgoing.reset();
   SetLastError(error);

@@ -49,8 +49,9 @@ class Win32SerialDriver : public SystemDriver {
 
   struct Outgoing : Operation {
     Bytes data;
-    Time until{0};     // when the rest is taken back
-    Time patience{0};  // until the driver's queue is looked at again
+    Time until{0};           // when the rest is taken back
+    Time patience{0};        // until the driver's queue is looked at again
+    std::uint32_t left = 0;  // bytes that were on the line when it was last looked at
   };
 
   /// The read that waits for the next bytes. There is always one, for drivers tell of what comes by no other means that
