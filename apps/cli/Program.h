@@ -78,7 +78,7 @@ class Program {
   ScriptSession script_;
   std::string wizard_, port_;
   std::string givenPort_;  // as the user names it
-  std::string state_;  // of the device, for a user who stops the command
+  std::string state_;      // of the device, for a user who stops the command
 };
 
 }  // namespace vk32
