@@ -24,12 +24,6 @@ struct ModelButton {
 constexpr ModelButton ModelButtons[] = {{"AB Ethernet, ASCII, DF1", "ABEthAsciiDf1ModelCmd"},
                                         {"AB Ethernet, Modbus", "ABEthModbusModelCmd"}};
 
-/// A box's text as lines of a terminal.
-std::string OnTerminal(std::string text) {
-  std::erase(text, '\r');
-  return text;
-}
-
 }  // namespace
 
 void World::Stop() {
@@ -45,7 +39,7 @@ void World::RequireUser() const {
 }
 
 void World::Confirm(const std::string& text) {
-  if (console.yes || console.waitForEnter(OnTerminal(text) + "\nPress Enter to go on.\n") || stopped) return;
+  if (console.yes || console.waitForEnter(text + "\nPress Enter to go on.\n") || stopped) return;
   Stop();
 }
 
@@ -82,8 +76,8 @@ void Program::Judge(const std::string& refusal, ExitStatus ifRefused) {
   screen_.EndProgress();
   world_.LeaveIfStopped(state_);
   ifRefused = StatusOf(ifRefused);
-  if (!told.empty()) throw Failure(ifRefused, WithDevice(OnTerminal(told) + Hint()));
-  if (!refusal.empty()) throw Failure(ifRefused, refusal);
+  if (!told.empty()) throw Failure(ifRefused, told + Hint());
+  if (!refusal.empty()) throw Failure(ifRefused, screen_.ForUser(refusal));
 }
 
 ExitStatus Program::StatusOf(ExitStatus ifRefused) const {
@@ -94,12 +88,7 @@ ExitStatus Program::StatusOf(ExitStatus ifRefused) const {
 std::string Program::Hint() const {
   const Form* wizard = app_.forms.Find(wizard_);
   const auto* hint = wizard ? dynamic_cast<const Label*>(wizard->Find("PageHintLbl")) : nullptr;
-  return hint && hint->Visible && !hint->Words().empty() ? "\n" + OnTerminal(hint->Words()) : "";
-}
-
-std::string Program::WithDevice(const std::string& words) const {
-  if (words.find(port_) == std::string::npos || words.find(givenPort_) != std::string::npos) return words;
-  return words + "\n" + port_ + " is " + givenPort_ + ".";
+  return hint && hint->Visible && !hint->Words().empty() ? "\n" + screen_.ForUser(hint->Words()) : "";
 }
 
 void Program::Do(const std::string& command, ExitStatus ifRefused) {
@@ -126,9 +115,9 @@ void Program::Stop() {
 
 void Program::ChoosePort(const std::string& port) {
   screen_.talks = true;
-  givenPort_ = port;
-  port_ = FindPort(world_.names, port);
-  Do("select ProductMenu.COMCbo " + port_, ExitStatus::NoPort);
+  const std::string name = FindPort(world_.names, port);
+  screen_.portName = name, screen_.portGiven = port;
+  Do("select ProductMenu.COMCbo " + name, ExitStatus::NoPort);
   opens_ = app_.comm.Opens();
 }
 
@@ -145,7 +134,7 @@ void Program::Upload() {
   const Form& wizard = Wizard();
   const bool read = wizard.Get<Label>("SourceLbl").Words().starts_with("Read from ");
   if (read && !wizard.Get<Image>("StatusMark").Visible) return;
-  throw Failure(StatusOf(ExitStatus::NoAnswer), WithDevice(wizard.Get<Label>("StatusLbl").Words()));
+  throw Failure(StatusOf(ExitStatus::NoAnswer), screen_.ForUser(wizard.Get<Label>("StatusLbl").Words()));
 }
 
 void Program::Open(const std::string& path) {
@@ -225,18 +214,13 @@ void Program::Download(bool verifies) {
       const auto& comparison = dynamic_cast<const CompareForm&>(FormOf(CompareForm::FormName));
       throw Failure(ExitStatus::Different, failure.what() + ("\n" + DifferenceLines(comparison.Differences())));
     }
-    if (acknowledged) throw;
+    if (acknowledged) throw Failure(ExitStatus::Different, failure.what());
     throw Failure(ExitStatus::NoAnswer, failure.what() + ("\n" + state_));
   }
   state_.clear();
 }
 
-void Program::ReadDeviceInfo() {
-  if (FindProduct(target.product).deviceInfoTop == Hidden) {
-    throw Failure(ExitStatus::WrongUsage, "The " + target.product + " does not tell what it is.");
-  }
-  Do("click ProductMenu.DeviceInfoCmd", ExitStatus::NoAnswer);
-}
+void Program::ReadDeviceInfo() { Do("click ProductMenu.DeviceInfoCmd", ExitStatus::NoAnswer); }
 
 void Program::InstallFirmware(const std::string& path) {
   Do("click ProductMenu.UpgradeCmd", ExitStatus::WrongUsage);
@@ -245,12 +229,12 @@ void Program::InstallFirmware(const std::string& path) {
   Click("NextCmd", ExitStatus::FileRefused);
   const Form& form = FormOf(wizard_);
   world_.RequireUser();
-  world_.Confirm(form.Get<Label>("Label1").Words() + "\n" + form.Get<Label>("Label2").Words());
+  world_.Confirm(screen_.ForUser(form.Get<Label>("Label1").Words() + "\n" + form.Get<Label>("Label2").Words()));
   world_.LeaveIfStopped(NothingSent);
   state_ = "If erasing had begun, the " + target.product + " has no firmware: install it again.";
   Click("NextCmd", ExitStatus::NoAnswer);
   const std::string end = FormOf(wizard_).Get<Label>("ProgressInfoLbl").Words();
-  if (end != Installed) throw Failure(ExitStatus::NoAnswer, end + "\n" + state_);
+  if (end != Installed) throw Failure(ExitStatus::NoAnswer, screen_.ForUser(end) + "\n" + state_);
 }
 
 }  // namespace vk32
