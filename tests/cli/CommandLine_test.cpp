@@ -6,6 +6,7 @@
 #include <sstream>
 #include <tuple>
 
+#include "cli/Csv.h"
 #include "models/WizardUser.h"
 
 namespace vk32 {
@@ -295,6 +296,8 @@ TEST(CommandLine, FilesAreListedComparedAndChangedByTheNamesOfTheirFields) {
 }
 
 TEST(CommandLine, ABatchKnowsTheStateOfEachGateway) {
+  const CsvRow cells{"a, \"one\"", "b"};
+  EXPECT_EQ(ParseCsv(CsvLine(cells))[0], cells);
   GatewayDevice first("RB2000"), second("RB2000");
   Cli cli(&first);
   std::filesystem::copy_file(VK32_SEEDS "/configuration-file/rb2000.cfg", cli.folder + "/t.cfg");
