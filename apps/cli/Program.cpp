@@ -14,6 +14,7 @@ namespace vk32 {
 namespace {
 
 const std::string Reminder = "Press the Configure button on the ";
+const std::string NothingSent = "Nothing has been sent.";
 constexpr const char* Installed = "Firmware has been successfully installed.";
 
 struct ModelButton {
@@ -80,8 +81,14 @@ void Program::Judge(const std::string& refusal, ExitStatus ifRefused) {
   const std::string told = screen_.TakeTold();
   screen_.EndProgress();
   world_.LeaveIfStopped(state_);
+  ifRefused = StatusOf(ifRefused);
   if (!told.empty()) throw Failure(ifRefused, told + Hint());
   if (!refusal.empty()) throw Failure(ifRefused, screen_.ForUser(refusal));
+}
+
+ExitStatus Program::StatusOf(ExitStatus ifRefused) const {
+  const bool taken = screen_.talks && app_.comm.Opens() == opens_;
+  return taken && ifRefused == ExitStatus::NoAnswer ? ExitStatus::NoPort : ifRefused;
 }
 
 std::string Program::Hint() const {
@@ -117,6 +124,7 @@ void Program::ChoosePort(const std::string& port) {
   const std::string name = FindPort(world_.names, port);
   screen_.portName = name, screen_.portGiven = port;
   Do("select ProductMenu.COMCbo " + name, ExitStatus::NoPort);
+  opens_ = app_.comm.Opens();
 }
 
 void Program::OpenWizard() { Do("click ProductMenu.ConfigureCmd", ExitStatus::WrongUsage); }
@@ -132,7 +140,7 @@ void Program::Upload() {
   const Form& wizard = Wizard();
   const bool read = wizard.Get<Label>("SourceLbl").Words().starts_with("Read from ");
   if (read && !wizard.Get<Image>("StatusMark").Visible) return;
-  throw Failure(ExitStatus::NoAnswer, screen_.ForUser(wizard.Get<Label>("StatusLbl").Words()));
+  throw Failure(StatusOf(ExitStatus::NoAnswer), screen_.ForUser(wizard.Get<Label>("StatusLbl").Words()));
 }
 
 void Program::Open(const std::string& path) {
@@ -196,7 +204,7 @@ void Program::Download(bool verifies) {
       world_.Confirm("The " + target.product + " has acknowledged the configuration. Next it is read back.\n" + text);
     };
   }
-  state_ = "Nothing has been sent.";
+  state_ = NothingSent;
   const auto atReminder = [this](const std::string& text) {
     world_.Confirm(text);
     if (world_.stopped) return;
@@ -206,6 +214,7 @@ void Program::Download(bool verifies) {
     FinishDownload(atReminder, readBack);
     if (screen_.TakeMissing() > 0) throw Failure(ExitStatus::NoAnswer, "The download has not come to its end.");
   } catch (const Failure& failure) {
+    if (failure.status == ExitStatus::NoPort) throw Failure(failure.status, failure.what() + ("\n" + NothingSent));
     if (failure.status != ExitStatus::NoAnswer) throw;
     if (IsLoaded(CompareForm::FormName)) {
       const auto& comparison = dynamic_cast<const CompareForm&>(FormOf(CompareForm::FormName));
@@ -227,7 +236,7 @@ void Program::InstallFirmware(const std::string& path) {
   const Form& form = FormOf(wizard_);
   world_.RequireUser();
   world_.Confirm(screen_.ForUser(form.Get<Label>("Label1").Words() + "\n" + form.Get<Label>("Label2").Words()));
-  world_.LeaveIfStopped("Nothing has been sent.");
+  world_.LeaveIfStopped(NothingSent);
   state_ = "If erasing had begun, the " + target.product + " has no firmware: install it again.";
   Click("NextCmd", ExitStatus::NoAnswer);
   const std::string end = FormOf(wizard_).Get<Label>("ProgressInfoLbl").Words();

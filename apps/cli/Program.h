@@ -60,6 +60,8 @@ class Program {
   /// Ends a step. `refusal`: empty if it was carried out.
   void Judge(const std::string& refusal, ExitStatus ifRefused);
   void Click(const std::string& control, ExitStatus ifRefused) { Do("click " + wizard_ + "." + control, ifRefused); }
+  /// NoPort in place of NoAnswer if the port has not been opened since it was chosen: another program has taken it.
+  ExitStatus StatusOf(ExitStatus ifRefused) const;
   /// What the page says of a value that is refused, on a line of its own; empty if nothing.
   std::string Hint() const;
   /// The box that asks to press the Configure button, which the user confirms.
@@ -75,6 +77,7 @@ class Program {
   App app_;
   ScriptSession script_;
   std::string wizard_;
+  int opens_ = 0;      // of ports, when the port was chosen
   std::string state_;  // of the device, for a user who stops the command
 };
 

@@ -113,6 +113,18 @@ TEST(CommandLine, ADeviceThatDoesNotAcknowledgeIsNeverDone) {
   }
 }
 
+TEST(CommandLine, APortThatIsTakenWhileTheQuestionStandsIsNoSilence) {
+  for (const std::string command : {"read RB2000", "write %/a.cfg", "firmware " VK32_EXAMPLES "/example.rom"}) {
+    GatewayDevice device("RB2000");
+    Cli cli(&device);
+    cli.Run("read RB2000 --port COM3 -y -o %/a.cfg");
+    cli.world.console.waitForEnter = [&](const std::string&) { return cli.driver.Fail("Open", 32), true; };
+    const std::string told = cli.Run(command + " --port COM3");
+    EXPECT_TRUE(told.starts_with("4: ") && told.find("Sent last") == std::string::npos) << told;
+    EXPECT_EQ(told.ends_with("Nothing has been sent.\n"), command[0] == 'w') << told;
+  }
+}
+
 TEST(CommandLine, WhatCanNotBeDoneIsToldByItsStatus) {
   GatewayDevice device("RB2000");
   Cli cli(&device);
