@@ -172,7 +172,6 @@ TEST(CommandLine, StoppedAtAnyTimeItEndsTheConversation) {
        {std::pair("read VK-RTX-DF1 --port COM3 -o %/b.cfg", std::vector{0ms, 20ms, 150ms}),
         {"write %/a.cfg --port COM3", {0ms, 20ms, 150ms}},
         {"batch %/a.cfg %/t.csv --out %/out", {0ms}},
-        {"check %/a.cfg", {0ms}},
         {"firmware %/f.rom --port COM3", {0ms, 500ms, 2000ms, 3500ms}}}) {
     for (const Time moment : moments) {
       GatewayDevice paced("VK-RTX-DF1", {}, true);
