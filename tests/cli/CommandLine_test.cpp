@@ -295,11 +295,12 @@ TEST(CommandLine, FilesAreListedComparedAndChangedByTheNamesOfTheirFields) {
 }
 
 TEST(CommandLine, ABatchKnowsTheStateOfEachGateway) {
-  const CsvRow cells{"a, \"one\"", "b"};
-  EXPECT_EQ(ParseCsv(CsvLine(cells))[0], cells);
   GatewayDevice first("RB2000"), second("RB2000");
   Cli cli(&first);
   std::filesystem::copy_file(VK32_SEEDS "/configuration-file/rb2000.cfg", cli.folder + "/t.cfg");
+  const CsvCells quoted{"a, \"one\"", "b"};
+  std::ofstream(cli.folder + "/quoted.csv") << CsvLine(quoted);
+  EXPECT_EQ(ReadCsv(cli.folder + "/quoted.csv").at(0).cells, quoted);
   const TemporaryFile table("t.csv");
   std::string boxes;
   int confirmed = 0, silentFrom = 5;  // the gateway, the download, the upload; then those of the second row
