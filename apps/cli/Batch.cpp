@@ -18,6 +18,7 @@ namespace vk32 {
 namespace {
 
 constexpr const char* Verified = "verified";
+constexpr const char *NameColumn = "name", *PortColumn = "port";
 
 struct Row {
   std::string name, port;
@@ -38,8 +39,11 @@ std::string Fingerprint(const std::string& content) {
   throw Failure(ExitStatus::FileRefused, options.table + ": " + why);
 }
 
-Row RowOf(const BatchOptions& options, const CsvRow& heads, const CsvRow& cells, std::size_t number) {
-  const std::string where = "row " + std::to_string(number);
+bool IsColumn(const std::string& head, const char* name) { return Lower(head) == name; }
+
+Row RowOf(const BatchOptions& options, const CsvCells& heads, const CsvRow& line) {
+  const CsvCells& cells = line.cells;
+  const std::string where = "line " + std::to_string(line.line);
   if (cells.size() > heads.size()) {
     RefuseTable(options, where + " has " + std::to_string(cells.size()) + " cells, and the first line names " +
                              std::to_string(heads.size()) + " columns.");
@@ -47,9 +51,10 @@ Row RowOf(const BatchOptions& options, const CsvRow& heads, const CsvRow& cells,
   Row row{where, options.port, {}, {}, {}};
   for (std::size_t i = 0; i < cells.size(); ++i) {
     if (cells[i].empty()) continue;
-    if (Lower(heads[i]) == "name") {
+    if (heads[i].empty()) RefuseTable(options, where + " has \"" + cells[i] + "\" in a column without a name.");
+    if (IsColumn(heads[i], NameColumn)) {
       row.name = cells[i];
-    } else if (Lower(heads[i]) == "port") {
+    } else if (IsColumn(heads[i], PortColumn)) {
       row.port = cells[i];
     } else {
       row.assignments.push_back({heads[i], cells[i]});
@@ -59,34 +64,33 @@ Row RowOf(const BatchOptions& options, const CsvRow& heads, const CsvRow& cells,
   return row;
 }
 
-std::vector<Row> ReadRows(const BatchOptions& options) {
-  const std::vector<CsvRow> table = ParseCsv(ContentOf(options.table));
-  if (table.size() < 2) RefuseTable(options, "the table has no rows below its first line, which names the fields.");
+std::vector<Row> RowsOf(const BatchOptions& options, const std::vector<CsvRow>& table) {
   std::vector<Row> rows;
   std::set<std::string> names;
   for (std::size_t i = 1; i < table.size(); ++i) {
-    rows.push_back(RowOf(options, table[0], table[i], i));
+    rows.push_back(RowOf(options, table[0].cells, table[i]));
     if (!names.insert(rows.back().name).second) RefuseTable(options, "two rows are named " + rows.back().name + ".");
   }
   return rows;
 }
 
-/// Before the rows have their turn, each of which would tell the same.
-void CheckColumns(World& world, const BatchOptions& options, const std::vector<Row>& rows) {
+/// Once for all rows, which would each tell the same. A spreadsheet saves empty columns, too.
+void CheckColumns(World& world, const BatchOptions& options, const CsvCells& heads) {
   const Listing listing = LoadFile(world, options.configuration).listing;
-  std::set<std::string> known;
-  std::string unknown;
-  for (const Row& row : rows) {
-    for (const Assignment& assignment : row.assignments) {
-      if (!known.insert(assignment.field).second) continue;
-      try {
-        FindField(listing, assignment.field);
-      } catch (const Failure& failure) {
-        unknown += "\n" + options.table + ": " + failure.what();
-      }
+  std::set<std::string> columns;
+  std::string refused;
+  for (const std::string& head : heads) {
+    if (head.empty()) continue;
+    try {
+      const bool field = !IsColumn(head, NameColumn) && !IsColumn(head, PortColumn);
+      const std::string column = field ? listing[FindField(listing, head)].Path() : Lower(head);
+      if (!columns.insert(column).second)
+        throw Failure(ExitStatus::WrongUsage, "More than one column is " + head + ".");
+    } catch (const Failure& failure) {
+      refused += "\n" + options.table + ": " + failure.what();
     }
   }
-  if (!unknown.empty()) throw Failure(ExitStatus::WrongUsage, unknown.substr(1));
+  if (!refused.empty()) throw Failure(ExitStatus::WrongUsage, refused.substr(1));
 }
 
 /// Two names of one port are one.
@@ -123,7 +127,7 @@ void MakeFiles(World& world, const BatchOptions& options, const std::string& fol
     if (!first) first = failure;
   };
   for (Row& row : rows) {
-    world.loop.RunDue();
+    world.LookForStop();
     row.file = folder + "/" + row.name + ".cfg";
     try {
       if (!program) program.emplace(world, target);
@@ -150,40 +154,60 @@ class Results {
  public:
   explicit Results(std::string path) : path_(std::move(path)) {
     if (!IsThere(path_)) return;
-    for (const CsvRow& row : ParseCsv(ContentOf(path_))) {
-      if (row.size() == Columns && row != Heads) rows_[row[0]] = row;
+    const std::vector<CsvRow> kept = ReadCsv(path_);
+    if (!kept.empty() && kept[0].cells != Heads) {
+      throw Failure(ExitStatus::FileRefused,
+                    path_ + " holds something else than the results of a batch. Give --results another file.");
+    }
+    for (const CsvRow& row : kept) {
+      if (row.cells.size() == Heads.size() && row.cells != Heads) rows_[row.cells[0]] = row.cells;
     }
   }
   bool IsVerified(const Row& row) const {
     const auto kept = rows_.find(row.name);
-    return kept != rows_.end() && kept->second[2] == Verified && kept->second[3] == row.fingerprint;
+    return kept != rows_.end() && kept->second == Cells(row, Verified);
   }
   void Keep(const Row& row, const std::string& result) {
-    rows_[row.name] = {row.name, row.port, result, row.fingerprint};
+    rows_[row.name] = Cells(row, result);
+    Store();
+  }
+  void Store() const {
     std::string content = CsvLine(Heads);
     for (const auto& [name, cells] : rows_) content += CsvLine(cells);
-    Store(path_, content);
+    vk32::Store(path_, content);
   }
 
  private:
-  static constexpr std::size_t Columns = 4;
-  inline static const CsvRow Heads{"Name", "Port", "Result", "Configuration"};
+  inline static const CsvCells Heads{"Name", "Port", "Result", "Configuration"};
+  static CsvCells Cells(const Row& row, const std::string& result) {
+    return {row.name, row.port, result, row.fingerprint};
+  }
 
   std::string path_;
-  std::map<std::string, CsvRow> rows_;
+  std::map<std::string, CsvCells> rows_;
 };
 
-void WriteRow(World& world, const Row& row, bool asks, Results& results) {
+/// Failure of the row alone, if any. Throws what ends the batch.
+std::optional<Failure> WriteRow(World& world, const Row& row, bool asks, Results& results) {
+  results.Store();  // what can't be kept is not begun
   if (asks) world.Confirm("Connect the gateway " + row.name + " to " + row.port + ".");
   world.LeaveIfStopped(row.name + " has not been written.");
   results.Keep(row, "begun");  // for the case that nothing comes any more
+  std::optional<Failure> failure;
   try {
     WriteConfiguration(world, {row.file, row.port, row.name, {}, true});
-    results.Keep(row, Verified);
-  } catch (const Failure& failure) {
-    results.Keep(row, failure.what());
-    throw;
+  } catch (const Failure& caught) {
+    failure = caught;
   }
+  const std::string result = failure ? failure->what() : Verified;
+  try {
+    results.Keep(row, result);
+  } catch (const Failure& notKept) {
+    throw Failure(notKept.status, row.name + ": " + result + "\n" + notKept.what());
+  }
+  if (failure && failure->status == ExitStatus::Stopped) throw Failure(*failure);
+  world.console.out << row.name << ": " << result << "\n";
+  return failure;
 }
 
 void WriteRows(World& world, const BatchOptions& options, const std::vector<Row>& rows) {
@@ -196,14 +220,8 @@ void WriteRows(World& world, const BatchOptions& options, const std::vector<Row>
       world.console.err << row.name << " is done already.\n";
       continue;
     }
-    try {
-      WriteRow(world, row, row.port == options.port, results);
-      world.console.out << row.name << ": " << Verified << "\n";
-    } catch (const Failure& failure) {
-      if (failure.status == ExitStatus::Stopped) throw;
-      world.console.out << row.name << ": " << failure.what() << "\n";
-      if (!first) first = failure;
-    }
+    const std::optional<Failure> failure = WriteRow(world, row, row.port == options.port, results);
+    if (!first) first = failure;
   }
   if (first)
     throw Failure(first->status, "Not all gateways are done. The same command goes on with those that are left.");
@@ -215,13 +233,15 @@ void RunBatch(World& world, const BatchOptions& options) {
   if (options.out.empty() && !options.write) {
     throw Failure(ExitStatus::WrongUsage, "Give --out DIR for files, or --write for gateways.");
   }
-  std::vector<Row> rows = ReadRows(options);
-  CheckColumns(world, options, rows);
+  const std::vector<CsvRow> table = ReadCsv(options.table);
+  if (table.size() < 2) RefuseTable(options, "the table has no rows below its first line, which names the fields.");
+  CheckColumns(world, options, table[0].cells);
+  std::vector<Row> rows = RowsOf(options, table);
   if (options.write) CheckPorts(world, options, rows);
   const TemporaryFolder temporary;
   MakeFiles(world, options, options.out.empty() ? temporary.path : options.out, rows);
   if (options.write) return WriteRows(world, options, rows);
-  world.console.err << rows.size() << " files are in " << options.out << ".\n";
+  world.console.err << rows.size() << (rows.size() == 1 ? " file is in " : " files are in ") << options.out << ".\n";
 }
 
 }  // namespace vk32

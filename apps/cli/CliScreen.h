@@ -20,18 +20,21 @@ class CliScreen : public ScriptScreen, private FormObserver {
   void FormLoaded(Form& form) override;
   Answer Ask(const MessageBoxRequest& request) override;
 
-  /// The next box begins like this, and belongs to the job; `then` runs while it shows, with its text.
+  /// The next box begins like this, and belongs to the job; `then` runs while it shows, with its text for the user.
   void Expect(std::string beginning, std::function<void(const std::string&)> then) {
     expected_.push_back({std::move(beginning), std::move(then)});
   }
   /// How many of the expected boxes have not come. Expects nothing any more.
   std::size_t TakeMissing();
-  /// The text of the first box that was not expected; empty if none came.
+  /// The text, for the user, of the first box that was not expected; empty if none came.
   std::string TakeTold() { return std::exchange(told_, {}); }
+  /// A text of the program as lines of a terminal, which call the port as the user did.
+  std::string ForUser(std::string text) const;
   /// Takes the progress off the terminal.
   void EndProgress();
 
-  bool talks = false;  // to a device: its forms tell how far it is
+  bool talks = false;               // to a device: its forms tell how far it is
+  std::string portName, portGiven;  // the port's name in the program, and as the user gave it
 
  private:
   void FormChanged(const PropertyBase&) override {}

@@ -39,6 +39,10 @@ class Parser {
       world_.console.err << "There is no command " << command << ": vk32-cli --help lists them.\n";
       return ExitStatus::WrongUsage;
     }
+    for (std::string& argument : arguments) {
+      // The parser takes "[a,b]" for two words; as a file it is the same with its folder.
+      if (argument.starts_with('[') && argument.ends_with(']')) argument.insert(0, "./");
+    }
     std::ranges::reverse(arguments);  // as the parser wants them
     try {
       parser_.parse(arguments);
@@ -90,9 +94,9 @@ class Parser {
     write.add_option("--backup", backup_, "first read what the gateway has into a file in this folder")
         ->type_name("DIR");
 
-    CLI::App& info = Add("info", "What a gateway says of itself",
-                         [this] { ShowDeviceInfo(world_, product_, model_, port_, json_); });
-    Product(info);
+    CLI::App& info =
+        Add("info", "What a gateway says of itself", [this] { ShowDeviceInfo(world_, product_, port_, json_); });
+    info.add_option("PRODUCT", product_, "VK5300: no other one tells what it is")->required();
     Port(info);
     Json(info);
 

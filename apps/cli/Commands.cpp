@@ -3,18 +3,17 @@
 
 #include <algorithm>
 #include <ctime>
-#include <nlohmann/json.hpp>
 
 #include "cli/FileContent.h"
+#include "cli/Json.h"
 #include "forms/FieldNames.h"
+#include "listing/Report.h"
 #include "platform/Paths.h"
 #include "platform/PortHolder.h"
 #include "shell/Products.h"
 
 namespace vk32 {
 namespace {
-
-using Json = nlohmann::ordered_json;
 
 std::string DateAndTime(const EventLoop& loop) {
   const std::tm local = loop.LocalTime();
@@ -34,8 +33,11 @@ void ReadInto(World& world, const Target& target, const std::string& port, const
 
 std::string BackUp(World& world, const Target& target, const std::string& port, const std::string& folder) {
   MakeFolder(folder);
-  const std::string name = target.product + "-" + FileNameOf(port) + "-" + DateAndTime(world.loop) + ".cfg";
-  std::string path = TextOf(PathOf(folder) / name);
+  const std::string name = target.product + "-" + FileNameOf(port) + "-" + DateAndTime(world.loop);
+  const std::string start = TextOf(PathOf(folder) / name);
+  std::string path = start + ".cfg";
+  // There can be more than one in a second, and an hour comes twice when the clock is changed.
+  for (int number = 2; IsThere(path); ++number) path = start + "-" + std::to_string(number) + ".cfg";
   ReadInto(world, target, port, path);
   return path;
 }
@@ -72,19 +74,23 @@ void WriteConfiguration(World& world, const WriteOptions& options) {
                     << (options.verify ? ", which holds what was sent: verified.\n" : ".\n");
 }
 
-void ShowDeviceInfo(World& world, const std::string& product, const std::string& model, const std::string& port,
-                    bool json) {
-  Program program(world, FindTarget(product, model));
+void ShowDeviceInfo(World& world, const std::string& product, const std::string& port, bool json) {
+  // Whether a product tells what it is does not depend on the model.
+  const Target target = FindTarget(product, std::string(Models().front().name));
+  if (FindProduct(target.product).deviceInfoTop == Hidden) {
+    throw Failure(ExitStatus::WrongUsage, "The " + target.product + " does not tell what it is.");
+  }
+  Program program(world, target);
   program.ChoosePort(port);
   program.ReadDeviceInfo();
   Json values;
   for (const Control* control : program.FormOf("DeviceInfo").Controls()) {
     if (control->GetKind() != Control::Kind::TextBox) continue;
     const std::string name = NameOf(*control);
-    values[name] = control->Words();
-    if (!json) world.console.out << name << ": " << control->Words() << "\n";
+    values[name] = ToUtf8(control->Words());
+    if (!json) world.console.out << name << ": " << Printable(control->Words()) << "\n";
   }
-  if (json) world.console.out << values.dump(2, ' ', false, Json::error_handler_t::replace) << "\n";
+  if (json) world.console.out << Printed(values);
 }
 
 void InstallFirmware(World& world, const std::string& file, const std::string& port) {
@@ -101,13 +107,17 @@ void ListPorts(World& world, bool json) {
   for (const auto& [name, device] : world.names.FindAll()) {
     const auto holder = HolderOf(device.path);
     const std::string words = holder ? holder->program + " (process " + std::to_string(holder->process) + ")" : "";
-    list.push_back({{"name", name}, {"device", device.path}, {"description", device.kind}, {"heldBy", words}});
+    const bool known = holder || TellsHolders();
+    list.push_back({{"name", name},
+                    {"device", device.path},
+                    {"description", device.kind},
+                    {"heldBy", known ? Json(words) : Json(nullptr)}});
     if (json) continue;
     world.console.out << name << "  " << device.Description();
-    if (holder || TellsHolders()) world.console.out << "  " << (holder ? "held by " + words : "free");
+    if (known) world.console.out << "  " << (holder ? "held by " + words : "free");
     world.console.out << "\n";
   }
-  if (json) world.console.out << list.dump(2, ' ', false, Json::error_handler_t::replace) << "\n";
+  if (json) world.console.out << Printed(list);
   if (list.empty()) world.console.err << "No serial device is plugged in.\n";
 }
 

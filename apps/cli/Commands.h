@@ -24,8 +24,7 @@ struct WriteOptions {
 /// Failure Different if the device does not give back what was sent. What no page shows is not compared.
 void WriteConfiguration(World& world, const WriteOptions& options);
 
-void ShowDeviceInfo(World& world, const std::string& product, const std::string& model, const std::string& port,
-                    bool json);
+void ShowDeviceInfo(World& world, const std::string& product, const std::string& port, bool json);
 void InstallFirmware(World& world, const std::string& file, const std::string& port);
 void ListPorts(World& world, bool json);
 

@@ -3,11 +3,11 @@
 
 #include <algorithm>
 #include <ctime>
-#include <nlohmann/json.hpp>
+#include <map>
 #include <optional>
-#include <set>
 
 #include "cli/FileContent.h"
+#include "cli/Json.h"
 #include "cli/Program.h"
 #include "listing/SaveReport.h"
 #include "models/wizard/WizardForm.h"
@@ -15,13 +15,6 @@
 
 namespace vk32 {
 namespace {
-
-using Json = nlohmann::ordered_json;
-
-/// For a terminal, on which a device's bytes must command nothing.
-std::string Printed(const Json& document) {
-  return document.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
-}
 
 Json HeadOf(const Configuration& configuration) {
   Json head{{"product", configuration.target.product}};
@@ -74,8 +67,13 @@ const ListedValue* RowOf(const Listing& listing, const Control* control) {
   return row == listing.end() ? nullptr : &*row;
 }
 
+std::string MisfitOf(const ListedValue& row, const PageHint& hint) {
+  return Printable(row.Path()) + " is " + (row.value.empty() ? "empty" : "\"" + Printable(row.value) + "\"") + ". " +
+         Printable(hint.PageHintLbl.Caption.Value());
+}
+
 /// What its device can't hold, each with its field. The program tells one at a time: each gives way to its factory
-/// value.
+/// value, or to an address where that is none.
 std::vector<std::string> MisfitsOf(World& world, const std::string& file) {
   Program program(world, TargetOfFile(file));
   program.OpenWizard();
@@ -83,7 +81,7 @@ std::vector<std::string> MisfitsOf(World& world, const std::string& file) {
   const Listing factory = program.Wizard().List();
   program.Open(file);
   std::vector<std::string> misfits;
-  for (std::set<const Control*> replaced;;) {
+  for (std::map<const Control*, int> refusals;;) {
     try {
       program.GoToApply();
       program.Check();
@@ -92,14 +90,15 @@ std::vector<std::string> MisfitsOf(World& world, const std::string& file) {
       if (failure.status != ExitStatus::DoesNotFit) throw;
       const Listing listing = program.Wizard().List();
       const ListedValue *row = RowOf(listing, wizard.pageHint.About()), *good = RowOf(factory, wizard.pageHint.About());
-      if (!row || !good || !replaced.insert(row->control).second) {
+      if (!row || !good) {
         misfits.push_back(failure.what());
         return misfits;
       }
-      misfits.push_back(Printable(row->Path()) + " is " +
-                        (row->value.empty() ? "empty" : "\"" + Printable(row->value) + "\"") + ". " +
-                        Printable(wizard.pageHint.PageHintLbl.Caption.Value()));
-      program.Act([&] { SetValue(*row->control, good->value); }, ExitStatus::DoesNotFit);
+      const int refused = ++refusals[row->control];
+      if (refused > 2) return misfits;
+      if (refused == 1) misfits.push_back(MisfitOf(*row, wizard.pageHint));
+      const std::string value = refused == 1 ? good->value : "0.0.0.0";
+      program.Act([&] { SetValue(*row->control, value); }, ExitStatus::DoesNotFit);
     }
   }
 }
@@ -179,6 +178,7 @@ void ShowDifferences(World& world, const std::string& left, const std::string& r
 void CheckFiles(World& world, const std::vector<std::string>& files) {
   std::optional<Failure> first;
   for (const std::string& file : files) {
+    world.LookForStop();
     try {
       const std::vector<std::string> misfits = MisfitsOf(world, file);
       for (const std::string& misfit : misfits) world.console.out << file << ": " << misfit << "\n";

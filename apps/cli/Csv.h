@@ -2,18 +2,22 @@
 #pragma once
 
 #include <string>
-#include <string_view>
 #include <vector>
 
 namespace vk32 {
 
-using CsvRow = std::vector<std::string>;
+using CsvCells = std::vector<std::string>;
 
-/// The rows of a table, without those that are empty. Cells are parted by commas, semicolons or tabs, whichever the
+struct CsvRow {
+  CsvCells cells;
+  std::size_t line;  // of the file, from 1, on which it begins
+};
+
+/// The rows of a file, without those that are empty. Cells are parted by commas, semicolons or tabs, whichever the
 /// first line has most of; a cell in double quotes may hold them, ends of lines, and quotes that stand twice. A byte
-/// order mark is passed over.
-std::vector<CsvRow> ParseCsv(std::string_view text);
+/// order mark is passed over. Failure if the file can't be read, or if a cell does not end where its quotes do.
+std::vector<CsvRow> ReadCsv(const std::string& path);
 /// One line with its end, parted by commas.
-std::string CsvLine(const CsvRow& row);
+std::string CsvLine(const CsvCells& cells);
 
 }  // namespace vk32

@@ -74,25 +74,15 @@ std::string OneOf(const std::vector<std::string>& entries) {
 }
 
 void Choose(const ListedValue& row, const OptionButton&, const std::string& value) {
+  std::vector<OptionButton*> options;
   std::vector<std::string> captions;
   for (Control* control : row.control->Siblings()) {
     auto* const option = dynamic_cast<OptionButton*>(control);
     if (!option) continue;
+    options.push_back(option);
     captions.push_back(option->Caption);
-    if (Lower(captions.back()) != Lower(value)) continue;
-    option->Value = true;
-    return;
   }
-  Refuse(row, OneOf(captions));
-}
-
-void Choose(const ListedValue& row, ComboBox& list, const std::string& value) {
-  for (const std::string& entry : list.Entries()) {
-    if (Lower(entry) != Lower(value)) continue;
-    list.Text = std::string(entry);
-    return;
-  }
-  Refuse(row, OneOf(list.Entries()));
+  options[FindEntry(row, captions, value)]->Value = true;
 }
 
 std::string WithoutUnit(const ListedValue& row, const std::string& value) {
@@ -106,10 +96,9 @@ void SetControl(const ListedValue& row, const std::string& given) {
   if (auto* text = dynamic_cast<TextBox*>(row.control)) {
     text->Text = value;
   } else if (auto* list = dynamic_cast<ComboBox*>(row.control)) {
-    Choose(row, *list, value);
+    list->Text = std::string(list->Entries()[FindEntry(row, list->Entries(), value)]);
   } else if (auto* check = dynamic_cast<CheckBox*>(row.control)) {
-    if (Lower(value) != "yes" && Lower(value) != "no") Refuse(row, OneOf({"Yes", "No"}));
-    check->Value = Lower(value) == "yes" ? 1 : 0;
+    check->Value = FindEntry(row, {"No", "Yes"}, value) == 1 ? 1 : 0;
   } else if (const auto* option = dynamic_cast<OptionButton*>(row.control)) {
     Choose(row, *option, value);
   } else {
@@ -144,6 +133,13 @@ std::size_t FindField(const Listing& listing, const std::string& name) {
   throw Failure(ExitStatus::WrongUsage, "There is more than one field " + name + ":" + paths);
 }
 
+std::size_t FindEntry(const ListedValue& row, const std::vector<std::string>& entries, const std::string& value) {
+  for (std::size_t i = 0; i < entries.size(); ++i) {
+    if (Lower(entries[i]) == Lower(value)) return i;
+  }
+  Refuse(row, OneOf(entries));
+}
+
 void SetFields(Program& program, const std::vector<Assignment>& assignments) {
   const Listing listing = program.Wizard().List();
   std::map<std::size_t, const Assignment*> inOrder;
@@ -154,7 +150,7 @@ void SetFields(Program& program, const std::vector<Assignment>& assignments) {
   }
   struct Row {
     const Control* control = nullptr;  // one of its cells
-    RowCells texts;
+    RowCells cells;
   };
   std::map<std::pair<const Frame*, int>, Row> rows;
   for (const auto& [field, assignment] : inOrder) {
@@ -162,7 +158,7 @@ void SetFields(Program& program, const std::vector<Assignment>& assignments) {
     if (!HasEditor(control)) continue;
     Row& row = rows[RowOf(control)];
     row.control = &control;
-    row.texts[control.Name()] = assignment->value;
+    row.cells[control.Name()] = {listing[field], assignment->value};
   }
   // One act for all fields: behind each one the wizard looks at all of its values.
   program.Act(
@@ -173,7 +169,7 @@ void SetFields(Program& program, const std::vector<Assignment>& assignments) {
         }
       },
       ExitStatus::DoesNotFit);
-  for (const auto& [place, cells] : rows) EditRow(program, *cells.control, cells.texts);
+  for (const auto& [place, row] : rows) EditRow(program, *row.control, row.cells);
 }
 
 std::string Edited(Program& program, const std::string& file, const std::vector<Assignment>& assignments,
@@ -193,7 +189,7 @@ std::string Edited(Program& program, const std::string& file, const std::vector<
     const ListedValue& row = kept[FindField(kept, assignment.field)];
     if (!row.shown && !assignment.value.empty()) Refuse(row, "does not show with the other values as they are.");
     if (Lower(row.value) == Lower(WithoutUnit(row, assignment.value))) continue;
-    Refuse(row, "would become \"" + ToUtf8(row.value) + "\" and not \"" + assignment.value + "\".");
+    Refuse(row, "would become \"" + Printable(row.value) + "\" and not \"" + assignment.value + "\".");
   }
   std::string content = ContentOf(edited);
   std::filesystem::remove(PathOf(edited));  // in place of another one, it would be written out to the disk at once

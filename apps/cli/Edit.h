@@ -19,6 +19,8 @@ struct Assignment {
 Assignment ParseAssignment(const std::string& text);
 /// The row that is meant. Failure, with the nearest names, if that is none or more than one.
 std::size_t FindField(const Listing& listing, const std::string& name);
+/// The place of an entry that the field takes, in any case. Failure that tells which there are.
+std::size_t FindEntry(const ListedValue& row, const std::vector<std::string>& entries, const std::string& value);
 /// In the order of the pages, as a later field can depend on an earlier one. Failure if a field does not take its
 /// value.
 void SetFields(Program& program, const std::vector<Assignment>& assignments);

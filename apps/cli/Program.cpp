@@ -14,6 +14,7 @@ namespace vk32 {
 namespace {
 
 const std::string Reminder = "Press the Configure button on the ";
+const std::string NothingSent = "Nothing has been sent.";
 constexpr const char* Installed = "Firmware has been successfully installed.";
 
 struct ModelButton {
@@ -23,17 +24,17 @@ struct ModelButton {
 constexpr ModelButton ModelButtons[] = {{"AB Ethernet, ASCII, DF1", "ABEthAsciiDf1ModelCmd"},
                                         {"AB Ethernet, Modbus", "ABEthModbusModelCmd"}};
 
-/// A box's text as lines of a terminal.
-std::string OnTerminal(std::string text) {
-  std::erase(text, '\r');
-  return text;
-}
-
 }  // namespace
 
 void World::Stop() {
   stopped = true;
   if (running != nullptr) running->Stop();
+}
+
+void World::LookForStop() {
+  loop.Wait({-1, WaitFor::ToRead, loop.Now()});
+  loop.RunDue();
+  LeaveIfStopped("");
 }
 
 void World::RequireUser() const {
@@ -44,7 +45,7 @@ void World::RequireUser() const {
 }
 
 void World::Confirm(const std::string& text) {
-  if (console.yes || console.waitForEnter(OnTerminal(text) + "\nPress Enter to go on.\n") || stopped) return;
+  if (console.yes || console.waitForEnter(text + "\nPress Enter to go on.\n") || stopped) return;
   Stop();
 }
 
@@ -80,19 +81,20 @@ void Program::Judge(const std::string& refusal, ExitStatus ifRefused) {
   const std::string told = screen_.TakeTold();
   screen_.EndProgress();
   world_.LeaveIfStopped(state_);
-  if (!told.empty()) throw Failure(ifRefused, WithDevice(OnTerminal(told) + Hint()));
-  if (!refusal.empty()) throw Failure(ifRefused, refusal);
+  ifRefused = StatusOf(ifRefused);
+  if (!told.empty()) throw Failure(ifRefused, told + Hint());
+  if (!refusal.empty()) throw Failure(ifRefused, screen_.ForUser(refusal));
+}
+
+ExitStatus Program::StatusOf(ExitStatus ifRefused) const {
+  const bool taken = screen_.talks && app_.comm.Opens() == opens_;
+  return taken && ifRefused == ExitStatus::NoAnswer ? ExitStatus::NoPort : ifRefused;
 }
 
 std::string Program::Hint() const {
   const Form* wizard = app_.forms.Find(wizard_);
   const auto* hint = wizard ? dynamic_cast<const Label*>(wizard->Find("PageHintLbl")) : nullptr;
-  return hint && hint->Visible && !hint->Words().empty() ? "\n" + OnTerminal(hint->Words()) : "";
-}
-
-std::string Program::WithDevice(const std::string& words) const {
-  if (words.find(port_) == std::string::npos || words.find(givenPort_) != std::string::npos) return words;
-  return words + "\n" + port_ + " is " + givenPort_ + ".";
+  return hint && hint->Visible && !hint->Words().empty() ? "\n" + screen_.ForUser(hint->Words()) : "";
 }
 
 void Program::Do(const std::string& command, ExitStatus ifRefused) {
@@ -119,9 +121,10 @@ void Program::Stop() {
 
 void Program::ChoosePort(const std::string& port) {
   screen_.talks = true;
-  givenPort_ = port;
-  port_ = FindPort(world_.names, port);
-  Do("select ProductMenu.COMCbo " + port_, ExitStatus::NoPort);
+  const std::string name = FindPort(world_.names, port);
+  screen_.portName = name, screen_.portGiven = port;
+  Do("select ProductMenu.COMCbo " + name, ExitStatus::NoPort);
+  opens_ = app_.comm.Opens();
 }
 
 void Program::OpenWizard() { Do("click ProductMenu.ConfigureCmd", ExitStatus::WrongUsage); }
@@ -137,7 +140,7 @@ void Program::Upload() {
   const Form& wizard = Wizard();
   const bool read = wizard.Get<Label>("SourceLbl").Words().starts_with("Read from ");
   if (read && !wizard.Get<Image>("StatusMark").Visible) return;
-  throw Failure(ExitStatus::NoAnswer, WithDevice(wizard.Get<Label>("StatusLbl").Words()));
+  throw Failure(StatusOf(ExitStatus::NoAnswer), screen_.ForUser(wizard.Get<Label>("StatusLbl").Words()));
 }
 
 void Program::Open(const std::string& path) {
@@ -201,7 +204,7 @@ void Program::Download(bool verifies) {
       world_.Confirm("The " + target.product + " has acknowledged the configuration. Next it is read back.\n" + text);
     };
   }
-  state_ = "Nothing has been sent.";
+  state_ = NothingSent;
   const auto atReminder = [this](const std::string& text) {
     world_.Confirm(text);
     if (world_.stopped) return;
@@ -211,23 +214,19 @@ void Program::Download(bool verifies) {
     FinishDownload(atReminder, readBack);
     if (screen_.TakeMissing() > 0) throw Failure(ExitStatus::NoAnswer, "The download has not come to its end.");
   } catch (const Failure& failure) {
+    if (failure.status == ExitStatus::NoPort) throw Failure(failure.status, failure.what() + ("\n" + NothingSent));
     if (failure.status != ExitStatus::NoAnswer) throw;
     if (IsLoaded(CompareForm::FormName)) {
       const auto& comparison = dynamic_cast<const CompareForm&>(FormOf(CompareForm::FormName));
       throw Failure(ExitStatus::Different, failure.what() + ("\n" + DifferenceLines(comparison.Differences())));
     }
-    if (acknowledged) throw;
+    if (acknowledged) throw Failure(ExitStatus::Different, failure.what());
     throw Failure(ExitStatus::NoAnswer, failure.what() + ("\n" + state_));
   }
   state_.clear();
 }
 
-void Program::ReadDeviceInfo() {
-  if (FindProduct(target.product).deviceInfoTop == Hidden) {
-    throw Failure(ExitStatus::WrongUsage, "The " + target.product + " does not tell what it is.");
-  }
-  Do("click ProductMenu.DeviceInfoCmd", ExitStatus::NoAnswer);
-}
+void Program::ReadDeviceInfo() { Do("click ProductMenu.DeviceInfoCmd", ExitStatus::NoAnswer); }
 
 void Program::InstallFirmware(const std::string& path) {
   Do("click ProductMenu.UpgradeCmd", ExitStatus::WrongUsage);
@@ -236,12 +235,12 @@ void Program::InstallFirmware(const std::string& path) {
   Click("NextCmd", ExitStatus::FileRefused);
   const Form& form = FormOf(wizard_);
   world_.RequireUser();
-  world_.Confirm(form.Get<Label>("Label1").Words() + "\n" + form.Get<Label>("Label2").Words());
-  world_.LeaveIfStopped("Nothing has been sent.");
+  world_.Confirm(screen_.ForUser(form.Get<Label>("Label1").Words() + "\n" + form.Get<Label>("Label2").Words()));
+  world_.LeaveIfStopped(NothingSent);
   state_ = "If erasing had begun, the " + target.product + " has no firmware: install it again.";
   Click("NextCmd", ExitStatus::NoAnswer);
   const std::string end = FormOf(wizard_).Get<Label>("ProgressInfoLbl").Words();
-  if (end != Installed) throw Failure(ExitStatus::NoAnswer, end + "\n" + state_);
+  if (end != Installed) throw Failure(ExitStatus::NoAnswer, screen_.ForUser(end) + "\n" + state_);
 }
 
 }  // namespace vk32

@@ -60,10 +60,10 @@ class Program {
   /// Ends a step. `refusal`: empty if it was carried out.
   void Judge(const std::string& refusal, ExitStatus ifRefused);
   void Click(const std::string& control, ExitStatus ifRefused) { Do("click " + wizard_ + "." + control, ifRefused); }
+  /// NoPort in place of NoAnswer if the port has not been opened since it was chosen: another program has taken it.
+  ExitStatus StatusOf(ExitStatus ifRefused) const;
   /// What the page says of a value that is refused, on a line of its own; empty if nothing.
   std::string Hint() const;
-  /// Says which device a port name stands for that the user has not given.
-  std::string WithDevice(const std::string& words) const;
   /// The box that asks to press the Configure button, which the user confirms.
   void ExpectReminder();
   /// Clicks FINISH to write. Whatever is refused before the device is asked for is a value. `atReadBack`: at the second
@@ -76,8 +76,8 @@ class Program {
   CliScreen screen_;
   App app_;
   ScriptSession script_;
-  std::string wizard_, port_;
-  std::string givenPort_;  // as the user names it
+  std::string wizard_;
+  int opens_ = 0;      // of ports, when the port was chosen
   std::string state_;  // of the device, for a user who stops the command
 };
 

@@ -6,6 +6,7 @@
 #include <span>
 #include <vector>
 
+#include "cli/Edit.h"
 #include "forms/Tables.h"
 #include "models/mapping/MappingTable.h"
 #include "script/Quoting.h"
@@ -68,22 +69,27 @@ std::vector<EditorText> AddressTexts(const Cell& cell, const std::string& value)
   return {{cell.second, value}};
 }
 
-std::vector<EditorText> TextsFor(const Cell& cell, const std::string& value) {
+std::vector<EditorText> TextsFor(const Cell& cell, const RowCell& wanted) {
+  const std::string& value = wanted.value;
   if (cell.label == std::string_view(StartAddress)) return AddressTexts(cell, value);
   if (cell.codes != nullptr) {
-    for (const MappingCode& code : cell.codes()) {
-      if (value == code.rowText) return {{cell.field, code.listText}};
-    }
+    std::vector<std::string> texts;
+    for (const MappingCode& code : cell.codes()) texts.emplace_back(code.rowText);
+    return {{cell.field, cell.codes()[FindEntry(wanted.row, texts, value)].listText}};
   }
   const std::size_t at = cell.separator.empty() ? std::string::npos : value.find(cell.separator);
   if (at == std::string::npos) return {{cell.field, value}};
   return {{cell.field, value.substr(0, at)}, {cell.second, value.substr(at + cell.separator.size())}};
 }
 
-void FillIn(Program& program, const Editor& editor, const EditorText& text) {
-  const std::string target = std::string(editor.form) + "." + text.field;
-  const bool list = dynamic_cast<const ComboBox*>(program.FormOf(editor.form).Find(text.field)) != nullptr;
-  program.Do((list ? "select " : "type ") + target + " " + Quote(text.text), ExitStatus::DoesNotFit);
+/// `row`: of the cell that it is for.
+void FillIn(Program& program, const Editor& editor, const ListedValue& row, const EditorText& text) {
+  const std::string target = std::string(editor.form) + "." + text.field + " ";
+  std::string command = "type " + target + Quote(text.text);
+  if (const auto* list = dynamic_cast<const ComboBox*>(program.FormOf(editor.form).Find(text.field))) {
+    command = "select " + target + Quote(list->Entries()[FindEntry(row, list->Entries(), text.text)]);
+  }
+  program.Do(command, ExitStatus::DoesNotFit);
 }
 
 }  // namespace
@@ -101,11 +107,11 @@ void EditRow(Program& program, const Control& cell, const RowCells& cells) {
   Form& wizard = program.Wizard();
   program.Act([&] { wizard.Get<CommandButton>(row > used ? editor.add : editor.edit).OnClick.Run(wizard, 0); },
               ExitStatus::DoesNotFit);
-  FillIn(program, editor, {"SlotLst", std::to_string(row)});
+  program.Do("select " + std::string(editor.form) + ".SlotLst " + std::to_string(row), ExitStatus::DoesNotFit);
   for (const Cell& part : editor.cells) {
     const auto value = cells.find(part.label);
     if (value == cells.end()) continue;
-    for (const EditorText& text : TextsFor(part, value->second)) FillIn(program, editor, text);
+    for (const EditorText& text : TextsFor(part, value->second)) FillIn(program, editor, value->second.row, text);
   }
   program.Do("click " + std::string(editor.form) + "." + editor.button, ExitStatus::DoesNotFit);
   if (!program.IsLoaded(editor.form)) return;

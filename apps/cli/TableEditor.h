@@ -5,11 +5,16 @@
 #include <string>
 
 #include "cli/Program.h"
+#include "listing/Listing.h"
 
 namespace vk32 {
 
-/// New texts of a row's cells, by the names of their labels.
-using RowCells = std::map<std::string, std::string>;
+struct RowCell {
+  ListedValue row;  // of the listing
+  std::string value;
+};
+/// What a row's cells become, by the names of their labels.
+using RowCells = std::map<std::string, RowCell>;
 
 /// Whether the cell's row has an editor.
 bool HasEditor(const Control& cell);

@@ -141,9 +141,7 @@ const QPixmap& Theme::ButtonPicture(int number, QSize size, bool enabled, qreal 
   return at->second;
 }
 
-QPixmap Theme::Icon(QSize size, qreal scale) {
-  return DrawPicture(QStringLiteral(":/pictures/icon.svg"), size, scale);
-}
+QPixmap Theme::Icon(QSize size, qreal scale) { return DrawPicture(QStringLiteral(":/pictures/icon.svg"), size, scale); }
 
 QPixmap DrawPicture(const QString& file, QSize size, qreal scale) {
   QPixmap picture(size * scale);

@@ -4,6 +4,7 @@
 #include <sstream>
 #include <utility>
 
+#include "platform/Files.h"
 #include "script/Quoting.h"
 
 namespace vk32 {
@@ -77,9 +78,11 @@ std::optional<std::string> ScriptScreen::AskFile(const FileDialogRequest& reques
     path = std::move(files_.front());
     files_.pop_front();
   }
-  const char* const kind = request.kind == FileDialogRequest::Kind::Save ? "save" : "open";
+  const bool saves = request.kind == FileDialogRequest::Kind::Save;
+  const char* const kind = saves ? "save" : "open";
   print_(std::string("dialog ") + kind + " " + Quote(request.title) + " " + Quote(request.filter) + " -> " +
          (path ? Quote(*path) : "cancelled"));
+  if (strict && saves && path && failure_.empty()) failure_ = WhyNotWritable(*path);
   return path;
 }
 

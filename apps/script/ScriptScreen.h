@@ -40,7 +40,8 @@ class ScriptScreen : public Screen {
   /// Shows a text at the terminal and waits for Enter, while events run; false if it can't come any more. Empty: there
   /// is no terminal.
   std::function<bool(const std::string& text)> WaitForEnter;
-  bool strict = false;  // a critical box that is not expected fails the command under way
+  /// A critical box that is not expected fails the command under way, and so does a place where nothing can be saved.
+  bool strict = false;
   /// Why the command under way, or the next one, fails; empty if nothing went wrong. The new value takes its place.
   std::string ExchangeFailure(std::string failure = {});
   bool Faulted() const { return faulted_; }

@@ -100,7 +100,7 @@ Listing BackstageReader::ShowSent(const SentParameters& sent, const WizardKind& 
 }
 
 std::string BackstageReader::Why() const {
-  return stage_.screen.told.empty() ? "Not all of it came." : stage_.screen.told.back();
+  return stage_.screen.told.empty() ? "Nothing came, or not all of it." : stage_.screen.told.back();
 }
 
 }  // namespace vk32

@@ -116,7 +116,7 @@ Bytes ReadImage(Conversation& conversation, std::int32_t total, std::int32_t hea
   ReadBytes(conversation, data, total - headerLength);
   const int came = conversation.exchange.Done();
   if (came < total) {
-    conversation.exchange.Refuse(Str(came) + " of " + Str(total) + " bytes came; what came was taken");
+    conversation.exchange.Refuse(Str(came) + " of " + Str(total) + " bytes came");
   }
   Send(conversation, Bytes(1, Ack));
   data.resize(data.size() < 2 ? 0 : data.size() - 2);
@@ -145,16 +145,7 @@ bool DownloadImage(Conversation& conversation) {
   App& app = conversation.app;
   const int registers = static_cast<int>(app.globals.ConfigImage.size()) / 2;
   const int allowed = CLng((registers * 0.1 + 5) * 1000);  // ms
-  Bytes frame;
-  try {
-    frame = BuildFrame(app.globals, conversation.product, ImageFrame::Code);
-  } catch (const RuntimeFault&) {
-    app.forms.MsgBox(
-        "The configuration can't be sent: the bytes of an image message may add up to 32767 at most, and "
-        "these add up to more.\r\nUse fewer mapping slots or smaller numbers, and click FINISH again.",
-        MessageIcon::Critical, "Error!");
-    return false;
-  }
+  const Bytes frame = BuildFrame(app.globals, conversation.product, ImageFrame::Code);
   SetTimeOut(conversation, allowed);
   OpenExchange(conversation, Exchange::Kind::Writing, Exchange::Unit::Byte, frame.size());
   conversation.exchange.Next("the configuration");

@@ -19,6 +19,8 @@ struct FieldPlace {
 class DoesNotFit : public RuntimeFault {
  public:
   DoesNotFit(const FieldPlace& place, const std::string& advice);
+  /// Of all fields together.
+  explicit DoesNotFit(const std::string& description) : RuntimeFault(Overflow, description) {}
 
   /// The same beside the field: "Slot 3, Low: enter a number from 0 to 255"
   const std::string& Hint() const { return hint_; }
@@ -26,7 +28,7 @@ class DoesNotFit : public RuntimeFault {
 
  private:
   std::string hint_;
-  ControlName control_;
+  ControlName control_{""};
 };
 
 // What to enter into a field of one byte, or of a word.

@@ -67,8 +67,11 @@ std::int32_t Conversation::CommWrite(const Bytes& data) {
   if (IsOver()) return -1;
   sentLast_ = data;
   const std::int32_t left = app.comm.CommWrite(port, data, [this] { return IsOver(); });
-  if (left < 0) exchange.PortFailed("has failed", app.comm.LastMessage());
-  exchange.Sent(data, left);
+  if (left < 0) {
+    exchange.PortFailed("has failed", app.comm.LastMessage());
+  } else {
+    exchange.Sent(data, left);
+  }
   return left;
 }
 

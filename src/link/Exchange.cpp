@@ -130,7 +130,7 @@ void Exchange::Sent(const Bytes& message, std::int32_t left) {
   came_.clear();
   AppendShown(sent_, message);
   sentLength_ = static_cast<int>(message.size());
-  left_ = std::max(left, 0);
+  left_ = left;
   cameLength_ = 0;
   if (kind_ == Kind::Writing && unit_ == Unit::Byte) Advance(left_);
 }

@@ -47,7 +47,7 @@ class Exchange {
 
   /// `what`: the rest of a sentence that the port begins; `words`: the system's, and what to do behind a colon.
   void PortFailed(const std::string& what, const std::string& words);
-  /// `left`: how many of its bytes have left; negative: the port has failed.
+  /// `left`: how many of its bytes have left.
   void Sent(const Bytes& message, std::int32_t left);
   void Came(const Bytes& chunk);
   /// For so many bytes; 0: for an ACK.

@@ -58,6 +58,7 @@ std::int32_t modCOMM::CommOpen(std::int32_t port, const std::string& name, const
     record.Handle = driver_.Open("\\\\.\\" + name);
     if (record.Handle == SerialDriver::InvalidHandle) return CommSetLastError("CommOpen (CreateFile)");
     record.Open = true;
+    ++opens_;
     if (!driver_.SetupQueues(record.Handle, QueueSize, QueueSize)) return CommSetLastError("CommOpen (SetupComm)");
     if (!driver_.Purge(record.Handle, PurgeAll)) return CommSetLastError("CommOpen (PurgeComm)");
     if (!driver_.SetTimeouts(record.Handle, Timeouts)) return CommSetLastError("CommOpen (SetCommTimeouts)");

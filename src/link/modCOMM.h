@@ -40,6 +40,8 @@ class modCOMM {
 
   /// From a successful CommOpen until CommClose.
   bool IsOpen(std::int32_t port) const;
+  /// How often a port has been opened.
+  int Opens() const { return opens_; }
   /// A descriptor that becomes readable when bytes come on the port; -1: there is none.
   int WaitHandle(std::int32_t port);
   /// For the end of the program.
@@ -64,6 +66,7 @@ class modCOMM {
   SerialDriver& driver_;
   Dispatcher& dispatcher_;
   std::array<CommPort, 32> CommPorts;
+  int opens_ = 0;
   std::int32_t CommLastError = 0;
   std::string CommLastSource;
   std::string CommLastMessage;

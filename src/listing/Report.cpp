@@ -40,7 +40,7 @@ std::string Escaped(std::string_view text) {
 }
 
 std::string Cell(const char* tag, std::string_view bytes) {
-  return std::string("<") + tag + ">" + Escaped(ToUtf8(bytes)) + "</" + tag + ">";
+  return std::string("<") + tag + ">" + Escaped(Printable(bytes)) + "</" + tag + ">";
 }
 
 std::string HeadRow(const char* name, const std::string& value) {
@@ -133,9 +133,12 @@ std::string ToUtf8(std::string_view bytes) {
 }
 
 std::string Printable(std::string_view bytes) {
-  std::string text = ToUtf8(bytes);
-  for (char& c : text) c = static_cast<unsigned char>(c) < 32 || c == 127 ? '?' : c;
-  return text;
+  std::string text(bytes);
+  for (char& c : text) {
+    const auto byte = static_cast<unsigned char>(c);
+    if (byte < 32 || (byte >= 127 && byte < 160)) c = '?';
+  }
+  return ToUtf8(text);
 }
 
 std::string TextReport(const Listing& listing) {

@@ -13,7 +13,7 @@ std::string ToUtf8(std::string_view bytes);
 /// Without what no row shows: the rows of a table that are empty, and what its page doesn't show.
 Listing ForReading(Listing listing);
 
-/// In UTF-8, on one line.
+/// In UTF-8, on one line, with "?" for what commands a terminal.
 std::string Printable(std::string_view bytes);
 /// Page by page, in UTF-8, as a person reads it in a terminal or a text file.
 std::string TextReport(const Listing& listing);

@@ -6,6 +6,7 @@
 #include <sstream>
 #include <tuple>
 
+#include "cli/Csv.h"
 #include "models/WizardUser.h"
 
 namespace vk32 {
@@ -50,12 +51,14 @@ TEST(CommandLine, WhatIsReadComesBackFromTheDeviceThatItIsWrittenTo) {
     Cli cli(&device);
     EXPECT_EQ(cli.Run("read " + kind + " --port COM3 -y -o %/a.cfg")[0], '0') << cli.err.str();
     cli.driver.Plug("COM3", &other);
-    EXPECT_EQ(cli.Run("write %/a.cfg --port COM3 -y --verify --backup %/old")[0], '0') << cli.err.str();
+    for (int time : {1, 2}) {
+      EXPECT_EQ(cli.Run("write %/a.cfg --port COM3 -y --verify --backup %/old")[0], '0') << time << cli.err.str();
+    }
     EXPECT_EQ(cli.Run("diff %/a.cfg " + kind + "@COM3 -y"), "0: No field differs.\n") << cli.out.str();
     EXPECT_EQ(cli.Run("check %/a.cfg")[0], '0') << cli.out.str();
     EXPECT_EQ(cli.Run("read " + kind + " --port COM3 -y")[0], '0') << cli.err.str();
     EXPECT_EQ(cli.out.str(), cli.Content("a.cfg")) << kind;
-    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(cli.folder + "/old"), {}), 1) << kind;
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(cli.folder + "/old"), {}), 2) << kind;
   }
 }
 
@@ -88,6 +91,8 @@ TEST(CommandLine, ADeviceThatDoesNotAcknowledgeIsNeverDone) {
       {"write %/a.cfg --port COM3 -y", at(&M::silent, true), "3: A timeout"},
       {"write %/a.cfg --port COM3 -y", at(&M::unplugAfter, 100), "3"},
       {"write %/a.cfg --port COM3 -y --backup %/old", at(&M::silent, true), "3: COM3 did not answer within 3 s"},
+      {"write %/a.cfg --port COM3 -y --verify", at(&M::shortBy, 9), "1: "},
+      {"read RB2000 --port /dev/null -y", at(&M::silent, true), "3: /dev/null did not answer within 3 s"},
       {"info VK5300 --port COM3 -y", at(&M::infoPieces, 1), "3: A timeout"},
       {"firmware %/f.rom --port COM3 -y", at(&M::silent, true), "3: Press the Configuration Button"},
       {"firmware %/f.rom --port COM3 -y", at(&M::noReady, true), "3: An error has occured"},
@@ -101,11 +106,23 @@ TEST(CommandLine, ADeviceThatDoesNotAcknowledgeIsNeverDone) {
     Cli cli(&good);
     cli.Run("read RB2000 --port COM3 -y -o %/a.cfg");
     std::filesystem::copy_file(VK32_EXAMPLES "/example.rom", cli.folder + "/f.rom");
-    cli.driver.Plug("COM3", &bad);
+    for (const char* port : {"COM3", "COM1"}) cli.driver.Plug(port, &bad);
     EXPECT_TRUE(cli.Run(command).starts_with(told)) << command << "\n" << cli.err.str();
     EXPECT_EQ(cli.err.str().find('\r'), std::string::npos) << "a terminal wants lines";
     EXPECT_EQ(cli.Content("b.cfg"), "") << command;
     EXPECT_EQ(cli.driver.WaitHandle(1), -1) << command;
+  }
+}
+
+TEST(CommandLine, APortThatIsTakenWhileTheQuestionStandsIsNoSilence) {
+  for (const std::string command : {"read RB2000", "write %/a.cfg", "firmware " VK32_EXAMPLES "/example.rom"}) {
+    GatewayDevice device("RB2000");
+    Cli cli(&device);
+    cli.Run("read RB2000 --port COM3 -y -o %/a.cfg");
+    cli.world.console.waitForEnter = [&](const std::string&) { return cli.driver.Fail("Open", 32), true; };
+    const std::string told = cli.Run(command + " --port COM3");
+    EXPECT_TRUE(told.starts_with("4: ") && told.find("Sent last") == std::string::npos) << told;
+    EXPECT_EQ(told.ends_with("Nothing has been sent.\n"), command[0] == 'w') << told;
   }
 }
 
@@ -134,7 +151,7 @@ TEST(CommandLine, WhatCanNotBeDoneIsToldByItsStatus) {
       {"read RB9999 --port COM3 -y", "2: There is no product RB9999. Choose one of VK5300, "},
       {"read VK-RTX --port COM3 -y", "2: Which model of the VK-RTX?"},
       {"read RB2000 --port COM3", "2: You are asked to make the device ready"},
-      {"info RB2000 --port COM3 -y", "2: The RB2000 does not tell what it is."},
+      {"info VK-RTX --port COM3 -y", "2: The VK-RTX does not tell what it is."},
       {"read RB2000 --port COM4 -y", "4: UNABLE TO OPEN COM PORT"},
       {"read RB2000 --port %/none -y", "4: There is no port "},
       {"read RB2000 --port COM3 -y -o %/none/a.cfg", "5: "},
@@ -226,10 +243,11 @@ TEST(CommandLine, FilesAreListedComparedAndChangedByTheNamesOfTheirFields) {
 0
 63
 10
-"10.0.0.1"
+"10.0.0."
 "255.0.0.0"
-"<b>&"
-3
+)"
+                                            "\"<b>&\x9b\"\n"
+                                            R"(3
 0
 300
 )"));
@@ -240,10 +258,11 @@ TEST(CommandLine, FilesAreListedComparedAndChangedByTheNamesOfTheirFields) {
   const std::tuple<std::string, const char*, std::string> rows[] = {
       {"show %/rb2000", "0: ", "  CHB - Modbus Protocol Settings\n    Modbus Device Type: Slave\n"},
       {"show %/rb2000 --json", "0: ", "\"field\": \"Specific Address\",\n      \"value\": \"17\""},
-      {"show " + vk5300.Path() + " --html", "0: ", "<td>&lt;b&gt;&amp;</td>"},
+      {"show " + vk5300.Path() + " --html", "0: ", "<td>&lt;b&gt;&amp;?</td>"},
       {"check %/rb2000 " + vk5300.Path(), "6: Not all files",
-       "Default Gateway is \"<b>&\". Default Gateway: enter four numbers from 0 to 255, parted by points\n" +
+       "Default Gateway is \"<b>&?\". Default Gateway: enter four numbers from 0 to 255, parted by points\n" +
            vk5300.Path() + ": Ethernet Settings/Socket Timeout is \"300\". "},
+      {"check [a,b]", "5: ", "[a,b] can't be read"},
       {"diff %/rb2000 %/vkrtx-df1", "1: ", "Gateway: Product\n  - RB2000\n  + VK-RTX\n"},
       {"diff %/rb2000 %/nothing", "5: ", ""},
       {"set %/rb2000 Stop=1 -o %/x",
@@ -256,15 +275,16 @@ TEST(CommandLine, FilesAreListedComparedAndChangedByTheNamesOfTheirFields) {
       {"set %/rb2000 specific@address=3 respond@to@specific@address=no -o %/x", "6: ", ""},
       {"set %/vkrtx-df1 message@timeout=ten -o %/x", "6: Routing Table Setup/Message Timeout would become \"0\"", ""},
       {"set %/vkrtx-df1 slot@4/source@port=Ethernet -o %/x", "6: Slot 4 can't be filled while slot 3 is empty", ""},
+      {"set %/vkrtx-df1 slot@3/source@port=x -o %/x", "6: Routing Table Setup/Slot 3/Source Port takes one of: ", ""},
       {"set %/rb2000 specific@address=3 -o %/x", "0: ", ""},
       {"diff %/rb2000 %/x", "1: 1 field differs.", "  - 17\n  + 3\n"},
-      {"set %/vkrtx-modbus slot@1/modbus@start=31005 slot@1/data@type=Float -o %/x", "0: ", ""},
+      {"set %/vkrtx-modbus slot@1/modbus@start=31005 slot@1/data@type=float -o %/x", "0: ", ""},
       {"diff %/vkrtx-modbus %/x --json", "1: 2 fields differ.", "\"left\": \"40001\",\n      \"right\": \"31005\""},
       {"set %/vkrtx-modbus slot@1/address@range=2@-@9 slot@1/allen@bradley@datafile=9:17 "
        "slot@1/data@points=20 slot@1/allen@bradley@function=ProtTypedRW -o %/x",
        "0: ", ""},
       {"show %/x", "0: ", "Address Range: 2 - 9\n    Modbus Start: 40001\n    Allen Bradley Datafile: 9:17\n"},
-      {"set %/vkrtx-df1 slot@3/source@port=Ethernet slot@3/destination@range@low=7 slot@3/destination@range@high=8 "
+      {"set %/vkrtx-df1 slot@3/source@port=ethernet slot@3/destination@range@low=7 slot@3/destination@range@high=8 "
        "slot@3/destination@port=Ethernet slot@3/ip@address=10.0.0.9 -o %/x",
        "0: ", ""},
       {"show %/x", "0: ", "    Destination Range High: 8\n    Destination Port: Ethernet\n    IP Address: 10.0.0.9\n"}};
@@ -278,6 +298,9 @@ TEST(CommandLine, ABatchKnowsTheStateOfEachGateway) {
   GatewayDevice first("RB2000"), second("RB2000");
   Cli cli(&first);
   std::filesystem::copy_file(VK32_SEEDS "/configuration-file/rb2000.cfg", cli.folder + "/t.cfg");
+  const CsvCells quoted{"a, \"one\"", "b"};
+  std::ofstream(cli.folder + "/quoted.csv") << CsvLine(quoted);
+  EXPECT_EQ(ReadCsv(cli.folder + "/quoted.csv").at(0).cells, quoted);
   const TemporaryFile table("t.csv");
   std::string boxes;
   int confirmed = 0, silentFrom = 5;  // the gateway, the download, the upload; then those of the second row
@@ -294,11 +317,17 @@ TEST(CommandLine, ABatchKnowsTheStateOfEachGateway) {
       {"Name,Specific Address\na,5,6\n", write, "5: ", ""},
       {"Name,Specific Address\na,5\na,6\n", write, "5: ", ""},
       {"Name,Specific Address\na,5\nb,999\n", write, "6: ", ""},
+      {"Name,Specific Address\n\n\n\"a,5\nb,6\n", write, "/t.csv: a cell in line 4 opens with a quote", ""},
+      {"Name,Specific Address\n\"a\"b,5\n", write, "/t.csv: a cell in line 2 opens with a quote", ""},
+      {"Name,specific address,Specific Address\na,5,\n", write, "/t.csv: More than one column", ""},
+      {"Name,Specific Address\na,5\n", write + " --results " + table.Path(), "/t.csv holds something else", ""},
+      {"Name,Specific Address\na,5\n", write + " --results %/no/r.csv", "/no/r.csv can't be written", ""},
       {"Name,Port,Specific Address\na,COM4,5\nb,COM5,6\n", write, "5: ", ""},
       {"Name,Specific Address\na,5\nb,6\n", write + " -y", "5: ", ""},
       {"Name,Specific Address\n\"a, one\",5\nb,6\n", write, "3: ", "a, one: verified\nb: "},
       {"Name,Specific Address\n\"a, one\",5\nb,6\n", write, "0: a, one is done already.", "b: verified\n"},
-      {"Name,Specific Address\n\"a, one\",5\nb,7\n", write, "0: a, one is done already.", "b: verified\n"}};
+      {"Name,Specific Address\n\"a, one\",5\nb,7\n", write, "0: a, one is done already.", "b: verified\n"},
+      {"Name,Specific Address,Port\nb,7,COM4\n", write, "4: ", "b: "}};
   for (const auto& [content, command, told, result] : rows) {
     table.Fill(content);
     const std::string told_ = cli.Run(command);

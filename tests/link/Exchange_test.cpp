@@ -15,13 +15,12 @@ TEST(Exchange, TellsHowFarItIsHowItEndedAndWhatIsKnownOfAFailure) {
        "RB2000|UploadCmd|200|Reading from COM3 0|COM3 did not answer within 3 s. Is the Configure button pressed?"},
       {{.junk = true},
        "RB2000|UploadCmd|1|Reading from COM3 0|What came is no configuration of the RB2000: 15 FF 00 3F"},
-      {{.shortBy = 406},
-       "RB2000|UploadCmd|200|Reading from COM3: 54 of 460 bytes 54|54 of 460 bytes came; what came was taken"},
+      {{.shortBy = 406}, "RB2000|UploadCmd|200|Reading from COM3: 54 of 460 bytes 54|54 of 460 bytes came"},
       {{.shortBy = 462},
        "RB2000|UploadCmd|200|Reading from COM3 0|2 of 4 bytes came within 3 s after the request of the "
        "configuration"},
       {{.unplugAfter = 300},
-       "RB2000|UploadCmd|200|Reading from COM3: 185 of 460 bytes 185|293 of 460 bytes came; what came was taken. COM3 "
+       "RB2000|UploadCmd|200|Reading from COM3: 185 of 460 bytes 185|293 of 460 bytes came. COM3 "
        "has failed: words of 5"},
       {{.silent = true},
        "RB2000|NextCmd|900|Written to COM3: 467 bytes. Waiting for the acknowledgement, 27.4 s at most 467|COM3 did "

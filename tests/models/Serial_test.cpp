@@ -263,8 +263,10 @@ TEST(Serial, AFinishThatFailsLeavesEverythingForAnotherTry) {
   EXPECT_EQ(user.Use("click UploadCmd\nsee ChaSpeedLst"), "reminder\n300");  // silently nothing
   EXPECT_EQ(user.Elapsed(), 3000ms);
   // A save that is cancelled, or that faults, downloads nothing; the old file stays whole.
-  for (const std::string path : {"cancel", "/nowhere/plant.cfg"}) {
-    EXPECT_EQ(user.Use("finish DownSaveOpt " + path + "\npage"), "reminder\nApplyFrame");
+  for (const auto& [path, status] :
+       {std::pair("cancel", "COM3 did not answer "), {"/nowhere/plant.cfg", "plant.cfg could"}}) {
+    EXPECT_EQ(user.Use(std::string("finish DownSaveOpt ") + path + "\npage"), "reminder\nApplyFrame");
+    EXPECT_TRUE(user.Use("see StatusLbl").starts_with(status)) << path;
   }
   user.file.Fill("old");
   user.screen.onFileDialog = [&user] { user.Byte(401) = 256; };
@@ -297,10 +299,15 @@ TEST(Serial, FinishRefusesWhatTheImageCannotHold) {
       "\"Address Mapping, slot 5, File (shown with Modbus Device Type Slave): the device can't hold";
   for (const auto& [kind, master] : {std::pair("RB2000", Rb2000Master), {"RB3000", Rb3000Master}}) {
     GatewayDevice device(kind);
-    WizardUser user(kind, &device);
+    Rb user(kind, &device);
     user.Use("to MappingFrame(0)\ntype ABFileTxt(4) 70000\nback ConfigFrame\n" + master);
     EXPECT_TRUE(user.Use("finish DownOpt").starts_with("box critical \"Error!\" " + words));
     EXPECT_EQ(user.Use("page") + user.driver.written, "MappingFrame(0)");
+    // What adds up to more than its message can tell goes into a file alone.
+    user.Use("again");
+    for (int offset = 100; offset < 230; ++offset) user.Byte(offset) = 255;
+    EXPECT_TRUE(user.Use("finish DownOpt").starts_with("box critical \"Error!\" \"The configuration can't be sent"));
+    EXPECT_EQ(user.driver.written + user.Use("page\nfinish SaveOpt\npage"), "ApplyFrameclosed");
   }
 }
 

@@ -142,6 +142,9 @@ TEST_F(ScriptSessionTest, DialogsTakeThePathsInTheirOrder) {
   EXPECT_EQ(ClickAdd(pick), save + "\"/a b\"\n" + open + "\"/c\\\"\"\n");
   EXPECT_EQ(ClickAdd(pick), save + "cancelled\n" + open + "cancelled\nerror no path was waiting for a file dialog\n");
   EXPECT_EQ(form.FileDlg.FileName.Value(), "/c\"");
+  h.screen.strict = true;
+  h.Do("file /nowhere/x\nfile /c");
+  EXPECT_TRUE(ClickAdd(pick).find("\nerror The folder \"/nowhere\" does not exist") != std::string::npos);
 }
 
 TEST_F(ScriptSessionTest, BoxesAreTheExpectedOnesAndWaitForEnter) {

@@ -5,6 +5,8 @@
 
 #include "core/Convert.h"
 #include "core/DoesNotFit.h"
+#include "link/BuildFrame.h"
+#include "link/Frames.h"
 #include "shell/Subs.h"
 
 namespace vk32 {
@@ -142,12 +144,20 @@ std::string SerialWizard::SlotWords(int slot) {
   return "Slot " + Str(slot + 1) + " (slots " + Str(first) + " to " + Str(last) + "):";
 }
 
-void SerialWizard::BuildParameters(bool) {
+void SerialWizard::BuildParameters(bool sent) {
   try {
     BuildParameterImage();
   } catch (const RuntimeFault&) {
     // Only a master's slots come here unchecked, and only a slave's are shown.
     throw DoesNotFit(FieldThatDoesNotFit(), "Enter a number from 0 to 65535.");
+  }
+  if (!sent) return;
+  try {
+    BuildFrame(app.globals, app.globals.CurrentProduct, ImageFrame::Code);
+  } catch (const RuntimeFault&) {
+    throw DoesNotFit(
+        "The configuration can't be sent: the bytes of an image message may add up to 32767 at most, and these add up "
+        "to more.\r\nUse fewer mapping slots or smaller numbers, and click FINISH again.");
   }
 }
 

@@ -247,7 +247,7 @@ void WizardForm::Finish() {
   const Listing taken = List();
   const SentParameters sent{app.globals.ConfigImage, app.globals.BlockTable};
   if (downloads) ShowConfigureReminder(app);
-  if (saves && !SaveConfigFile(app, *this, app.globals.CurrentProduct, ModelTag())) return;
+  if (saves && !SaveConfigFile(app, *this, app.globals.CurrentProduct, ModelTag())) return TellUnsaved();
   if (saves) Came({"Saved as " + FileName(), "since it was saved as " + FileName(), taken});
   std::string done = saves ? "Saved as " + FileName() : "";
   if (downloads) {
@@ -264,6 +264,11 @@ void WizardForm::Finish() {
   TellInMenu(done);
   if (HasChanged()) Keep();  // what was entered while the others went to the device
   UnloadMe();
+}
+
+void WizardForm::TellUnsaved() {
+  const std::string why = WhyUnsaved();
+  if (!why.empty() && IsLoaded()) status.TellFailure(why);
 }
 
 void WizardForm::TellInMenu(const std::string& words) {
@@ -376,11 +381,13 @@ bool WizardForm::LeaveAllPages() {
 
 bool WizardForm::SaveAskedFor(const Parameters* held) {
   if (SaveConfigFile(app, *this, app.globals.CurrentProduct, ModelTag(), held)) return true;
-  if (const std::string file = FileName(); !file.empty()) {
-    app.forms.MsgBox(file + " could not be written. Choose another folder, or make room in this one.",
-                     MessageIcon::Critical, "Error!");
-  }
+  if (const std::string why = WhyUnsaved(); !why.empty()) app.forms.MsgBox(why, MessageIcon::Critical, "Error!");
   return false;
+}
+
+std::string WizardForm::WhyUnsaved() const {
+  const std::string file = FileName();
+  return file.empty() ? "" : file + " could not be written. Choose another folder, or make room in this one.";
 }
 
 std::string WizardForm::KeptName() const { return app.globals.CurrentProduct + " " + ModelTag(); }

@@ -128,6 +128,10 @@ class WizardForm : public ConfigurationForm {
   bool SaveChanged();
   /// False if no file was written. `held`: in place of the present parameters.
   bool SaveAskedFor(const Parameters* held = nullptr);
+  /// Of the save that has failed; empty if the user has cancelled it.
+  std::string WhyUnsaved() const;
+  /// The wizard stays as it does behind a cancelled dialog; its status says that this was none.
+  void TellUnsaved();
   void BackupCmd_Click();
   void ReportCmd_Click();
   /// For the welcome page of the next wizard of this product and model.
