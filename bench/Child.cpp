@@ -91,6 +91,13 @@ Time Child::ProcessorTime() const {
   return std::chrono::seconds(used.tv_sec) + Time(used.tv_nsec);
 }
 
+Time Child::QueueTime() const {
+  std::ifstream schedule("/proc/" + std::to_string(pid_) + "/schedstat");
+  Time::rep ran = 0, waited = 0;
+  if (!(schedule >> ran >> waited)) throw std::runtime_error("the system does not tell how long a program waits");
+  return Time(waited);
+}
+
 double Child::ResidentMegabytes() const { return StatusNumber("/proc/" + std::to_string(pid_), "VmRSS:") / 1024; }
 
 double Child::Sleeps() const {

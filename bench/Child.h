@@ -30,6 +30,8 @@ class Child {
   void Await();
 
   Time ProcessorTime() const;
+  /// How long it could have run, but others had the processor; known until the destructor.
+  Time QueueTime() const;
   double ResidentMegabytes() const;
   /// How often its threads have slept so far, each time to be woken.
   double Sleeps() const;

@@ -49,9 +49,7 @@ void Transfer(Product& product) {
   if (!target.HasStored()) throw std::runtime_error(std::string(product.kind) + ": the download has failed");
   product.upload.Add(Share(product.kind, up, source.ByteTime()));
   product.download.Add(Share(product.kind, down, target.ByteTime()));
-  Figures gaps;
-  for (const Time gap : down.gaps) gaps.Add(Milliseconds(gap));
-  if (!down.gaps.empty()) product.gap.Add(gaps.Median());
+  for (const Time gap : down.gaps) product.gap.Add(Milliseconds(gap));
 }
 
 void Transfers(Table& table) {

@@ -127,7 +127,7 @@ void MakeFiles(World& world, const BatchOptions& options, const std::string& fol
     if (!first) first = failure;
   };
   for (Row& row : rows) {
-    world.loop.RunDue();
+    world.LookForStop();
     row.file = folder + "/" + row.name + ".cfg";
     try {
       if (!program) program.emplace(world, target);

@@ -178,8 +178,7 @@ void ShowDifferences(World& world, const std::string& left, const std::string& r
 void CheckFiles(World& world, const std::vector<std::string>& files) {
   std::optional<Failure> first;
   for (const std::string& file : files) {
-    world.loop.RunDue();
-    world.LeaveIfStopped("");
+    world.LookForStop();
     try {
       const std::vector<std::string> misfits = MisfitsOf(world, file);
       for (const std::string& misfit : misfits) world.console.out << file << ": " << misfit << "\n";

@@ -31,6 +31,12 @@ void World::Stop() {
   if (running != nullptr) running->Stop();
 }
 
+void World::LookForStop() {
+  loop.Wait({-1, WaitFor::ToRead, loop.Now()});
+  loop.RunDue();
+  LeaveIfStopped("");
+}
+
 void World::RequireUser() const {
   if (console.yes || console.waitForEnter) return;
   throw Failure(

@@ -53,6 +53,8 @@ struct World {
   void LeaveIfStopped(const std::string& state) const {
     if (stopped) throw Failure(ExitStatus::Stopped, state.empty() ? "Stopped." : "Stopped. " + state);
   }
+  /// Takes what has come from the user, without waiting: for work that waits for nothing. Failure if that is a stop.
+  void LookForStop();
   /// Failure where the user would have to confirm something and nobody can be asked.
   void RequireUser() const;
   /// Asks the user to press Enter; what does not come is a stop.

@@ -6,6 +6,7 @@
 #include <sstream>
 #include <tuple>
 
+#include "cli/Csv.h"
 #include "models/WizardUser.h"
 
 namespace vk32 {
@@ -171,7 +172,6 @@ TEST(CommandLine, StoppedAtAnyTimeItEndsTheConversation) {
        {std::pair("read VK-RTX-DF1 --port COM3 -o %/b.cfg", std::vector{0ms, 20ms, 150ms}),
         {"write %/a.cfg --port COM3", {0ms, 20ms, 150ms}},
         {"batch %/a.cfg %/t.csv --out %/out", {0ms}},
-        {"check %/a.cfg", {0ms}},
         {"firmware %/f.rom --port COM3", {0ms, 500ms, 2000ms, 3500ms}}}) {
     for (const Time moment : moments) {
       GatewayDevice paced("VK-RTX-DF1", {}, true);
@@ -298,6 +298,9 @@ TEST(CommandLine, ABatchKnowsTheStateOfEachGateway) {
   GatewayDevice first("RB2000"), second("RB2000");
   Cli cli(&first);
   std::filesystem::copy_file(VK32_SEEDS "/configuration-file/rb2000.cfg", cli.folder + "/t.cfg");
+  const CsvCells quoted{"a, \"one\"", "b"};
+  std::ofstream(cli.folder + "/quoted.csv") << CsvLine(quoted);
+  EXPECT_EQ(ReadCsv(cli.folder + "/quoted.csv").at(0).cells, quoted);
   const TemporaryFile table("t.csv");
   std::string boxes;
   int confirmed = 0, silentFrom = 5;  // the gateway, the download, the upload; then those of the second row

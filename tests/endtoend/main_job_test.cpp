@@ -277,7 +277,7 @@ TEST(EndToEnd, ATraceIsPlayedAndSaysWhetherAllOfItWasAsked) {
   }
 }
 
-TEST(EndToEnd, CtrlCEndsACommandThatWaits) {
+TEST(EndToEnd, CtrlCEndsACommandThatWaitsOrIsBusy) {
   const int host = posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC);
   EXPECT_EQ(grantpt(host) + unlockpt(host), 0);
   const std::string path = ptsname(host);
@@ -289,6 +289,11 @@ TEST(EndToEnd, CtrlCEndsACommandThatWaits) {
   EXPECT_EQ(command.Rest().substr(0, 8), "Stopped.");
   EXPECT_EQ(command.Wait(), 7);
   close(device), close(host);
+  std::vector<std::string> words(300, VK32_EXAMPLES "/batch/template.cfg");
+  words[0] = "check";
+  Process busy("vk32-cli", words, "/tmp");
+  busy.Line(), busy.Signal(SIGINT), busy.Rest();
+  EXPECT_EQ(busy.Wait(), 7);
 }
 
 TEST(EndToEnd, ExitStatuses) {
