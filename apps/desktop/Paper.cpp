@@ -10,6 +10,7 @@
 #include <QPdfWriter>
 #include <QRegularExpression>
 #include <QTextBlock>
+#include <QTextCursor>
 #include <QTextDocument>
 #include <QTextTable>
 
@@ -62,21 +63,38 @@ QRectF PlaceOf(const QTextTable& table, int row) {
   return place;
 }
 
-/// Qt breaks the lines of a row over two pages: it is moved down to the second one.
-void KeepRowsWhole(const QTextDocument& document) {
+/// How far down the next page is for what does not fit on its own but on one; else 0.
+qreal ToNextPage(const QTextDocument& document, const QRectF& place) {
   const qreal page = document.pageSize().height();
-  for (QTextFrame* frame : document.rootFrame()->childFrames()) {
-    auto* const table = qobject_cast<QTextTable*>(frame);
-    for (int row = 0; table && row < table->rows(); ++row) {
-      const QRectF place = PlaceOf(*table, row);
-      const qreal next = (std::floor(place.top() / page) + 1) * page;
-      if (place.bottom() <= next || place.height() > page) continue;
-      for (int column = 0; column < table->columns(); ++column) {
-        QTextTableCell cell = table->cellAt(row, column);
-        QTextTableCellFormat format = cell.format().toTableCellFormat();
-        format.setTopPadding(format.topPadding() + next - place.top());
-        cell.setFormat(format);
-      }
+  const qreal next = (std::floor(place.top() / page) + 1) * page;
+  return place.bottom() <= next || place.height() > page ? 0 : next - place.top();
+}
+
+/// The headings right above a table go where its first row below the head is.
+void KeepHeadings(const QTextTable& table) {
+  QTextBlock first;
+  for (QTextBlock block = table.firstCursorPosition().block().previous(); block.blockFormat().headingLevel() > 0;
+       block = block.previous()) {
+    first = block;
+  }
+  if (!first.isValid()) return;
+  const QRectF heading = table.document()->documentLayout()->blockBoundingRect(first);
+  const int row = std::min(table.format().headerRowCount(), table.rows() - 1);
+  if (ToNextPage(*table.document(), heading | PlaceOf(table, row)) == 0) return;
+  QTextBlockFormat format = first.blockFormat();
+  format.setPageBreakPolicy(QTextFormat::PageBreak_AlwaysBefore);
+  QTextCursor(first).setBlockFormat(format);
+}
+
+/// Qt breaks the lines of a row over two pages: it is moved down to the second one.
+void KeepRowsWhole(const QTextTable& table) {
+  for (int row = 0; row < table.rows(); ++row) {
+    const qreal down = ToNextPage(*table.document(), PlaceOf(table, row));
+    for (int column = 0; column < table.columns() && down > 0; ++column) {
+      QTextTableCell cell = table.cellAt(row, column);
+      QTextTableCellFormat format = cell.format().toTableCellFormat();
+      format.setTopPadding(format.topPadding() + down);
+      cell.setFormat(format);
     }
   }
 }
@@ -99,7 +117,12 @@ std::string PdfOf(const std::string& html) {
     document.setHtml(ForPaper(html));
     document.setPageSize(writer.pageLayout().paintRectPixels(DotsPerInch).size());
     document.setDocumentMargin(0);
-    KeepRowsWhole(document);
+    for (QTextFrame* frame : document.rootFrame()->childFrames()) {
+      const auto* table = qobject_cast<QTextTable*>(frame);
+      if (!table) continue;
+      KeepHeadings(*table);
+      KeepRowsWhole(*table);
+    }
     writer.setTitle(document.metaInformation(QTextDocument::DocumentTitle));
     document.print(&writer);
   }

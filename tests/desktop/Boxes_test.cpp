@@ -152,6 +152,19 @@ TEST(Paper, HoldsARowOnOnePage) {
   EXPECT_EQ(pdf.count("/Type /Page\n"), 4);
 }
 
+TEST(Paper, KeepsAHeadingWithItsTable) {
+  const auto pages = [](int above, int below) {
+    const auto rows = [](int count) {
+      return "<table>" + QByteArray("<tr><th>Row").repeated(count).toStdString() + "</table>";
+    };
+    return QByteArray::fromStdString(PdfOf(rows(above) + "<h2>Head</h2>" + rows(below))).count("/Type /Page\n");
+  };
+  int fit = 40, moved = 0;
+  while (pages(40, fit + 1) == 2) ++fit;
+  for (int above = 41; above < 54; ++above) moved += pages(above, 40 + fit - above) == 3;
+  EXPECT_GT(moved, 0) << "what it takes along needs a third page";
+}
+
 TEST(Texts, AreTurnedIntoQtsOwnAndBack) {
   const std::string filter = "Settings (*.cfg)|*.cfg|Both|*.cfg;*.rom|All Files (*.*)|*.*", bytes("\x00\x7F\xFFz", 4);
   EXPECT_EQ(NameFilters(filter), (QStringList{"Settings (*.cfg)", "Both (*.cfg *.rom)", "All Files (*)"}));
