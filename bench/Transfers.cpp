@@ -25,7 +25,7 @@ using namespace std::chrono_literals;
 constexpr std::size_t StreamLength = 8 << 20, XmodemLength = 128 * 4096;
 constexpr std::size_t PacedStreamLength = 32768, PacedXmodemLength = 128 * 64;
 constexpr std::size_t BlockLength = 132, LineStore = 256;
-constexpr int PacedRate = 19200, PairCount = 9;
+constexpr int PacedRate = 19200, PairCount = 21;
 
 /// A file that goes with this object.
 class File {
