@@ -13,7 +13,7 @@
 namespace vk32 {
 namespace {
 
-constexpr int BoxSize = 15, TextLeft = ToPixels(BareMarkWidth);
+constexpr int BoxSize = 15, WordsLeft = ToPixels(BareMarkWidth);
 
 QRect BoxPlace(const QWidget& widget) { return {0, (widget.height() - BoxSize) / 2, BoxSize, BoxSize}; }
 
@@ -61,7 +61,7 @@ bool MarkWidget<Button, MarkControl>::ShowsWords() const {
 
 template <class Button, class MarkControl>
 TextBlock MarkWidget<Button, MarkControl>::Words() const {
-  return {FromWords(control_.Caption.Value()), theme_.Font(TextRole::Body), this->width() - TextLeft,
+  return {FromWords(control_.Caption.Value()), theme_.Font(TextRole::Body), this->width() - WordsLeft,
           control_.Height > 315 ? Wrapping::Words : Wrapping::None};
 }
 
@@ -71,7 +71,7 @@ ControlWidget::Ring MarkWidget<Button, MarkControl>::FocusRing() const {
   if (ShowsWords() && !control_.Caption.Value().empty()) {
     const TextBlock words = Words();
     const int height = std::min(std::max(words.Height(), BoxSize), this->height());
-    area = QRect(0, (this->height() - height) / 2, TextLeft + words.Width(), height);
+    area = QRect(0, (this->height() - height) / 2, WordsLeft + words.Width(), height);
   }
   return {area, 2, false};
 }
@@ -95,7 +95,7 @@ void MarkWidget<Button, MarkControl>::paintEvent(QPaintEvent*) {
   if (!ShowsWords()) return;
   QColor color = this->isEnabled() ? colors::Text : colors::Disabled;
   if (control_.ForeColor != SystemButtonText) color = colors::FromForm(control_.ForeColor);
-  Words().Draw(painter, this->rect().adjusted(TextLeft, 0, 0, 0), Qt::AlignLeft | Qt::AlignVCenter, color, mark_);
+  Words().Draw(painter, this->rect().adjusted(WordsLeft, 0, 0, 0), Qt::AlignLeft | Qt::AlignVCenter, color, mark_);
 }
 
 void CheckWidget::DrawMark(QPainter& painter, const QRectF& box) const {

@@ -15,7 +15,7 @@
 namespace vk32 {
 namespace {
 
-constexpr int TextLeft = 8;  // of a field's text, from its left edge
+constexpr int FieldTextLeft = 8;  // of a field's text, from its left edge
 constexpr int ListButtonWidth = 24;
 constexpr int LineEditMargin = 2;  // that QLineEdit adds by itself
 constexpr int ScrollBarWidth = 20, ThumbMargin = 4, ArrowLength = 20, ShortestThumb = 24;
@@ -152,7 +152,7 @@ void ProgramStyle::drawComplexControl(ComplexControl control, const QStyleOption
 QRect ProgramStyle::subElementRect(SubElement element, const QStyleOption* option, const QWidget* widget) const {
   if (element == SE_LineEditContents) {
     const auto* frame = qstyleoption_cast<const QStyleOptionFrame*>(option);
-    const int side = frame && frame->lineWidth > 0 ? TextLeft - LineEditMargin : 0;
+    const int side = frame && frame->lineWidth > 0 ? FieldTextLeft - LineEditMargin : 0;
     return option->rect.adjusted(side, 0, -side, 0);
   }
   return QProxyStyle::subElementRect(element, option, widget);
@@ -165,7 +165,7 @@ QRect ProgramStyle::subControlRect(ComplexControl control, const QStyleOptionCom
   }
   if (const auto* list = qstyleoption_cast<const QStyleOptionComboBox*>(option); control == CC_ComboBox && list) {
     const QRect area = list->rect;
-    const int left = list->editable ? TextLeft - LineEditMargin : TextLeft;
+    const int left = list->editable ? FieldTextLeft - LineEditMargin : FieldTextLeft;
     if (part == SC_ComboBoxEditField) return area.adjusted(left, 0, -ListButtonWidth, 0);
     if (part == SC_ComboBoxArrow) return area.adjusted(area.width() - ListButtonWidth, 0, 0, 0);
     if (part == SC_ComboBoxFrame) return area;
@@ -189,7 +189,7 @@ int ProgramStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, co
     case PM_ScrollView_ScrollBarSpacing: return 0;
     case PM_FocusFrameHMargin:
       // The entries of a list stand below its text.
-      if (widget && widget->inherits("QComboBoxListView")) return TextLeft - 2;
+      if (widget && widget->inherits("QComboBoxListView")) return FieldTextLeft - 2;
       return QProxyStyle::pixelMetric(metric, option, widget);
     default: return QProxyStyle::pixelMetric(metric, option, widget);
   }
