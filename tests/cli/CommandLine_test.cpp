@@ -98,6 +98,7 @@ TEST(CommandLine, ADeviceThatDoesNotAcknowledgeIsNeverDone) {
       {"firmware %/f.rom --port COM3 -y", at(&M::noReady, true), "3: An error has occured"},
       {"firmware %/f.rom --port COM3 -y", at(&M::noBurn, true), "3: An error has occured"}};
   for (const auto& [command, misbehaviour, told] : rows) {
+    if (Split(command)[3] == "/dev/null" && !PortNames::DeviceIsThere("/dev/null")) continue;  // on Windows
     const std::string product = Split(command)[1];
     GatewayDevice good("RB2000"), bad(product == "VK-RTX" || product == "%/f.rom" ? "VK-RTX-DF1"
                                       : product[0] == '%'                         ? "RB2000"
