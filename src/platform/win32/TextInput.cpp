@@ -29,10 +29,7 @@ struct Source {
 std::string ReadBytes(HANDLE handle, DWORD& error) {
   char bytes[4096];
   DWORD count = 0;
-  while (ReadFile(handle, bytes, sizeof bytes, &count, nullptr) != 0) {
-    // A pipe also gives that nothing was written to it.
-    if (count > 0 || GetFileType(handle) != FILE_TYPE_PIPE) return {bytes, count};
-  }
+  if (ReadFile(handle, bytes, sizeof bytes, &count, nullptr) != 0) return {bytes, count};
   const DWORD why = GetLastError();
   if (why != ERROR_BROKEN_PIPE && why != ERROR_HANDLE_EOF) error = why;
   return {};
